@@ -1,0 +1,126 @@
+#include "model/texts.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringDecoder>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "model/errors.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr QStringView lineEnd = u"\r\n";
+
+bool isDigit(QChar ch) {
+  return ch >= u'0' && ch <= u'9';
+}
+
+}  // namespace
+
+QString toQuanjiaoDigits(const QString& text) {
+  QString wide = text;
+  for (QChar& ch : wide)
+    if (isDigit(ch))
+      ch = QChar(static_cast<char16_t>(ch.unicode() - u'0' + u'０'));
+  return wide;
+}
+
+QString toQuanjiaoDigits(int number) {
+  return toQuanjiaoDigits(QString::number(number));
+}
+
+QString twoDigits(int number) {
+  return u"%1"_s.arg(number, 2, 10, QChar(u'0'));
+}
+
+QString drawText(const Draw& draw, const QString& separator) {
+  QString text;
+  for (const int n : draw)
+    text += (text.isEmpty() ? QString() : separator) + twoDigits(n);
+  return text;
+}
+
+int leadingNumber(QStringView text) {
+  qsizetype end = 0;
+  while (end < text.size() && isDigit(text[end]))
+    ++end;
+  if (end == 0)
+    return 0;
+  if (end < text.size() && text[end] == u'.') {
+    ++end;
+    while (end < text.size() && isDigit(text[end]))
+      ++end;
+  }
+  const double value = std::nearbyint(text.first(end).toDouble());  // the default rounding is half to even
+  return value > std::numeric_limits<int>::max() ? 0 : static_cast<int>(value);
+}
+
+int inputNumber(const QString& typed) {
+  return leadingNumber(QString(u'0' + typed.trimmed().left(9)));
+}
+
+bool isCharsIn(QStringView text, QStringView allowed) {
+  return std::all_of(text.begin(), text.end(), [&](QChar ch) { return hasChar(ch, allowed); });
+}
+
+bool hasChar(QChar ch, QStringView allowed) {
+  return allowed.contains(ch, Qt::CaseSensitive);
+}
+
+int CountStringLine(const QString& text) {
+  return static_cast<int>(text.count(lineEnd)) + 1;
+}
+
+QString ReadStringLine(const QString& text, int n) {
+  if (n < 1)
+    return {};
+  qsizetype begin = 0;
+  for (int line = 1; line < n; ++line) {
+    const qsizetype end = text.indexOf(lineEnd, begin);
+    if (end < 0)
+      return {};
+    begin = end + lineEnd.size();
+  }
+  const qsizetype end = text.indexOf(lineEnd, begin);
+  return text.mid(begin, end < 0 ? -1 : end - begin);
+}
+
+QByteArray readFileText(const QString& path) {
+  QFile file(path);
+  if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
+    throw FileError(u"无法打开文件 %1。"_s.arg(path));
+  QByteArray content = file.readAll();
+  if (file.error() != QFileDevice::NoError)
+    throw FileError(u"无法读取文件 %1。"_s.arg(path));
+  return content;
+}
+
+QString decodeText(const QByteArray& bytes) {
+  QStringDecoder utf8(QStringDecoder::Utf8);
+  QString text = utf8(bytes);
+  if (!utf8.hasError())
+    return text;  // the decoder drops a byte order mark
+  QStringDecoder gb18030("GB18030");
+  if (!gb18030.isValid())
+    return QString::fromLatin1(bytes);
+  return gb18030(bytes);
+}
+
+QString getTempDir() {
+  const QString path = QDir::tempPath() + u"/elevenfive-"_s + qEnvironmentVariable("USER", u"user"_s);
+  constexpr QFileDevice::Permissions ownerOnly =
+      QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
+  if (!QDir().mkpath(path))
+    return {};
+  QFile::setPermissions(path, ownerOnly);
+  return path;
+}
+
+}  // namespace elevenfive
