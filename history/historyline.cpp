@@ -1,0 +1,53 @@
+#include "history/historyline.h"
+
+#include <array>
+
+#include "model/texts.h"
+
+namespace elevenfive {
+
+namespace {
+
+constexpr qsizetype shortestLine = 11;
+constexpr qsizetype fieldWidth = 2;
+constexpr std::size_t fewestNumbers = 4;
+
+bool isSeparator(QChar ch) {
+  return ch.isSpace() || ch == u',' || ch == u'-' || ch == u'+' || ch == u'，' || ch == u'\u3000';
+}
+
+QStringView withoutOuterSeparators(QStringView text) {
+  while (!text.isEmpty() && isSeparator(text.front()))
+    text = text.sliced(1);
+  while (!text.isEmpty() && isSeparator(text.back()))
+    text.chop(1);
+  return text;
+}
+
+}  // namespace
+
+std::optional<HistoryLine> HistoryLineReader::read(QStringView line) {
+  if (line.size() < shortestLine)
+    return std::nullopt;
+  QStringView rest = line.trimmed();
+  const Qihao qihao = leadingNumber(rest);
+
+  std::array<bool, numberCount + 1> drawn{};
+  for (int field = 0; field < drawSize; ++field) {
+    const qsizetype width = qMin(fieldWidth, rest.size());
+    const int n = leadingNumber(withoutOuterSeparators(rest.last(width)));
+    if (isNumber(n))
+      drawn[static_cast<std::size_t>(n)] = true;
+    rest = withoutOuterSeparators(rest.chopped(width));
+  }
+
+  std::size_t count = 0;
+  for (int n = 1; n <= numberCount; ++n)
+    if (drawn[static_cast<std::size_t>(n)])
+      numbers_[count++] = n;
+  if (qihao < 1 || count < fewestNumbers)
+    return std::nullopt;
+  return HistoryLine{qihao, numbers_};
+}
+
+}  // namespace elevenfive
