@@ -15,8 +15,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr QStringView lineEnd = u"\r\n";
-
 /// The text of a temperature tab's help, apart from its figures.
 struct WarmthHelp {
   int tab;
@@ -168,7 +166,7 @@ QString ConditionPanel::updatedTip(int tab, const QString& tip) {
   if (row == nullptr || row->lists.size() != 1 || row->lists.front().previewCode == 0)
     return tip;
   const qsizetype marker = tip.indexOf(previewMarker);
-  return tip.left(marker < 0 ? tip.size() : marker) + previewMarker + lineEnd + lineEnd +
+  return tip.left(marker < 0 ? tip.size() : marker) + previewMarker.toString() + u"\r\n\r\n"_s +
          rangePreview(row->lists.front().previewCode);
 }
 
