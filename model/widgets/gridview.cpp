@@ -72,4 +72,10 @@ void GridView::fitColumns(const QStringList& wide, int digits) {
   }
 }
 
+void GridView::fitColumn(const QString& name, const QString& sample) {
+  const int column = rows_->columnOf(name);
+  const int needed = fontMetrics().horizontalAdvance(sample) + fontMetrics().averageCharWidth() * 3;
+  setColumnWidth(column, std::max(columnWidth(column), needed));
+}
+
 }  // namespace elevenfive
