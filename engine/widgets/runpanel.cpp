@@ -71,6 +71,7 @@ RunPanel::RunPanel(Store& gConn, QWidget* parent) : QWidget(parent), bar_(new QP
   panes->setStretchFactor(0, 3);
   panes->setStretchFactor(1, 2);
   panes->setChildrenCollapsible(false);
+  panes->setHandleWidth(fontMetrics().height() * 2 / 3);
 
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(buildButtons());
