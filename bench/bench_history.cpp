@@ -27,6 +27,8 @@ using namespace elevenfive;
 using namespace Qt::StringLiterals;
 
 struct Quiet final : Boxes, Progress, Events, LineProgress, StatusPanels {
+  QElapsedTimer sinceStart;
+  std::vector<qint64> phaseEnds;  ///< of the lines and of the derivation
   QElapsedTimer sinceYield;
   qint64 longestStall = 0;
 
@@ -34,10 +36,13 @@ struct Quiet final : Boxes, Progress, Events, LineProgress, StatusPanels {
   void setMinimum(int) override {}
   void setMaximum(int) override {}
   void setValue(int) override {}
-  void setVisible(bool) override {}
+  void setVisible(bool visible) override {
+    if (!visible)
+      phaseEnds.push_back(sinceStart.nsecsElapsed());
+  }
   void show(int) override {}
   void setDone(int) override {}
-  void hide() override {}
+  void hide() override { phaseEnds.push_back(sinceStart.nsecsElapsed()); }
   [[nodiscard]] bool stopRequested() const override { return false; }
   void setPanel(int, const QString&) override {}
   void yield() override {
@@ -174,6 +179,7 @@ void measure(int draws) {
   {
     Store store(full, StoreAccess::create);
     createSchema(store, StoreKind::main);
+    ports.sinceStart.start();
     timer.start();
     importHistoryText(store, text, true, {ports, ports, ports, ports, &ports});
     imported = milliseconds(timer);
@@ -184,6 +190,12 @@ void measure(int draws) {
   const double peak = peakMegabytes();  // the floor below keeps all cells in memory
   const double floor = floorMilliseconds(full, bare);
   std::printf("import of %d draws with derivation  %9.1f ms\n", draws, imported);
+  qint64 begun = 0;
+  const char* const phases[] = {"lines", "derivation"};
+  for (std::size_t i = 0; i < std::size(phases) && i < ports.phaseEnds.size(); ++i) {
+    std::printf("  of it %-32s  %9.1f ms\n", phases[i], static_cast<double>(ports.phaseEnds[i] - begun) / 1e6);
+    begun = ports.phaseEnds[i];
+  }
   std::printf("bare sqlite3, the same cells            %9.1f ms   ratio %.2f (goal: at most 2)\n", floor,
               imported / floor);
   std::printf("longest time without a yield            %9.1f ms   (goal: at most 50)\n",
