@@ -27,14 +27,29 @@ QString kindName(BoxKind kind) {
 
 }  // namespace
 
+void CliPorts::beginCommand() {
+  answers.clear();
+  typed.clear();
+  refused = false;
+}
+
 Answer CliPorts::show(const Box& box) {
   const QString title = box.title.isEmpty() ? gTitle.toString() : box.title;
   printText(err_, u"[%1] "_s.arg(kindName(box.kind)) + title + u": "_s + box.text);
   err_.flush();
+  refused = refused || box.kind == BoxKind::critical;
   if (box.buttons == BoxButtons::ok || answers.empty())
     return Answer::yes;
   const Answer answer = answers.front();
   answers.pop_front();
+  return answer;
+}
+
+QString CliPorts::askText(const InputBox& box) {
+  if (typed.empty())
+    return box.defaultText;
+  const QString answer = typed.front();
+  typed.pop_front();
   return answer;
 }
 

@@ -24,7 +24,11 @@ struct Command {
 
 // The groups of commands, in the order of the help.
 std::span<const Command> dataCommands();
+std::span<const Command> historyCommands();
 std::span<const Command> catalogueCommands();
+std::span<const Command> conditionCommands();
+std::span<const Command> groupCommands();
+std::span<const Command> runCommands();
 std::span<const Command> rowCommands();
 
 }  // namespace elevenfive

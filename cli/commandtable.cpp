@@ -50,7 +50,8 @@ std::vector<const Command*> commandsNamed(const QString& firstWord) {
 const std::vector<Command>& allCommands() {
   static const std::vector<Command> commands = [] {
     std::vector<Command> all;
-    for (const std::span<const Command> group : {dataCommands(), catalogueCommands(), rowCommands()})
+    for (const std::span<const Command> group : {dataCommands(), historyCommands(), catalogueCommands(),
+                                                 conditionCommands(), groupCommands(), runCommands(), rowCommands()})
       all.insert(all.end(), group.begin(), group.end());
     return all;
   }();

@@ -105,7 +105,7 @@ void runWords(Session& session, const QStringList& words) {
     printHelp(session.out(), meant);
     return;
   }
-  prepareCommand(words)(session);
+  session.run(prepareCommand(words));
 }
 
 void runLine(Session& session, const QString& line) {

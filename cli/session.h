@@ -6,10 +6,16 @@
 
 #include <QString>
 #include <exception>
+#include <functional>
 #include <iosfwd>
 #include <memory>
 
 #include "cli/cliports.h"
+#include "conditions/conditionpanel.h"
+#include "conditions/customgroups.h"
+#include "conditions/picking.h"
+#include "conditions/zones.h"
+#include "engine/rundriver.h"
 #include "model/workspace.h"
 
 namespace elevenfive {
@@ -18,6 +24,18 @@ namespace elevenfive {
 class Refused final : public std::exception {
  public:
   [[nodiscard]] const char* what() const noexcept override { return "refused"; }
+};
+
+/// The open workspace and what the window's panels hold over it.
+struct OpenProgram {
+  OpenProgram(const Workspace::Folders& folders, CliPorts& ports);
+
+  Workspace workspace;
+  RunDriver driver;
+  ConditionPanel panel;
+  NumberPicking picking;
+  CustomGroups groups;
+  Zones zones;
 };
 
 class Session final {
@@ -31,8 +49,12 @@ class Session final {
   [[nodiscard]] std::ostream& out() noexcept { return out_; }
   [[nodiscard]] CliPorts& ports() noexcept { return ports_; }
 
-  [[nodiscard]] Workspace& workspace();
-  [[nodiscard]] Store& store() { return workspace().gConn; }
+  /// Opens the data where that has not been done.
+  [[nodiscard]] OpenProgram& program();
+  [[nodiscard]] Store& store() { return program().workspace.gConn; }
+
+  /// Runs an action; throws Refused where one of its boxes said no.
+  void run(const std::function<void(Session&)>& action);
 
   /// Puts the data back, as the window's close does.
   void close();
@@ -41,7 +63,7 @@ class Session final {
   Workspace::Folders folders_;
   std::ostream& out_;
   CliPorts ports_;
-  std::unique_ptr<Workspace> workspace_;
+  std::unique_ptr<OpenProgram> program_;
 };
 
 }  // namespace elevenfive

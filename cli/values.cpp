@@ -1,5 +1,7 @@
 #include "cli/values.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <algorithm>
 #include <limits>
 
@@ -57,6 +59,17 @@ std::vector<int> listOf(const Arguments& arguments, const QString& name, int fir
   std::sort(numbers.begin(), numbers.end());
   numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
   return numbers;
+}
+
+int boxNumberOf(const Arguments& arguments, const QString& name) {
+  constexpr int nineDigits = 999999999;
+  return numberOf(arguments, name, 0, nineDigits);
+}
+
+void requireReadable(const QString& path) {
+  QFile file(path);
+  if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    throw FileError(u"无法打开文件 %1。"_s.arg(path));
 }
 
 QDate dateOf(const Arguments& arguments, const QString& name) {

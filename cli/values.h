@@ -31,6 +31,12 @@ int numberOf(const Arguments& arguments, const QString& name, int first, int las
 /// The argument as a list of different numbers of first..last, ascending: "1,5,11"; "-" is the empty list.
 std::vector<int> listOf(const Arguments& arguments, const QString& name, int first, int last);
 
+/// The argument as the period or count that an input box takes: 0 to 999999999, nine digits at most.
+int boxNumberOf(const Arguments& arguments, const QString& name);
+
+/// The argument as a file that can be read; throws FileError with one clear sentence where it is none.
+void requireReadable(const QString& path);
+
 /// The option as a date YYYY-MM-DD; today where it is not given.
 QDate dateOf(const Arguments& arguments, const QString& name);
 
