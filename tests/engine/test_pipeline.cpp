@@ -1,0 +1,134 @@
+#include "engine/pipeline.h"
+
+#include "model/errors.h"
+#include "tests/engine/enginefixture.h"
+
+namespace elevenfive {
+
+using namespace Qt::StringLiterals;
+
+class Pipeline : public EngineTest {};
+
+TEST_F(Pipeline, TheStagesStandInTheirOrder) {
+  QStringList names;
+  for (const PipelineStage& stage : pipelineStages())
+    names << stage.name.toString();
+  EXPECT_EQ(names.join(u' '),
+            u"和值 头数和值 尾数和值 奇数和值 偶数和值 奇数个数 偶数个数 大数个数 小数个数 高尾码个数 低尾码个数 "
+            u"温度值5 温度值10 "
+            "区间 自定义组 跨度 最大间距 连号 AC值 重叠号 斜位码 尾数形式 头数形式 单双组合"_s);
+}
+
+TEST_F(Pipeline, APeriodWithoutRowsIsToldAndEndsTheRun) {
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(ports.status, u"\r\n\r\n表格中无[１１０３１５１０]期数据．"_s);
+  EXPECT_EQ(ports.log, (QStringList{u"disable mnu_UserQiehuan"_s, u"enable mnu_UserQiehuan"_s, u"disable cmm_stop"_s}));
+  EXPECT_EQ(view.gridShown, 0);
+}
+
+TEST_F(Pipeline, PeriodZeroSaysNothing) {
+  driver.runGuolvSuoshui(0);
+  EXPECT_EQ(ports.status, QString());
+}
+
+TEST_F(Pipeline, TheStartSetsAllMarksBack) {
+  addRows(u"01 02 03 04 05\n02 03 04 05 06"_s);
+  sql("UPDATE 日志表 SET 过滤标记 = 9, 缩水标记 = -1, 精选标记 = NULL, 临时数据 = 77");
+  EXPECT_TRUE(driver.resetRizhiBiaoji(period));
+  EXPECT_EQ(workspace.rows("SELECT 过滤标记, 缩水标记, 精选标记, 临时数据 FROM 日志表"),
+            (QStringList{u"0 0 0 0"_s, u"0 0 0 0"_s}));
+  EXPECT_EQ(ports.status, u"\r\n\r\n正读取数据[１１０３１５１０期]．．．\r\n\r\n过滤缩水之前共：２注．"_s);
+  EXPECT_EQ(ports.log.filter(u"progress"_s), (QStringList{u"progress 0..4"_s, u"progress hidden"_s}));
+  EXPECT_EQ(ports.value, 4);
+  EXPECT_EQ(ports.yields, 2);
+}
+
+TEST_F(Pipeline, AStatusTextOfThirtyCharactersStaysAndALongerOneGoes) {
+  addRows(u"01 02 03 04 05"_s);
+  const QString lines = u"\r\n\r\n正读取数据[１１０３１５１０期]．．．\r\n\r\n过滤缩水之前共：１注．"_s;
+  ports.status = QString(30, u'x');
+  driver.resetRizhiBiaoji(period);
+  EXPECT_EQ(ports.status, QString(30, u'x') + lines);
+  ports.status = QString(31, u'x');
+  driver.resetRizhiBiaoji(period);
+  EXPECT_EQ(ports.status, lines);
+}
+
+TEST_F(Pipeline, AStopInTheStartEndsTheRunWithoutASummary) {
+  addRows(u"01 02 03 04 05\n02 03 04 05 06"_s);
+  sql("UPDATE 日志表 SET 过滤标记 = 9");
+  stopAtYield(1);
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(marks(), (QStringList{u"0"_s, u"9"_s}));
+  EXPECT_EQ(ports.status, u"\r\n\r\n正读取数据[１１０３１５１０期]．．．"_s);
+  EXPECT_FALSE(driver.state().userStop);
+  EXPECT_EQ(view.gridShown, 0);
+}
+
+TEST_F(Pipeline, AtToleranceZeroEachLineTellsTheRowsLeft) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06\n01 03 05 07 09\n02 04 06 08 10"_s);
+  use(1);
+  allow(1015, 1025);  // sums 15, 16, 25, 30: the last goes
+  use(4);
+  allow(3304, 3304);  // spans 4, 5, 8: only the first stays
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(survivors(), QStringList{u"1: 01 02 03 04 05"_s});
+  const QStringList lines = statusLines();
+  EXPECT_EQ(lines[1], u"过滤缩水之前共：４注．"_s);
+  EXPECT_EQ(lines[2], u"[ 和 值 ]过滤后余：３ 注"_s);
+  EXPECT_EQ(lines[3], u"[ 跨 度 ]过滤后余：１ 注"_s);
+  EXPECT_EQ(lines.last(), u"全部过滤缩水完成,余：１ 注"_s);
+  EXPECT_EQ(view.gridShown, 1);
+}
+
+TEST_F(Pipeline, AStageThatAllFailEmptiesThePeriodAndTheNextSayNothing) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06"_s);
+  use(1);
+  use(4);
+  driver.runGuolvSuoshui(period);
+  EXPECT_TRUE(survivors().isEmpty());
+  EXPECT_EQ(statusLines().filter(u"跨"_s).size(), 0);
+  EXPECT_TRUE(statusLines().contains(u"[ 和 值 ]过滤后余：０ 注"_s));
+  EXPECT_EQ(statusLines().last(), u"全部过滤缩水完成,余：０ 注"_s);
+}
+
+TEST_F(Pipeline, AStopInAStageSkipsTheRestAndIsTold) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06\n01 02 03 04 07"_s);
+  use(3);
+  allow(3000, 3170);
+  use(4);
+  stopAtYield(3 + 2);  // three rows of the start, then the second of the stage
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(survivors().size(), 3);
+  EXPECT_EQ(statusLines().mid(2), (QStringList{u"[偶数和值]过滤正在进行中．．．"_s, u"用户中止,当前记录余：３ 注"_s}));
+  EXPECT_FALSE(driver.state().userStop);
+  EXPECT_EQ(view.gridShown, 1);
+}
+
+TEST_F(Pipeline, ASecondRunStartsFromWhatTheFirstLeft) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06\n01 02 03 04 07"_s);
+  use(1);
+  allow(1016, 1017);
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(survivors(), (QStringList{u"1: 01 02 03 04 06"_s, u"2: 01 02 03 04 07"_s}));
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(survivors(), (QStringList{u"1: 01 02 03 04 06"_s, u"2: 01 02 03 04 07"_s}));
+  EXPECT_TRUE(statusLines().contains(u"过滤缩水之前共：２注．"_s));
+}
+
+TEST_F(Pipeline, AFaultReachesTheCallerAndLeavesTheControlsUsable) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06\n01 02 03 04 12"_s);
+  use(4);
+  allow(3300, 3340);
+  EXPECT_THROW(driver.runGuolvSuoshui(period), NumberFault);
+  EXPECT_EQ(survivors().size(), 3);
+  EXPECT_EQ(marks(), (QStringList{u"0"_s, u"0"_s, u"0"_s}));
+  EXPECT_TRUE(ports.enabled[ControlId::Pic_subTouZhu]);
+  EXPECT_TRUE(ports.enabled[ControlId::mnu_UserQiehuan]);
+  EXPECT_FALSE(ports.enabled[ControlId::cmm_stop]);
+  EXPECT_FALSE(ports.visible);
+  EXPECT_FALSE(driver.state().userStop);
+  EXPECT_EQ(view.gridShown, 1);  // what the stages before deleted is gone from the grid too
+}
+
+}  // namespace elevenfive
