@@ -80,18 +80,18 @@ std::vector<ConditionPanel::SwitchState> ConditionPanel::switches(int tab) {
   if (row == nullptr)
     return states;
   for (const ValueList& list : row->lists)
-    states.push_back({list.code, list.caption.toString(), isCodeUsed(gConn_, list.code), true});
+    states.push_back({list.code, list.caption.toString(), isConditionUsed(gConn_, list.code), true});
   if (row->kind == TabKind::positions) {
     for (int p = 1; p <= positionCount; ++p) {
       const std::vector<bool> selected = positionState(p).selected;
-      const bool checked = isCodeUsed(gConn_, positionCode(p));
+      const bool checked = isConditionUsed(gConn_, positionCode(p));
       // A box that is on without any number, as a loaded condition set may leave it, can still be switched off.
       const bool enabled = checked || std::find(selected.begin(), selected.end(), true) != selected.end();
       states.push_back({positionCode(p), positionCaption(p), checked, enabled});
     }
   }
   if (row->kind == TabKind::reduction)
-    states.push_back({optimiseCode, optimiseCaption.toString(), isCodeUsed(gConn_, optimiseCode), true});
+    states.push_back({optimiseCode, optimiseCaption.toString(), isConditionUsed(gConn_, optimiseCode), true});
   return states;
 }
 
@@ -108,7 +108,7 @@ void ConditionPanel::clickValue(int tab, int list, int item, bool selected) {
     return;
   const ValueList& stretch = row->lists[slot(list)];
   if (item < stretch.itemCount())
-    setValueOfId(gConn_, stretch.itemId(item), selected ? 1 : 0);
+    setConditionValue(gConn_, stretch.itemId(item), selected ? 1 : 0);
 }
 
 void ConditionPanel::clickPosition(int p, int number, bool selected) {
@@ -116,7 +116,7 @@ void ConditionPanel::clickPosition(int p, int number, bool selected) {
   gConn_.execute("写入定位号码", "UPDATE 号码特性 SET " + column + " = ? WHERE 号码 = ?", selected ? 1 : 0, number);
   const auto left = gConn_.value("读取定位号码", "SELECT COUNT(*) FROM 号码特性 WHERE " + column + " <> 0");
   if (left.value_or(0) == 0)
-    setUseOfCode(gConn_, positionCode(p), 0);
+    setConditionUse(gConn_, positionCode(p), 0);
 }
 
 void ConditionPanel::selectItems(int tab, int list, const std::vector<bool>& selected) {
@@ -135,7 +135,7 @@ void ConditionPanel::selectItems(int tab, int list, const std::vector<bool>& sel
 
 void ConditionPanel::clickSwitch(int code, bool checked) {
   if (!loadingPanel)
-    setUseOfCode(gConn_, code, checked ? 1 : 0);
+    setConditionUse(gConn_, code, checked ? 1 : 0);
 }
 
 void ConditionPanel::clickTaggedSwitch(const QString& tag, bool checked) {
@@ -150,7 +150,7 @@ bool ConditionPanel::tabInUse(int tab) {
     return matchState().used;
   if (row->kind == TabKind::groups) {
     const std::vector<int> codes = groupCodes();
-    return std::any_of(codes.begin(), codes.end(), [&](int code) { return isCodeUsed(gConn_, code); });
+    return std::any_of(codes.begin(), codes.end(), [&](int code) { return isConditionUsed(gConn_, code); });
   }
   const std::vector<SwitchState> boxes = switches(tab);
   return std::any_of(boxes.begin(), boxes.end(), [](const SwitchState& box) { return box.checked; });
@@ -179,22 +179,22 @@ QString ConditionPanel::helpText(int tab) {
 }
 
 int ConditionPanel::positionTolerance() {
-  return valueOfId(gConn_, positionToleranceId).value_or(0);
+  return readConditionValue(gConn_, positionToleranceId).value_or(0);
 }
 
 void ConditionPanel::setPositionTolerance(int index) {
   if (!loadingPanel && index >= 0)
-    setValueOfId(gConn_, positionToleranceId, index);
+    setConditionValue(gConn_, positionToleranceId, index);
 }
 
 int ConditionPanel::reductionType() {
-  return valueOfId(gConn_, reductionTypeId).value_or(0);
+  return readConditionValue(gConn_, reductionTypeId).value_or(0);
 }
 
 void ConditionPanel::setReductionType(int value) {
   const int last = firstReductionType + static_cast<int>(std::size(reductionTypes)) - 1;
   if (!loadingPanel && value >= firstReductionType && value <= last)
-    setValueOfId(gConn_, reductionTypeId, value);
+    setConditionValue(gConn_, reductionTypeId, value);
 }
 
 ConditionPanel::MatchState ConditionPanel::matchState() {

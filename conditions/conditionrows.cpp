@@ -4,23 +4,23 @@
 
 namespace elevenfive {
 
-std::optional<int> valueOfId(Store& store, int id) {
+std::optional<int> readConditionValue(Store& store, int id) {
   return store.value("读取过滤条件", "SELECT VALUE FROM 过滤条件 WHERE ID = ?", id);
 }
 
-bool setValueOfId(Store& store, int id, int value) {
+bool setConditionValue(Store& store, int id, int value) {
   return store.execute("写入过滤条件", "UPDATE 过滤条件 SET VALUE = ? WHERE ID = ?", value, id) > 0;
 }
 
-std::optional<int> useOfCode(Store& store, int code) {
+std::optional<int> conditionUse(Store& store, int code) {
   return store.value("读取条件使用情况", "SELECT 使用情况 FROM 过滤条件使用情况 WHERE 条件 = ?", code);
 }
 
-bool isCodeUsed(Store& store, int code) {
-  return useOfCode(store, code).value_or(0) > 0;
+bool isConditionUsed(Store& store, int code) {
+  return conditionUse(store, code).value_or(0) > 0;
 }
 
-bool setUseOfCode(Store& store, int code, int value) {
+bool setConditionUse(Store& store, int code, int value) {
   return store.execute("写入条件使用情况", "UPDATE 过滤条件使用情况 SET 使用情况 = ? WHERE 条件 = ?", value, code) > 0;
 }
 

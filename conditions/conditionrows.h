@@ -11,19 +11,19 @@ namespace elevenfive {
 class Store;
 
 /// VALUE of an ID; nothing where it has no row.
-std::optional<int> valueOfId(Store& store, int id);
+std::optional<int> readConditionValue(Store& store, int id);
 
 /// Writes VALUE of an ID. True where the row exists.
-bool setValueOfId(Store& store, int id, int value);
+bool setConditionValue(Store& store, int id, int value);
 
 /// 使用情况 of a code; nothing where it has no row.
-std::optional<int> useOfCode(Store& store, int code);
+std::optional<int> conditionUse(Store& store, int code);
 
 /// Whether a condition counts as in use on the screens: 使用情况 above 0.
-bool isCodeUsed(Store& store, int code);
+bool isConditionUsed(Store& store, int code);
 
 /// Writes 使用情况 of a code. True where the row exists.
-bool setUseOfCode(Store& store, int code, int value);
+bool setConditionUse(Store& store, int code, int value);
 
 /// A row of a block, its ID told from the block's base.
 struct BlockRow {

@@ -76,13 +76,13 @@ QStringList pickLines(Store& store) {
 QStringList positionLines(Store& store) {
   QStringList lines;
   for (int p = 1; p <= summaryPositions; ++p) {
-    if (!isCodeUsed(store, positionCode(p)))
+    if (!isConditionUsed(store, positionCode(p)))
       continue;
     const std::string sql =
         "SELECT 号码 FROM 号码特性 WHERE \"" + positionColumn(p).toStdString() + "\" <> 0 ORDER BY 号码";
     lines << u" 第 %1 位允许开出的号码： "_s.arg(toQuanjiaoDigits(p)) + numbersText(store.query("读取定位号码", sql));
   }
-  lines << u" 定位过滤容错条件个数： "_s + toQuanjiaoDigits(valueOfId(store, positionToleranceId).value_or(0));
+  lines << u" 定位过滤容错条件个数： "_s + toQuanjiaoDigits(readConditionValue(store, positionToleranceId).value_or(0));
   return lines;
 }
 
@@ -100,7 +100,7 @@ QString itemsText(Store& store, const ValueList& list) {
 
 QString listLine(Store& store, const RangeLine& line) {
   const QString label = line.label.toString();
-  if (!isCodeUsed(store, line.code))
+  if (!isConditionUsed(store, line.code))
     return label + notUsed.toString();
   const ValueList& list = *listOfCode(line.code);
   return label +
@@ -132,7 +132,7 @@ QStringList matchLines(Store& store) {
 QStringList parityLines(Store& store) {
   QStringList lines;
   for (int row = 0; row < parityRowCount; ++row) {
-    if (!isCodeUsed(store, parityCode(row)))
+    if (!isConditionUsed(store, parityCode(row)))
       continue;
     lines << (row == 0 ? u" √ 【排除掉上一期的单双组合形式】"_s
                        : u" √ 排除掉单双组合： "_s + parityPattern(store, row));
@@ -141,10 +141,10 @@ QStringList parityLines(Store& store) {
 }
 
 QStringList reductionLines(Store& store) {
-  const int option = valueOfId(store, reductionTypeId).value_or(0) - firstReductionType;
+  const int option = readConditionValue(store, reductionTypeId).value_or(0) - firstReductionType;
   const bool known = option >= 0 && option < static_cast<int>(std::size(reductionTypes));
   return {u" 缩 水 类 型： "_s + (known ? reductionTypes[option].toString() : QString()),
-          u" 缩水智能优化： "_s + (isCodeUsed(store, optimiseCode) ? u"★☆★☆★ 使 用 ★☆★☆★"_s : u"未 使 用"_s)};
+          u" 缩水智能优化： "_s + (isConditionUsed(store, optimiseCode) ? u"★☆★☆★ 使 用 ★☆★☆★"_s : u"未 使 用"_s)};
 }
 
 }  // namespace

@@ -90,7 +90,7 @@ QString zdyCountsText(Store& store, int k) {
 QStringList zdyLines(Store& store) {
   QStringList lines;
   for (int k = 1; k <= zdyGroupCount; ++k) {
-    const bool used = isCodeUsed(store, zdyCode(k));
+    const bool used = isConditionUsed(store, zdyCode(k));
     lines << getZdyAlias(store, k) +
                  (used ? u" ——"_s + zdyMembersText(store, k) + zdyCountsText(store, k) : u" ——　未 使 用 "_s);
   }
@@ -109,7 +109,7 @@ CustomGroups::GroupState CustomGroups::showZdyGroup(int k) {
   for (const int count : countsOf(gConn_, k))
     if (count <= zdyLargestCount)
       state.counts[static_cast<std::size_t>(count)] = state.useEnabled = true;
-  state.used = isCodeUsed(gConn_, zdyCode(k));
+  state.used = isConditionUsed(gConn_, zdyCode(k));
   // A box that is on without any count, as a loaded condition set may leave it, can still be switched off.
   state.useEnabled = state.useEnabled || state.used;
   return state;
@@ -123,7 +123,7 @@ void CustomGroups::clearZdyGroup(int k) {
   gConn_.execute("清空自定义组", "UPDATE 自定义别名 SET 别名 = 自定义名称 WHERE 序号 = ?", k);
   gConn_.execute("清空自定义组", "UPDATE 过滤条件 SET VALUE = 0 WHERE ID >= ? AND ID <= ?", zdyCountId(k, 0),
                  zdyCountId(k, blockSize - 1));
-  setUseOfCode(gConn_, zdyCode(k), 0);
+  setConditionUse(gConn_, zdyCode(k), 0);
   transaction.commit();
 }
 
@@ -143,10 +143,10 @@ void CustomGroups::clickCount(int k, int count, bool selected) {
   if (panel_.loadingPanel || !isGroup(k) || count < 0 || count > zdyLargestCount)
     return;
   StoreTransaction transaction(gConn_);
-  setValueOfId(gConn_, zdyCountId(k, count), selected ? 1 : 0);
+  setConditionValue(gConn_, zdyCountId(k, count), selected ? 1 : 0);
   const std::vector<int> counts = countsOf(gConn_, k);
   const bool any = !counts.empty() && counts.front() <= zdyLargestCount;  // ascending: the list shows 0 to 5 only
-  setUseOfCode(gConn_, zdyCode(k), any ? 1 : 0);
+  setConditionUse(gConn_, zdyCode(k), any ? 1 : 0);
   transaction.commit();
 }
 

@@ -42,7 +42,7 @@ void ParityPanel::open() {
   StoreTransaction transaction(gConn_);
   int column = 0;
   for (const int number : *newest)
-    setValueOfId(gConn_, parityId(0, ++column), number % 2);
+    setConditionValue(gConn_, parityId(0, ++column), number % 2);
   transaction.commit();
 }
 
@@ -51,7 +51,7 @@ std::array<ParityPanel::RowState, parityRowCount> ParityPanel::rows() {
   for (int row = 0; row < parityRowCount; ++row) {
     RowState& state = states[static_cast<std::size_t>(row)];
     state.caption = rowCaption(row);
-    state.checked = isCodeUsed(gConn_, parityCode(row));
+    state.checked = isConditionUsed(gConn_, parityCode(row));
     for (const BlockRow slot : blockRows(gConn_, parityId(row, 1), parityId(row, parityColumnCount)))
       state.values[static_cast<std::size_t>(slot.offset)] = slot.value;
   }
@@ -67,8 +67,8 @@ void ParityPanel::choose(int row, int column, int value) {
   if (panel_.loadingPanel || row < 0 || row >= parityRowCount || column < 1 || column > parityColumnCount)
     return;
   StoreTransaction transaction(gConn_);
-  setValueOfId(gConn_, parityId(row, column), value);
-  setUseOfCode(gConn_, parityCode(row), 1);
+  setConditionValue(gConn_, parityId(row, column), value);
+  setConditionUse(gConn_, parityCode(row), 1);
   transaction.commit();
 }
 

@@ -52,11 +52,11 @@ QString QuickSetup::quickRangeText(int n) {
 }
 
 int QuickSetup::getQuickUse(int code) {
-  return useOfCode(gConn_, code).value_or(0);
+  return conditionUse(gConn_, code).value_or(0);
 }
 
 bool QuickSetup::setQuickUse(int code, int value) {
-  return setUseOfCode(gConn_, code, value);
+  return setConditionUse(gConn_, code, value);
 }
 
 void QuickSetup::setValueRange(int value, int firstId, int lastId) {

@@ -97,7 +97,7 @@ TEST_F(Panel, SelectItemsBringsAListToTheSelection) {
 
 TEST_F(Panel, TagOfACheckBoxIsItsCode) {
   panel.clickTaggedSwitch(u"43"_s, true);
-  EXPECT_EQ(useOfCode(store, 43), 1);
+  EXPECT_EQ(conditionUse(store, 43), 1);
   const QStringList before = conditions();
   panel.clickTaggedSwitch(QString(), true);
   EXPECT_EQ(conditions(), before);
@@ -197,11 +197,11 @@ TEST_F(Panel, RemovingTheLastNumberDisablesAndUnticksThePositionBox) {
   panel.clickValue(15, 2, 7, false);
   EXPECT_FALSE(positionBox(3).enabled);
   EXPECT_FALSE(positionBox(3).checked);
-  EXPECT_EQ(useOfCode(store, 32), 0);
+  EXPECT_EQ(conditionUse(store, 32), 0);
 }
 
 TEST_F(Panel, PositionBoxThatIsOnWithoutNumbersCanBeSwitchedOff) {
-  setUseOfCode(store, 30, 1);
+  setConditionUse(store, 30, 1);
   EXPECT_TRUE(positionBox(1).checked);
   EXPECT_TRUE(positionBox(1).enabled);
 }
