@@ -294,7 +294,7 @@ TEST_F(Files, ViewInThePlaceOfATableIsRefused) {
 TEST_F(Files, ComputedColumnIsRefused) {
   exportSet();
   alterFile(
-      "DROP TABLE 过滤条件; CREATE TABLE 过滤条件 (ID INTEGER PRIMARY KEY, VALUE INTEGER AS (random()));"
+      "DROP TABLE 过滤条件; CREATE TABLE 过滤条件 (ID INTEGER PRIMARY KEY, VALUE INTEGER AS (ID + 5));"
       "INSERT INTO 过滤条件 (ID) VALUES (1);");
   const QStringList before = set();
   expectFormatError();

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <QStringList>
+
 namespace elevenfive {
 
 namespace {
