@@ -18,11 +18,11 @@ using namespace Qt::StringLiterals;
 
 /// Brings the row of a number to a pick value by the click that does it; a click takes back what is there already.
 void pick(Session& session, int number, int value) {
-  const int before = conditionValue(session.store(), number).value_or(0);
+  const int before = readConditionValue(session.store(), number).value_or(0);
   if (before == value)
     return;
   session.program().picking.clickNumber(number, value == 0 ? before : value);
-  if (conditionValue(session.store(), number) != value)
+  if (readConditionValue(session.store(), number) != value)
     throw Refused();  // beyond the limit of bankers
 }
 
