@@ -72,9 +72,9 @@ Workspace::~Workspace() = default;
 void Workspace::create(const Folders& folders, bool force) {
   if (!QDir().mkpath(folders.program))
     throw FileError(u"无法建立文件夹 %1。"_s.arg(folders.program));
+  const std::unique_ptr<QLockFile> lock = lockFolder(folders.program);
   if (exists(folders) && !force)
     throw FileError(u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folders.program));
-  const std::unique_ptr<QLockFile> lock = lockFolder(folders.program);
   createStore(folders.program + templateFile, StoreKind::conditionTemplate);
   createStore(folders.program + dataFile, StoreKind::main);
 }
