@@ -163,7 +163,7 @@ Store::Store(const QString& path, StoreAccess access) : path_(path) {
   if (access != StoreAccess::create && !QFileInfo(path).isFile())
     throw StoreError(u"打开数据文件失败：找不到文件 %1。"_s.arg(path));
   guarded(purpose, [&] {
-    database_ = std::make_unique<SQLite::Database>(path.toStdString(), openFlags(access), 2000);
+    database_ = std::make_unique<SQLite::Database>(path.toStdString(), openFlags(access) | SQLite::OPEN_NOMUTEX, 2000);
     if (access != StoreAccess::readOnly) {
       database_->exec("PRAGMA journal_mode = TRUNCATE");
       database_->exec("PRAGMA synchronous = OFF");
