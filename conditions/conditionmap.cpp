@@ -1,7 +1,5 @@
 #include "conditions/conditionmap.h"
 
-#include <algorithm>
-
 #include "model/texts.h"
 
 namespace elevenfive {
@@ -119,6 +117,14 @@ const ValueList* previewedList(int previewCode) {
   for (const ConditionTab& tab : tabs)
     for (const ValueList& list : tab.lists)
       if (previewCode != 0 && list.previewCode == previewCode)
+        return &list;
+  return nullptr;
+}
+
+const ValueList* listOfCode(int code) {
+  for (const ConditionTab& tab : tabs)
+    for (const ValueList& list : tab.lists)
+      if (list.code == code)
         return &list;
   return nullptr;
 }

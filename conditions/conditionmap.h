@@ -61,6 +61,9 @@ const ConditionTab* conditionTab(int index);
 /// A stretch that has a preview: tabs 2 to 6 carry the codes 1 to 5, tabs 18 to 21 the codes 22 to 25.
 const ValueList* previewedList(int previewCode);
 
+/// The list that a code switches; nullptr where there is none.
+const ValueList* listOfCode(int code);
+
 /// The position filter: list p (1 to positionCount) writes column 第p位 of 号码特性 and is switched by code positionCode(p).
 inline constexpr int positionsTab = 15;
 inline constexpr int positionCount = 7;

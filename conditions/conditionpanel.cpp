@@ -179,7 +179,7 @@ QString ConditionPanel::helpText(int tab) {
 }
 
 int ConditionPanel::positionTolerance() {
-  return conditionValue(gConn_, positionToleranceId).value_or(0);
+  return readConditionValue(gConn_, positionToleranceId).value_or(0);
 }
 
 void ConditionPanel::setPositionTolerance(int index) {
@@ -188,7 +188,7 @@ void ConditionPanel::setPositionTolerance(int index) {
 }
 
 int ConditionPanel::reductionType() {
-  return conditionValue(gConn_, reductionTypeId).value_or(0);
+  return readConditionValue(gConn_, reductionTypeId).value_or(0);
 }
 
 void ConditionPanel::setReductionType(int value) {

@@ -4,7 +4,7 @@
 
 namespace elevenfive {
 
-std::optional<int> conditionValue(Store& store, int id) {
+std::optional<int> readConditionValue(Store& store, int id) {
   return store.value("读取过滤条件", "SELECT VALUE FROM 过滤条件 WHERE ID = ?", id);
 }
 

@@ -11,7 +11,7 @@ namespace elevenfive {
 class Store;
 
 /// VALUE of an ID; nothing where it has no row.
-std::optional<int> conditionValue(Store& store, int id);
+std::optional<int> readConditionValue(Store& store, int id);
 
 /// Writes VALUE of an ID. True where the row exists.
 bool setConditionValue(Store& store, int id, int value);

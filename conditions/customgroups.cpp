@@ -26,6 +26,25 @@ std::string columnSql(int k) {
   return zdyColumn(k).toStdString();
 }
 
+/// The numbers of a group, ascending.
+std::vector<int> membersOf(Store& store, int k) {
+  std::vector<int> members;
+  if (!isGroup(k))
+    return members;
+  Statement query =
+      store.query("读取自定义组", "SELECT 号码 FROM 号码特性 WHERE " + columnSql(k) + " <> 0 ORDER BY 号码");
+  while (query.next())
+    members.push_back(query.integer(0));
+  return members;
+}
+
+/// The counts that a group allows, ascending.
+std::vector<int> countsOf(Store& store, int k) {
+  if (!isGroup(k))
+    return {};
+  return allowedOffsets(store, zdyCountId(k, 0), zdyCountId(k, blockSize - 1));
+}
+
 }  // namespace
 
 QString zdyColumn(int k) {
@@ -43,8 +62,8 @@ QStringList zdyCountItems() {
   return items;
 }
 
-QString CustomGroups::getZdyAlias(int k) {
-  Statement row = gConn_.query("读取自定义组名称", "SELECT 别名 FROM 自定义别名 WHERE 序号 = ?", k);
+QString getZdyAlias(Store& store, int k) {
+  Statement row = store.query("读取自定义组名称", "SELECT 别名 FROM 自定义别名 WHERE 序号 = ?", k);
   return row.next() ? row.text(0) : QString();
 }
 
@@ -54,12 +73,28 @@ void CustomGroups::setZdyAlias(int k, const QString& text) {
   gConn_.execute("写入自定义组名称", "UPDATE 自定义别名 SET 别名 = ? WHERE 序号 = ?", text, k);
 }
 
-bool CustomGroups::anyMember(int k) {
-  return gConn_.value("读取自定义组", "SELECT 1 FROM 号码特性 WHERE " + columnSql(k) + " <> 0 LIMIT 1").has_value();
+QString zdyMembersText(Store& store, int k) {
+  QStringList numbers;
+  for (const int number : membersOf(store, k))
+    numbers << toQuanjiaoDigits(twoDigits(number));
+  return numbers.isEmpty() ? u"（ 无 号 码 ）"_s : u"　号码：（"_s + numbers.join(u',') + u"）"_s;
 }
 
-std::vector<int> CustomGroups::selectedCounts(int k) {
-  return allowedOffsets(gConn_, zdyCountId(k, 0), zdyCountId(k, blockSize - 1));
+QString zdyCountsText(Store& store, int k) {
+  QStringList counts;
+  for (const int count : countsOf(store, k))
+    counts << toQuanjiaoDigits(count) + u"个"_s;
+  return counts.isEmpty() ? u"（条 件 未 设 置）"_s : u" 允许开出个数（"_s + counts.join(u',') + u"）"_s;
+}
+
+QStringList zdyLines(Store& store) {
+  QStringList lines;
+  for (int k = 1; k <= zdyGroupCount; ++k) {
+    const bool used = isConditionUsed(store, zdyCode(k));
+    lines << getZdyAlias(store, k) +
+                 (used ? u" ——"_s + zdyMembersText(store, k) + zdyCountsText(store, k) : u" ——　未 使 用 "_s);
+  }
+  return lines;
 }
 
 CustomGroups::GroupState CustomGroups::showZdyGroup(int k) {
@@ -67,45 +102,17 @@ CustomGroups::GroupState CustomGroups::showZdyGroup(int k) {
   state.counts.assign(zdyLargestCount + 1, false);
   if (!isGroup(k))
     return state;
-  Statement members =
-      gConn_.query("读取自定义组", "SELECT 号码 FROM 号码特性 WHERE " + columnSql(k) + " <> 0 ORDER BY 号码");
-  while (members.next())
-    if (isNumber(members.integer(0))) {
-      state.members[static_cast<std::size_t>(members.integer(0))] = true;
-      state.countsEnabled = true;
-    }
-  state.used = isConditionUsed(gConn_, zdyCode(k));
-  const std::vector<int> counts = selectedCounts(k);
-  for (const int count : counts)
+  for (const int number : membersOf(gConn_, k))
+    if (isNumber(number))
+      state.members[static_cast<std::size_t>(number)] = true;
+  state.countsEnabled = state.members != NumberFlags{};
+  for (const int count : countsOf(gConn_, k))
     if (count <= zdyLargestCount)
-      state.counts[static_cast<std::size_t>(count)] = true;
-  state.useEnabled = state.used || !counts.empty();
+      state.counts[static_cast<std::size_t>(count)] = state.useEnabled = true;
+  state.used = isConditionUsed(gConn_, zdyCode(k));
+  // A box that is on without any count, as a loaded condition set may leave it, can still be switched off.
+  state.useEnabled = state.useEnabled || state.used;
   return state;
-}
-
-QString CustomGroups::zdyMembersText(int k) {
-  QStringList numbers;
-  const NumberFlags members = showZdyGroup(k).members;
-  for (int n = 1; n <= numberCount; ++n)
-    if (members[static_cast<std::size_t>(n)])
-      numbers << toQuanjiaoDigits(twoDigits(n));
-  return numbers.isEmpty() ? u"（ 无 号 码 ）"_s : u"　号码：（"_s + numbers.join(u',') + u"）"_s;
-}
-
-QString CustomGroups::zdyCountsText(int k) {
-  QStringList counts;
-  if (isGroup(k))
-    for (const int count : selectedCounts(k))
-      counts << toQuanjiaoDigits(count) + u"个"_s;
-  return counts.isEmpty() ? u"（条 件 未 设 置）"_s : u" 允许开出个数（"_s + counts.join(u',') + u"）"_s;
-}
-
-QStringList CustomGroups::fillZdyList() {
-  QStringList lines;
-  for (int k = 1; k <= zdyGroupCount; ++k)
-    lines << getZdyAlias(k) + (isConditionUsed(gConn_, zdyCode(k)) ? u" ——"_s + zdyMembersText(k) + zdyCountsText(k)
-                                                                   : u" ——　未 使 用 "_s);
-  return lines;
 }
 
 void CustomGroups::clearZdyGroup(int k) {
@@ -126,7 +133,7 @@ void CustomGroups::clickMember(int k, int number) {
   StoreTransaction transaction(gConn_);
   const std::string column = columnSql(k);
   gConn_.execute("设置自定义组", "UPDATE 号码特性 SET " + column + " = NOT " + column + " WHERE 号码 = ?", number);
-  if (!anyMember(k))
+  if (membersOf(gConn_, k).empty())
     for (int v = 0; v <= zdyLargestCount; ++v)
       clickCount(k, v, false);
   transaction.commit();
@@ -137,7 +144,7 @@ void CustomGroups::clickCount(int k, int count, bool selected) {
     return;
   StoreTransaction transaction(gConn_);
   setConditionValue(gConn_, zdyCountId(k, count), selected ? 1 : 0);
-  const std::vector<int> counts = selectedCounts(k);
+  const std::vector<int> counts = countsOf(gConn_, k);
   const bool any = !counts.empty() && counts.front() <= zdyLargestCount;  // ascending: the list shows 0 to 5 only
   setConditionUse(gConn_, zdyCode(k), any ? 1 : 0);
   transaction.commit();

@@ -45,6 +45,18 @@ QString zdySwitchCaption(int k);
 /// The items of List_ZDYset.
 QStringList zdyCountItems();
 
+/// The name that the user sees; empty where there is no row.
+QString getZdyAlias(Store& store, int k);
+
+/// "　号码：（０１,１１）"; "（ 无 号 码 ）" where the group is empty.
+QString zdyMembersText(Store& store, int k);
+
+/// " 允许开出个数（１个,２个）"; "（条 件 未 设 置）" where no count is allowed.
+QString zdyCountsText(Store& store, int k);
+
+/// The lines of List_ZDY, group 1 first: name, and members and counts of those in use.
+QStringList zdyLines(Store& store);
+
 class CustomGroups final {
  public:
   CustomGroups(Store& gConn, ConditionPanel& panel, Boxes& boxes, Inputs& inputs)
@@ -59,14 +71,14 @@ class CustomGroups final {
     bool useEnabled = false;
   };
 
-  QString getZdyAlias(int k);
+  QString getZdyAlias(int k) { return elevenfive::getZdyAlias(gConn_, k); }
   /// Throws Error where the text is longer than zdyAliasLength.
   void setZdyAlias(int k, const QString& text);
 
   GroupState showZdyGroup(int k);
-  QString zdyMembersText(int k);
-  QString zdyCountsText(int k);
-  QStringList fillZdyList();  ///< the lines of List_ZDY, group 1 first
+  QString zdyMembersText(int k) { return elevenfive::zdyMembersText(gConn_, k); }
+  QString zdyCountsText(int k) { return elevenfive::zdyCountsText(gConn_, k); }
+  QStringList fillZdyList() { return zdyLines(gConn_); }
   void clearZdyGroup(int k);
 
   /// cmm_ZDY(number): puts the number in or takes it out. A group that loses its last number loses its counts and its switch.
@@ -88,9 +100,6 @@ class CustomGroups final {
   bool chooseCommon(int k, const QString& entry);
 
  private:
-  bool anyMember(int k);
-  std::vector<int> selectedCounts(int k);
-
   Store& gConn_;
   ConditionPanel& panel_;
   Boxes& boxes_;

@@ -29,7 +29,7 @@ int numberOf(int button) {
 void NumberPicking::clickNumber(int number, int mode) {
   if (!isNumber(numberOf(number)))
     throw MissingData(u"没有号码 %1 的选号按钮。"_s.arg(number));
-  const std::optional<int> before = conditionValue(gConn_, number);
+  const std::optional<int> before = readConditionValue(gConn_, number);
   if (!before)
     throw MissingData(u"过滤条件中缺少号码 %1 的记录，请还原或重新安装数据文件。"_s.arg(number));
   if (*before == notPicked && view_.struckThrough(number) && !confirmLowChance(number))

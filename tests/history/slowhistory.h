@@ -72,7 +72,8 @@ inline int slowTemperature(const SlowHistory& history, std::size_t i, std::size_
 
 /// The columns that slowColumns gives, as SQL.
 inline constexpr char slowColumnNames[] =
-    "和值, 奇数和值, 偶数和值, 跨度, 最大间距, AC值, 奇数个数, 偶数个数, 大数个数, 小数个数, 低尾码个数, 高尾码个数, 连号,"
+    "和值, 奇数和值, 偶数和值, 跨度, 最大间距, AC值, 奇数个数, 偶数个数, 大数个数, 小数个数, 低尾码个数, 高尾码个数, "
+    "连号,"
     " 重叠号, 斜位码, 尾数形式, 头数形式, 头数和值, 尾数和值, 温度值5, 温度值10, 已完成";
 
 /// Those columns of draw i > 0, joined by blanks.

@@ -17,9 +17,7 @@ class Temperature : public ::testing::Test {
   RecordingPorts ports;
   RecordingPanels panels;
 
-  QString stored() {
-    return workspace.rows("SELECT 温度值5, 温度值10 FROM 历史记录 ORDER BY 期号").join(u'|');
-  }
+  QString stored() { return workspace.rows("SELECT 温度值5, 温度值10 FROM 历史记录 ORDER BY 期号").join(u'|'); }
 };
 
 TEST_F(Temperature, OfTheOldestDrawIsZero) {
@@ -106,8 +104,9 @@ TEST_F(Temperature, ARangeAgreesWithCountingTheDrawsBefore) {
     calcWenDuRange(workspace.store(), history[a].qihao, history[b].qihao, nullptr, ports);
     const QStringList rows = workspace.rows("SELECT 温度值5, 温度值10 FROM 历史记录 ORDER BY 期号");
     for (std::size_t i = 0; i < history.size(); ++i) {
-      const QString expected = i < a || i > b ? u"- -"_s
-                                              : u"%1 %2"_s.arg(slowTemperature(history, i, 5)).arg(slowTemperature(history, i, 10));
+      const QString expected =
+          i < a || i > b ? u"- -"_s
+                         : u"%1 %2"_s.arg(slowTemperature(history, i, 5)).arg(slowTemperature(history, i, 10));
       RC_ASSERT(rows[static_cast<qsizetype>(i)] == expected);
     }
   }));
