@@ -41,7 +41,8 @@ QString reasonOf(const SQLite::Exception& fault) {
     case SQLITE_FULL:
       return u"磁盘空间已满"_s;
     case SQLITE_READONLY:
-      return u"数据文件是只读的"_s;
+      return fault.getExtendedErrorCode() == SQLITE_READONLY_DIRECTORY ? u"数据文件的文件夹不允许写入"_s
+                                                                       : u"数据文件是只读的"_s;
     case SQLITE_CANTOPEN:
       return u"文件无法打开，或无法在它的文件夹中写入"_s;
     case SQLITE_NOTADB:

@@ -96,7 +96,7 @@ QString ReadStringLine(const QString& text, int n) {
 
 QByteArray readFileText(const QString& path) {
   QFile file(path);
-  if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
+  if (path.isEmpty() || QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
     throw FileError(u"无法打开文件 %1。"_s.arg(path));
   QByteArray content = file.readAll();
   if (file.error() != QFileDevice::NoError)

@@ -8,6 +8,7 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include "engine/rundriver.h"
 #include "model/store.h"
 #include "model/widgets/gridview.h"
 
@@ -88,18 +89,19 @@ QWidget* RunPanel::buildButtons() {
   buttonPanel_->setObjectName(u"Pic_subTouZhu"_s);
   auto* row = new QHBoxLayout(buttonPanel_);
   row->setContentsMargins(0, 0, 0, 0);
-  for (int i = 0; i < static_cast<int>(runButtons.size()); ++i) {
-    const RunButton& fact = runButtons[static_cast<std::size_t>(i)];
+  for (int i = 0; const RunButton& fact : RunDriver::buttons()) {
     auto* button = new QPushButton(fact.caption.toString(), buttonPanel_);
     button->setObjectName(u"cmmTouZhu_%1"_s.arg(i));
     button->setAccessibleName(fact.caption.toString());
     button->setToolTip(fact.tip.toString());
     button->setProperty("primary", i < 2);
+    button->setEnabled(fact.action != nullptr);
     connect(button, &QPushButton::clicked, this, [this, i] { Q_EMIT runRequested(i); });
-    buttons_[static_cast<std::size_t>(i)] = button;
+    buttons_.push_back(button);
     if (i == 2)
       row->addSpacing(fontMetrics().height());
     row->addWidget(button);
+    ++i;
   }
   row->addStretch();
   return buttonPanel_;
@@ -127,7 +129,8 @@ QWidget* RunPanel::buildProgress() {
 }
 
 void RunPanel::clickButton(int index) {
-  if (buttonPanel_->isEnabled())
+  const QPushButton* button = buttons_.at(static_cast<std::size_t>(index));
+  if (button->isEnabled())
     Q_EMIT runRequested(index);
 }
 

@@ -3,9 +3,8 @@
 #pragma once
 
 #include <QWidget>
-#include <array>
-#include <functional>
 #include <optional>
+#include <vector>
 
 #include "engine/runports.h"
 #include "model/ports.h"
@@ -21,19 +20,6 @@ namespace elevenfive {
 
 class GridView;
 class Store;
-
-/// The captions of cmmTouZhu, in order of their index, with the tips of the first two.
-struct RunButton {
-  QStringView caption;
-  QStringView tip;
-};
-inline constexpr std::array<RunButton, 7> runButtons{{{u"第一步：初始化", u"第一步：展开所选号码的全部组合"},
-                                                      {u"第二步：过滤缩水", u"第二步：按照设定的条件过滤"},
-                                                      {u"精选号码", u""},
-                                                      {u"导出", u""},
-                                                      {u"导入", u""},
-                                                      {u"删除", u""},
-                                                      {u"开奖核对", u""}}};
 
 class RunPanel final : public QWidget, public StatusText {
   Q_OBJECT
@@ -67,7 +53,7 @@ class RunPanel final : public QWidget, public StatusText {
   void setUpGridColumns();
 
   QWidget* buttonPanel_ = nullptr;
-  std::array<QPushButton*, runButtons.size()> buttons_{};
+  std::vector<QPushButton*> buttons_;
   QPushButton* stop_ = nullptr;
   QProgressBar* bar_ = nullptr;
   QtProgress progress_;

@@ -149,8 +149,8 @@ QWidget* HistoryPanel::buildModeStrip() {
     return made;
   };
   row->addWidget(new QLabel(u"数据模式："_s));
-  auto* data = new QButtonGroup(frame);
-  dataMode_ = {option(u"Option_TorD_0"_s, u"数据"_s, data), option(u"Option_TorD_1"_s, u"图表"_s, data)};
+  auto* modes = new QButtonGroup(frame);
+  dataMode_ = {option(u"Option_TorD_0"_s, u"数据"_s, modes), option(u"Option_TorD_1"_s, u"图表"_s, modes)};
   row->addSpacing(fontMetrics().height());
   row->addWidget(new QLabel(u"显示范围："_s));
   auto* history = new QButtonGroup(frame);
@@ -175,14 +175,14 @@ QWidget* HistoryPanel::buildModeStrip() {
 
 QWidget* HistoryPanel::buildGrid() {
   views_ = new QStackedWidget(this);
-  auto* data = new QWidget(views_);
-  auto* column = new QVBoxLayout(data);
+  auto* page = new QWidget(views_);
+  auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(2);
-  grid_ = new GridView(gConn_, data);
+  grid_ = new GridView(gConn_, page);
   grid_->setObjectName(u"TDBGridHistory"_s);
   grid_->setAccessibleName(u"历史开奖记录"_s);
-  filter_ = new FilterRow(grid_, data);
+  filter_ = new FilterRow(grid_, page);
   filter_->hide();
   connect(filter_, &FilterRow::edited, this, &HistoryPanel::filterEdited);
   connect(filter_, &FilterRow::submitted, filterBegin_, &QPushButton::click);
@@ -193,7 +193,7 @@ QWidget* HistoryPanel::buildGrid() {
   chart->setObjectName(u"TDBGrid_FenBu"_s);
   chart->setAlignment(Qt::AlignCenter);
   chart->setEnabled(false);
-  views_->addWidget(data);
+  views_->addWidget(page);
   views_->addWidget(chart);
   return views_;
 }
