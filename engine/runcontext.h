@@ -42,6 +42,9 @@ class LoopScope final {
   /// The end of one row: lets waiting events run and moves the bar on. False when the loop must end here.
   [[nodiscard]] bool nextRow();
 
+  /// Begins another walk over rows with the bar at its start.
+  void restart(int maximum);
+
  private:
   RunContext run_;
   PanelHold hold_;
