@@ -56,14 +56,14 @@ TEST_F(HistoryCommands, AddTakesTodayWhereNoDateIsGiven) {
 }
 
 TEST_F(HistoryCommands, AddPlainLeavesTheDerivedColumnsEmpty) {
-  cli.batch(u"history add 7 1 2 3 4 5 --plain\n"_s);
-  EXPECT_EQ(draws(), u"7\t1\t2\t3\t4\t5\t\n"_s);
+  cli.batch(u"history add 11031510 1 2 3 4 5 --plain\n"_s);
+  EXPECT_EQ(draws(), u"11031510\t1\t2\t3\t4\t5\t\n"_s);
 }
 
 TEST_F(HistoryCommands, AddReplacesAPeriodWithoutAQuestion) {
-  const auto outcome = cli.batch(u"history add 7 1 2 3 4 5\nhistory add 7 2 3 4 5 6\n"_s);
+  const auto outcome = cli.batch(u"history add 11031510 1 2 3 4 5\nhistory add 11031510 2 3 4 5 6\n"_s);
   EXPECT_EQ(outcome.err, QString());
-  EXPECT_EQ(draws(), u"7\t2\t3\t4\t5\t6\t20\n"_s);
+  EXPECT_EQ(draws(), u"11031510\t2\t3\t4\t5\t6\t20\n"_s);
 }
 
 TEST_F(HistoryCommands, AddRefusesWhatTheEntryRowRefuses) {
