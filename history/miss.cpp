@@ -88,28 +88,31 @@ int markOf(const Draw& numbers) {
   return mark;
 }
 
-/// Writes 总期号 and 遗漏数据 where they are not yet as they shall be: a second calculation finds most rows as the first one
-/// left them.
-class IndexWriter final {
+/// Goes through the draws up to a period and writes 总期号 and 遗漏数据 where they are not yet as they shall be: a second
+/// calculation finds most rows as the first one left them.
+class IndexPass final {
  public:
-  explicit IndexWriter(Store& store)
-      : update_(store.query("统计遗漏值",
-                            "UPDATE 历史记录 SET 总期号 = ?1, 遗漏数据 = ?2"
-                            " WHERE 期号 = ?3 AND (总期号 IS NOT ?1 OR 遗漏数据 IS NOT ?2)")),
+  IndexPass(Store& store, Qihao to)
+      : rows_(store, std::numeric_limits<Qihao>::min(), to, DrawColumns::numbersAndMarks),
+        update_(store.query("统计遗漏值", "UPDATE 历史记录 SET 总期号 = ?, 遗漏数据 = ? WHERE 期号 = ?")),
         transaction_(store) {}
 
-  void write(Qihao q, int index, int mark) {
-    update_.run(index, mark, q);
+  std::optional<DrawRow> next() { return rows_.next(); }
+
+  void write(const DrawRow& row, int index, int mark) {
+    if (row.zongQihao == index && row.yilouShuju == mark)
+      return;
+    update_.run(index, mark, row.qihao);
     transaction_.rowDone();
   }
+
   void commit() { transaction_.commit(); }
 
  private:
+  DrawRows rows_;
   Statement update_;
   PassTransaction transaction_;
 };
-
-constexpr Qihao lowestQihao = std::numeric_limits<Qihao>::min();
 
 void keepCurrent(YilouNow& yilouNow, const MissLabels& labels) {
   for (std::size_t n = 1; n < yilouNow.size(); ++n)
@@ -134,30 +137,28 @@ int missSum(const YilouNow& yilouNow, const DrawRow& row) {
 }  // namespace
 
 void resetZongQihao(Store& store, Qihao q, Events& events) {
-  IndexWriter writer(store);
-  DrawRows rows(store, lowestQihao, q);
+  IndexPass rows(store, q);
   int index = 0;
   while (const std::optional<DrawRow> row = rows.next()) {
-    writer.write(row->qihao, index++, 0);
+    rows.write(*row, index++, 0);
     events.yield();
   }
-  writer.commit();
+  rows.commit();
 }
 
 MissLabels calcYilou(Store& store, Qihao q, bool showLabels, YilouNow& yilouNow, Progress* progress, Events& events) {
   PassBar bar(showLabels ? progress : nullptr, numberCount, 1);
-  IndexWriter writer(store);
-  DrawRows rows(store, lowestQihao, q);
+  IndexPass rows(store, q);
   GapCounter gaps;
   int zongNow = 0;
   while (const std::optional<DrawRow> row = rows.next()) {
     const int index = gaps.add(row->numbers);
-    writer.write(row->qihao, index, markOf(row->numbers));
+    rows.write(*row, index, markOf(row->numbers));
     if (row->qihao == q)
       zongNow = index;
     events.yield();
   }
-  writer.commit();
+  rows.commit();
   bar.fill();
   const MissLabels labels = gaps.figuresAt(zongNow);
   if (!showLabels)
@@ -177,8 +178,7 @@ void calcYilouSum(Store& store, Qihao from, Qihao to, YilouNow& yilouNow, Progre
   if (count < 2)
     return;
   Statement update = store.query("统计遗漏值", "UPDATE 历史记录 SET 遗漏值总和 = ? WHERE 期号 = ?");
-  IndexWriter writer(store);
-  DrawRows rows(store, lowestQihao, to);
+  IndexPass rows(store, to);
   GapCounter gaps;
   bool inRange = false;  // the row before was one of the range, so that yilouNow stands for it
   int done = 0;
@@ -186,7 +186,7 @@ void calcYilouSum(Store& store, Qihao from, Qihao to, YilouNow& yilouNow, Progre
     if (inRange)
       update.run(missSum(yilouNow, *row), row->qihao);
     const int index = gaps.add(row->numbers);
-    writer.write(row->qihao, index, markOf(row->numbers));
+    rows.write(*row, index, markOf(row->numbers));
     inRange = row->qihao >= prev;
     if (inRange) {
       keepCurrent(yilouNow, gaps.figuresAt(index));
@@ -195,7 +195,7 @@ void calcYilouSum(Store& store, Qihao from, Qihao to, YilouNow& yilouNow, Progre
     }
     events.yield();
   }
-  writer.commit();
+  rows.commit();
   bar.fill();
 }
 
