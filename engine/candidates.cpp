@@ -41,7 +41,8 @@ void refuseRow(const Candidate& row) {
 
 CandidateWriter::CandidateWriter(Store& store)
     : mark_(store.query("写入过滤标记", "UPDATE 日志表 SET 过滤标记 = ? WHERE ID = ?")),
-      markAndXuhao_(store.query("写入过滤标记", "UPDATE 日志表 SET 过滤标记 = ?, 序号 = ? WHERE ID = ?")) {}
+      markAndXuhao_(store.query("写入过滤标记", "UPDATE 日志表 SET 过滤标记 = ?, 序号 = ? WHERE ID = ?")),
+      remove_(store.query("删除未通过的号码", "DELETE FROM 日志表 WHERE ID = ?")) {}
 
 void CandidateWriter::writeMark(const Candidate& row) {
   mark_.run(row.mark, row.id);
@@ -49,6 +50,10 @@ void CandidateWriter::writeMark(const Candidate& row) {
 
 void CandidateWriter::writeMarkAndXuhao(const Candidate& row) {
   markAndXuhao_.run(row.mark, row.xuhao, row.id);
+}
+
+void CandidateWriter::remove(const Candidate& row) {
+  remove_.run(row.id);
 }
 
 void deleteMarkedCandidates(Store& store, Qihao period) {

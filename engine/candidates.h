@@ -38,9 +38,11 @@ class CandidateWriter final {
   explicit CandidateWriter(Store& store);
   void writeMark(const Candidate& row);          ///< the mark only
   void writeMarkAndXuhao(const Candidate& row);  ///< a row that passed takes its new rank
+  void remove(const Candidate& row);             ///< deletes the row
  private:
   Statement mark_;
   Statement markAndXuhao_;
+  Statement remove_;
 };
 
 /// Deletes the rows of a period whose 过滤标记 is below 0.

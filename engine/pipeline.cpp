@@ -4,6 +4,15 @@
 #include <vector>
 
 #include "engine/candidates.h"
+#include "engine/conditionvalues.h"
+#include "engine/countfilters.h"
+#include "engine/historyfilters.h"
+#include "engine/matchfilter.h"
+#include "engine/parity.h"
+#include "engine/patternfilters.h"
+#include "engine/positionfilter.h"
+#include "engine/reduction.h"
+#include "engine/tolerance.h"
 #include "engine/valuefilters.h"
 #include "model/errors.h"
 #include "model/store.h"
@@ -21,9 +30,6 @@ int alone(const RunContext& run, Qihao period, int) {
   return filter(run, period);
 }
 
-/// A stage that is not built yet.
-constexpr decltype(PipelineStage::run) waiting = nullptr;
-
 constexpr std::array<PipelineStage, 24> stages = {{
     {u"和值", alone<filter_Hezhi>},
     {u"头数和值", alone<filter_TouHezhi>},
@@ -32,23 +38,23 @@ constexpr std::array<PipelineStage, 24> stages = {{
     {u"偶数和值", alone<filter_OushuHezhi>},
     {u"奇数个数", alone<filter_QishuGeshu>},
     {u"偶数个数", alone<filter_OushuGeshu>},
-    {u"大数个数", waiting},
-    {u"小数个数", waiting},
-    {u"高尾码个数", waiting},
-    {u"低尾码个数", waiting},
-    {u"温度值5", waiting},
-    {u"温度值10", waiting},
-    {u"区间", waiting, 1, 4},
-    {u"自定义组", waiting, 1, 20},
+    {u"大数个数", alone<filter_Daxiao>},
+    {u"小数个数", alone<filter_Xiaoshu>},
+    {u"高尾码个数", alone<filter_GaoWei>},
+    {u"低尾码个数", alone<filter_DiWei>},
+    {u"温度值5", alone<filter_Wendu5>},
+    {u"温度值10", alone<filter_Wendu10>},
+    {u"区间", filter_Qujian, 1, zoneCount},
+    {u"自定义组", filter_Zidingyi, 1, groupCount},
     {u"跨度", alone<filter_Kuadu>},
     {u"最大间距", alone<filter_JianjuMax>},
     {u"连号", alone<filter_Lianhao>},
     {u"AC值", alone<filter_AC>},
-    {u"重叠号", waiting},
-    {u"斜位码", waiting},
-    {u"尾数形式", waiting},
-    {u"头数形式", waiting},
-    {u"单双组合", waiting, 0, 5},
+    {u"重叠号", alone<filter_Chongdie>},
+    {u"斜位码", alone<filter_Xiewei>},
+    {u"尾数形式", alone<filter_WeiXingshi>},
+    {u"头数形式", alone<filter_TouXingshi>},
+    {u"单双组合", filter_Danshuang, 0, parityPatterns},
 }};
 
 /// Reading line of a run's start: a status text of more than 30 characters gives way to it.
@@ -81,9 +87,25 @@ void runCountedStages(const RunContext& run, Qihao period) {
     for (int member = stage.firstMember; member <= stage.lastMember; ++member) {
       if (run.state.userStop)
         return;
-      if (stage.run != waiting)
-        stage.run(run, period, member);
+      stage.run(run, period, member);
     }
+}
+
+/// The one value of this row is the reduction type.
+constexpr int reductionTypeId = 3900;
+
+/// What stands behind the counted stages. The tolerance judges also after a stop, the rest does not run then.
+void runClosingStages(const RunContext& run, Qihao period) {
+  if (run.state.rongcuoValue > 0)
+    applyRongcuo(run, period, run.state.rongcuoValue);
+  if (!run.state.userStop)
+    filter_Dingwei(run, period);
+  if (!run.state.userStop)
+    filter_Lishi(run, period);
+  if (run.state.userStop)
+    return;
+  loadTiaojianValues(run.gConn, run.state, reductionTypeId, reductionTypeId);
+  runSuoshui(run, run.state.tiaojianValue[0], period);
 }
 
 /// What the status text says at the end of a run, and the grid as it is then.
@@ -143,6 +165,7 @@ void runGuolvSuoshui(const RunContext& run, Qihao period) {
     return;
   try {
     runCountedStages(run, period);
+    runClosingStages(run, period);
   } catch (const Error&) {
     run.ports.view.showRizhiGrid();  // the stages before have deleted rows that the grid still shows
     throw;

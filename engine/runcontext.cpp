@@ -15,9 +15,7 @@ PanelHold::~PanelHold() {
 }
 
 LoopScope::LoopScope(const RunContext& run, int maximum) : run_(run), hold_(run) {
-  run_.ports.progress.setMinimum(0);
-  run_.ports.progress.setMaximum(maximum);
-  run_.ports.progress.setValue(0);
+  restart(maximum);
   run_.ports.progress.setVisible(true);
   run_.ports.controls.setEnabled(ControlId::cmm_stop, true);
 }
@@ -31,6 +29,13 @@ bool LoopScope::nextRow() {
   run_.ports.events.yield();
   run_.ports.progress.setValue(++done_);
   return !run_.state.userStop;
+}
+
+void LoopScope::restart(int maximum) {
+  done_ = 0;
+  run_.ports.progress.setMinimum(0);
+  run_.ports.progress.setMaximum(maximum);
+  run_.ports.progress.setValue(0);
 }
 
 QString statusBreak() {

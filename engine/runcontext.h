@@ -42,6 +42,9 @@ class LoopScope final {
   /// The end of one row: lets waiting events run and moves the bar on. False when the loop must end here.
   [[nodiscard]] bool nextRow();
 
+  /// Begins another walk over rows with the bar at its start.
+  void restart(int maximum);
+
  private:
   RunContext run_;
   PanelHold hold_;
@@ -61,6 +64,18 @@ class EnabledWhile final {
  private:
   Controls& controls_;
   ControlId control_;
+};
+
+/// A stop that is asked for inside a scope ends with it, however it ends.
+class StopCleared final {
+ public:
+  explicit StopCleared(RunState& state) : state_(state) {}
+  ~StopCleared() { state_.userStop = false; }
+  StopCleared(const StopCleared&) = delete;
+  StopCleared& operator=(const StopCleared&) = delete;
+
+ private:
+  RunState& state_;
 };
 
 /// Two line ends: what parts the lines of the status text.

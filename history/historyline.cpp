@@ -24,6 +24,18 @@ QStringView withoutOuterSeparators(QStringView text) {
   return text;
 }
 
+/// The value of a field's first digits; separators may stand before them.
+int fieldNumber(QStringView field) {
+  field = withoutOuterSeparators(field);
+  int value = 0;
+  for (const QChar ch : field) {
+    if (ch < u'0' || ch > u'9')
+      break;
+    value = value * 10 + (ch.unicode() - u'0');
+  }
+  return value;
+}
+
 }  // namespace
 
 std::optional<HistoryLine> HistoryLineReader::read(QStringView line) {
@@ -35,7 +47,7 @@ std::optional<HistoryLine> HistoryLineReader::read(QStringView line) {
   std::array<bool, numberCount + 1> drawn{};
   for (int field = 0; field < drawSize; ++field) {
     const qsizetype width = qMin(fieldWidth, rest.size());
-    const int n = leadingNumber(withoutOuterSeparators(rest.last(width)));
+    const int n = fieldNumber(rest.last(width));
     if (isNumber(n))
       drawn[static_cast<std::size_t>(n)] = true;
     rest = withoutOuterSeparators(rest.chopped(width));

@@ -33,6 +33,9 @@ bool deleteHistoryRecord(Store& store, Qihao qihao);
 /// How many draws the history holds.
 int countHistory(Store& store);
 
+/// Deletes one period and tells how that went. True where a row is gone.
+bool deleteToldRecord(Store& store, Qihao qihao, Boxes& boxes);
+
 /// The button cmm_scls: asks for a period, deletes it, and tells how that went. True where a row is gone.
 bool deleteAskedRecord(Store& store, Inputs& inputs, Boxes& boxes);
 

@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "history/statuspanels.h"
 #include "model/ports.h"
 #include "model/store.h"
 
@@ -66,6 +67,21 @@ class PassBar final {
  private:
   Progress* bar_;
   int maximum_;
+};
+
+/// Empties the panel of running passes when the scope ends, also by a fault. The panels may be null.
+class PanelEmptied final {
+ public:
+  explicit PanelEmptied(StatusPanels* panels) : panels_(panels) {}
+  ~PanelEmptied() {
+    if (panels_ != nullptr)
+      panels_->setPanel(StatusPanels::runningPass, {});
+  }
+  PanelEmptied(const PanelEmptied&) = delete;
+  PanelEmptied& operator=(const PanelEmptied&) = delete;
+
+ private:
+  StatusPanels* panels_;
 };
 
 }  // namespace elevenfive

@@ -1,7 +1,6 @@
 #include "history/temperature.h"
 
 #include <algorithm>
-#include <array>
 
 #include "history/drawrows.h"
 #include "history/pass.h"
@@ -14,9 +13,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int shortSpan = 5;
-constexpr int longSpan = 10;
-
 /// A draw as a set, bit n for number n. A number that a row holds twice counts once.
 unsigned setOf(const Draw& draw) {
   unsigned set = 0;
@@ -26,53 +22,30 @@ unsigned setOf(const Draw& draw) {
   return set;
 }
 
-int membersIn(unsigned set, const Draw& draw) {
-  int count = 0;
-  for (const int n : draw)
-    count += (set >> n & 1U) != 0 ? 1 : 0;
-  return count;
+}  // namespace
+
+void RecentDraws::add(const Draw& draw) {
+  sets_[count_++ % sets_.size()] = setOf(draw);
 }
 
-/// The last ten draws that went by.
-class RecentDraws final {
- public:
-  void add(const Draw& draw) { sets_[count_++ % sets_.size()] = setOf(draw); }
+int RecentDraws::temperature(const Draw& draw, int span) const {
+  int sum = 0;
+  const std::size_t reach = std::min(count_, static_cast<std::size_t>(span));
+  for (std::size_t back = 1; back <= reach; ++back)
+    for (const int n : draw)
+      sum += static_cast<int>(sets_[(count_ - back) % sets_.size()] >> n & 1U);
+  return sum;
+}
 
-  [[nodiscard]] int temperature(const Draw& draw, int span) const {
-    int sum = 0;
-    const std::size_t reach = std::min(count_, static_cast<std::size_t>(span));
-    for (std::size_t back = 1; back <= reach; ++back)
-      sum += membersIn(sets_[(count_ - back) % sets_.size()], draw);
-    return sum;
-  }
+Qihao firstRecentQihao(Store& store, Qihao q) {
+  return std::min(getPrevQihao(store, q, RecentDraws::longSpan), q);
+}
 
- private:
-  std::array<unsigned, longSpan> sets_{};
-  std::size_t count_ = 0;
-};
-
-/// Empties the panel when the pass ends, also by a fault.
-class PanelText final {
- public:
-  PanelText(StatusPanels* panels, bool emptyAtEnd) : panels_(panels), emptyAtEnd_(emptyAtEnd) {}
-  ~PanelText() {
-    if (panels_ != nullptr && emptyAtEnd_)
-      panels_->setPanel(StatusPanels::runningPass, {});
-  }
-  PanelText(const PanelText&) = delete;
-  PanelText& operator=(const PanelText&) = delete;
-
-  void showPeriod(Qihao q) {
-    if (panels_ != nullptr)
-      panels_->setPanel(StatusPanels::runningPass, u"   正在统计 %1 期号码的温度值。。。。。。  "_s.arg(q));
-  }
-
- private:
-  StatusPanels* panels_;
-  bool emptyAtEnd_;
-};
-
-}  // namespace
+void showWenDuPeriod(StatusPanels* panels, Qihao q) {
+  if (panels != nullptr)
+    panels->setPanel(StatusPanels::runningPass,
+                     u"   正在统计 "_s + QString::number(q) + u" 期号码的温度值。。。。。。  "_s);
+}
 
 int calc_WenDu(Store& store, Qihao q, int n) {
   DrawRows rows(store, getPrevQihao(store, q, n), q);
@@ -95,23 +68,24 @@ int calc_WenDu(Store& store, Qihao q, int n) {
 void calcWenDuRange(Store& store, Qihao from, Qihao to, Progress* progress, Events& events, StatusPanels* panels) {
   const Qihao prev = getPrevQihao(store, from, 1);
   PassBar bar(progress, progress != nullptr ? countDraws(store, prev, to) : 0, 0);
-  PanelText panel(panels, progress != nullptr);
+  const PanelEmptied panel(progress != nullptr ? panels : nullptr);
   const std::optional<DrawRow> first = DrawRows(store, prev, to).next();
   if (!first)
     return;
   Statement update = store.query("统计温度值", "UPDATE 历史记录 SET 温度值5 = ?, 温度值10 = ? WHERE 期号 = ?");
   PassTransaction transaction(store);
   // The draws before the range only warm the window up.
-  DrawRows rows(store, std::min(getPrevQihao(store, first->qihao, longSpan), first->qihao), to);
+  DrawRows rows(store, firstRecentQihao(store, first->qihao), to);
   RecentDraws recent;
   int done = 0;
   while (const std::optional<DrawRow> row = rows.next()) {
     if (row->qihao > first->qihao) {
       checkNumbers(*row);
       bar.set(++done);
-      update.run(recent.temperature(row->numbers, shortSpan), recent.temperature(row->numbers, longSpan), row->qihao);
+      update.run(recent.temperature(row->numbers, RecentDraws::shortSpan),
+                 recent.temperature(row->numbers, RecentDraws::longSpan), row->qihao);
       transaction.rowDone();
-      panel.showPeriod(row->qihao);
+      showWenDuPeriod(panels, row->qihao);
       events.yield();
     }
     recent.add(row->numbers);

@@ -4,6 +4,8 @@
 // number; the draw itself does not count, and where fewer lie before it, all of them count. At most 5 n.
 #pragma once
 
+#include <array>
+
 #include "history/statuspanels.h"
 #include "model/numbers.h"
 #include "model/ports.h"
@@ -20,5 +22,27 @@ int calc_WenDu(Store& store, Qihao q, int n);
 /// of the history's first row alone writes nothing. progress counts rows; it and panels may be null.
 void calcWenDuRange(Store& store, Qihao from, Qihao to, Progress* progress, Events& events,
                     StatusPanels* panels = nullptr);
+
+/// The last ten draws that went by, for a pass that meets the draws in ascending order.
+class RecentDraws final {
+ public:
+  static constexpr int shortSpan = 5;
+  static constexpr int longSpan = 10;
+
+  void add(const Draw& draw);
+
+  /// The temperature of a draw of numbers 1..11 over the last span draws.
+  [[nodiscard]] int temperature(const Draw& draw, int span) const;
+
+ private:
+  std::array<unsigned, longSpan> sets_{};
+  std::size_t count_ = 0;
+};
+
+/// Where a pass must start reading to know the draws before period q that its temperature counts.
+Qihao firstRecentQihao(Store& store, Qihao q);
+
+/// Tells in the panel of running passes which period's temperature is being counted.
+void showWenDuPeriod(StatusPanels* panels, Qihao q);
 
 }  // namespace elevenfive

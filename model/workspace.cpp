@@ -34,6 +34,11 @@ std::unique_ptr<QLockFile> lockFolder(const QString& folder) {
   throw FileError(u"无法在文件夹 %1 中写入文件。"_s.arg(folder));
 }
 
+/// The journal that a closed store leaves beside its file.
+void removeJournal(const QString& path) {
+  QFile::remove(path + u"-journal"_s);
+}
+
 /// A fresh store beside its place, put there only when it is whole.
 void createStore(const QString& path, StoreKind kind) {
   const QString fresh = path + u".new"_s;
@@ -41,10 +46,13 @@ void createStore(const QString& path, StoreKind kind) {
   try {
     Store store(fresh, StoreAccess::create);
     createSchema(store, kind);
-  } catch (const StoreError&) {
+  } catch (...) {
     QFile::remove(fresh);
+    removeJournal(fresh);
     throw;
   }
+  removeJournal(fresh);
+  removeJournal(path);  // what a crash left for the old store must not be played back into the new one
   std::error_code fault;
   std::filesystem::rename(fresh.toStdString(), path.toStdString(), fault);  // replaces an old one in one step
   if (fault) {
@@ -72,9 +80,9 @@ Workspace::~Workspace() = default;
 void Workspace::create(const Folders& folders, bool force) {
   if (!QDir().mkpath(folders.program))
     throw FileError(u"无法建立文件夹 %1。"_s.arg(folders.program));
+  const std::unique_ptr<QLockFile> lock = lockFolder(folders.program);
   if (exists(folders) && !force)
     throw FileError(u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folders.program));
-  const std::unique_ptr<QLockFile> lock = lockFolder(folders.program);
   createStore(folders.program + templateFile, StoreKind::conditionTemplate);
   createStore(folders.program + dataFile, StoreKind::main);
 }

@@ -131,4 +131,77 @@ TEST_F(Pipeline, AFaultReachesTheCallerAndLeavesTheControlsUsable) {
   EXPECT_EQ(view.gridShown, 1);  // what the stages before deleted is gone from the grid too
 }
 
+TEST_F(Pipeline, EveryStageInUseTellsItsLineInTheOrderOfTheRun) {
+  addRows(u"01 02 03 04 05\n01 03 05 07 09"_s);
+  sql("UPDATE 过滤条件使用情况 SET 使用情况 = 1 WHERE 条件 NOT BETWEEN 30 AND 36");
+  sql("UPDATE 过滤条件 SET VALUE = 1 WHERE ID BETWEEN 1000 AND 4599 AND ID NOT IN (3900, 3901)");
+  sql("UPDATE 历史数据过滤 SET 使用状态 = 1, 最小值 = 1, 匹配值 = 5");
+  use(30);
+  sql("UPDATE 号码特性 SET 第1位 = 1");
+  driver.runGuolvSuoshui(period);
+  QStringList labels;
+  for (const QString& line : statusLines())
+    if (line.startsWith(u'['))
+      labels << line.mid(1, line.indexOf(u']') - 1);
+  QStringList expected{u" 和 值 "_s,    u"头数和值"_s, u"尾数和值"_s, u"奇数和值"_s, u"偶数和值"_s,
+                       u"奇数个数"_s,   u"偶数个数"_s, u"大数个数"_s, u"小数个数"_s, u"高尾码个数"_s,
+                       u"低尾码个数"_s, u"温度值5"_s,  u"温度值10"_s};
+  for (int k = 1; k <= 4; ++k)
+    expected << u"区间%1"_s.arg(k);
+  for (int k = 1; k <= 20; ++k)
+    expected << u"自定义组%1"_s.arg(k);
+  expected << u" 跨 度 "_s << u"最大间距"_s << u"连号"_s << u"AC值"_s << u"重叠号"_s << u"斜位码"_s << u"尾数形式"_s
+           << u"头数形式"_s << u"排除掉上期单双组合："_s;
+  for (int j = 1; j <= 5; ++j)
+    expected << u"排除掉单双组合%1："_s.arg(j);
+  expected << u"号码定位,容错值=０"_s << u"历史数据过滤"_s << u"保五型"_s;
+  EXPECT_EQ(labels, expected);
+  EXPECT_EQ(survivors().size(), 2);
+  // The match filter overwrote the 50 conditions passed.
+  EXPECT_EQ(marks(), (QStringList{u"1"_s, u"1"_s}));
+}
+
+TEST_F(Pipeline, MarksCountTheConditionsPassed) {
+  addRows(u"01 02 03 04 05"_s);
+  sql("UPDATE 过滤条件使用情况 SET 使用情况 = 1 WHERE 条件 NOT BETWEEN 30 AND 36");
+  sql("UPDATE 过滤条件 SET VALUE = 1 WHERE ID BETWEEN 1000 AND 4599 AND ID NOT IN (3900, 3901)");
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(marks(), QStringList{QString::number(driver.countRongcuoTiaojian())});
+}
+
+TEST_F(Pipeline, AStopInTheZonesSkipsGroupsAndAllBehindThem) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06"_s);
+  for (const int code : {16, 17, 20, 4, 70})
+    use(code);
+  sql("UPDATE 过滤条件 SET VALUE = 1 WHERE ID BETWEEN 3300 AND 3899");
+  sql("UPDATE 历史数据过滤 SET 使用状态 = 1");
+  stopAtYield(2 + 1);
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(statusLines().mid(2), (QStringList{u"[区间1]过滤正在进行中．．．"_s, u"用户中止,当前记录余：２ 注"_s}));
+  EXPECT_EQ(marks(), (QStringList{u"1"_s, u"0"_s}));
+}
+
+TEST_F(Pipeline, AStopInThePositionFilterSkipsMatchAndReduction) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06"_s);
+  use(30);
+  sql("UPDATE 号码特性 SET 第1位 = 1");
+  sql("UPDATE 历史数据过滤 SET 使用状态 = 1");
+  setValue(3900, 3);
+  stopAtYield(2 + 1);
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(statusLines().mid(2), (QStringList{u"[号码定位]过滤正在进行中．．．"_s, u"用户中止,当前记录余：２ 注"_s}));
+}
+
+TEST_F(Pipeline, WithoutADrawBeforeTheRunEndsAtTheParityStage) {
+  sql("DELETE FROM 历史记录");
+  addRows(u"01 02 03 04 05\n01 02 03 04 06"_s);
+  use(1);
+  allow(1015, 1015);
+  EXPECT_THROW(driver.runGuolvSuoshui(period), MissingData);
+  // What the stages before did stays.
+  EXPECT_EQ(survivors(), QStringList{u"1: 01 02 03 04 05"_s});
+  EXPECT_EQ(view.gridShown, 1);
+  EXPECT_TRUE(ports.enabled[ControlId::mnu_UserQiehuan]);
+}
+
 }  // namespace elevenfive
