@@ -92,18 +92,6 @@ int insertRows(const RunContext& run, Qihao period, int firstId, int standing) {
   return standing + inserted;
 }
 
-/// A stop asked for in an expansion ends with it, however it ends.
-class StopCleared final {
- public:
-  explicit StopCleared(RunState& state) : state_(state) {}
-  ~StopCleared() { state_.userStop = false; }
-  StopCleared(const StopCleared&) = delete;
-  StopCleared& operator=(const StopCleared&) = delete;
-
- private:
-  RunState& state_;
-};
-
 }  // namespace
 
 int countTuoma(Store& store) {

@@ -66,6 +66,18 @@ class EnabledWhile final {
   ControlId control_;
 };
 
+/// A stop that is asked for inside a scope ends with it, however it ends.
+class StopCleared final {
+ public:
+  explicit StopCleared(RunState& state) : state_(state) {}
+  ~StopCleared() { state_.userStop = false; }
+  StopCleared(const StopCleared&) = delete;
+  StopCleared& operator=(const StopCleared&) = delete;
+
+ private:
+  RunState& state_;
+};
+
 /// Two line ends: what parts the lines of the status text.
 QString statusBreak();
 

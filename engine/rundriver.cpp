@@ -2,9 +2,12 @@
 
 #include <array>
 
+#include "engine/analysis.h"
 #include "engine/conditionvalues.h"
+#include "engine/drawcheck.h"
 #include "engine/expansion.h"
 #include "engine/pipeline.h"
+#include "engine/rizhi.h"
 #include "model/errors.h"
 #include "model/navigators.h"
 #include "model/store.h"
@@ -18,11 +21,11 @@ std::span<const RunButton> RunDriver::buttons() {
   static constexpr std::array<RunButton, 7> rows = {{
       {u"第一步：初始化", u"第一步：展开所选号码的全部组合", &RunDriver::expandClicked},
       {u"第二步：过滤缩水", u"第二步：按照设定的条件过滤", &RunDriver::runClicked},
-      {u"精选号码", u""},
-      {u"导出", u""},
-      {u"导入", u""},
+      {u"精选号码", u"", &RunDriver::analyseClicked},
+      {u"导出", u"", &RunDriver::exportClicked},
+      {u"导入", u"", &RunDriver::importClicked},
       {u"删除", u"", &RunDriver::deleteClicked},
-      {u"开奖核对", u""},
+      {u"开奖核对", u"", &RunDriver::checkClicked},
   }};
   return rows;
 }
@@ -79,6 +82,39 @@ void RunDriver::deleteClicked() {
   ports_.boxes.plain(u"删除记录完成！"_s);
 }
 
+void RunDriver::analyseClicked() {
+  const Qihao period = askPeriod(u"要精选哪期的号码 ？"_s, defaultPeriod());
+  const int wanted = inputNumber(ports_.inputs.askText({{}, u"要精选出多少注 ？"_s, u"5"_s}));
+  if (wanted > 0)
+    analyseHaoma(context(), period, wanted);
+}
+
+void RunDriver::exportClicked() {
+  if (ports_.dialogs != nullptr && !exportRizhi(context(), *ports_.dialogs, exportSettings_, u"daocuTemp.txt"_s))
+    ports_.boxes.plain(u"表格中没有该期的号码！"_s);
+}
+
+void RunDriver::importClicked() {
+  if (ports_.dialogs == nullptr)
+    return;
+  const QString path = ports_.dialogs->askOpenFile();
+  if (path.isEmpty())
+    return;
+  const std::optional<int> count = importRizhi(context(), *ports_.dialogs, importSettings_, path);
+  if (!count)
+    return;
+  const QString text = u"数据导入完成，共导入："_s + toQuanjiaoDigits(*count) + u" 注！"_s;
+  ports_.boxes.plain(text);
+  addStatusLine(context(), text);
+  showRizhiGrid();
+}
+
+void RunDriver::checkClicked() {
+  const QString typed = ports_.inputs.askText({{}, u"您要核对哪期的数据?"_s, defaultPeriod()});
+  if (!typed.isEmpty() && checkKaijiang(context(), inputNumber(typed)))
+    ports_.boxes.plain(u"开奖核对完成,结果请查看右边的操作提示！"_s);
+}
+
 int RunDriver::initXuanhao(Qihao period) {
   return elevenfive::initXuanhao(context(), period);
 }
@@ -124,12 +160,7 @@ void RunDriver::showRizhiGrid() {
 }
 
 void RunDriver::deleteRizhi(Qihao period) {
-  if (period != 0)
-    gConn_.execute("删除号码", "DELETE FROM 日志表 WHERE 期号 = ?", period);
-  else
-    gConn_.execute("删除号码", "DELETE FROM 日志表");
-  showRizhiGrid();
-  setStatus(context(), ports_.status.text() + u"表格中号码全部删除已完成．"_s);
+  elevenfive::deleteRizhi(context(), period);
 }
 
 void RunDriver::showTip(const QString& text, bool append) {

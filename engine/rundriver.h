@@ -8,6 +8,7 @@
 #include <QString>
 #include <span>
 
+#include "engine/resultfiles.h"
 #include "engine/runcontext.h"
 #include "engine/runports.h"
 #include "engine/runstate.h"
@@ -86,10 +87,16 @@ class RunDriver final {
   void expandClicked();
   void runClicked();
   void deleteClicked();
+  void analyseClicked();
+  void exportClicked();
+  void importClicked();
+  void checkClicked();
 
   Store& gConn_;
   RunPorts ports_;
   RunState state_;
+  ExportSettings exportSettings_;  ///< as the dialogs were left the last time
+  ImportSettings importSettings_;
 };
 
 }  // namespace elevenfive

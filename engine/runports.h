@@ -21,9 +21,13 @@ class RunView {
   [[nodiscard]] virtual QString rongcuoTipCaption() const = 0;
   /// Selects tab 2 of TabStrip_Top and tab 1 of TabStrip_TiaoJian, where numbers are picked.
   virtual void showPickingPage() = 0;
+  /// Marks the numbers of a draw in the grid's columns 号码1 to 号码5, so that hits stand out, in higher rows (405 twips).
+  virtual void showDrawnNumbers(const Draw& draw) { static_cast<void>(draw); }
   /// The counting lines of Text_ChoseNumberTip.
   virtual void setChoseNumberTip(const QString& text) = 0;
 };
+
+class ResultFileDialogs;
 
 /// References, handed to the run driver for its life.
 struct RunPorts {
@@ -34,6 +38,7 @@ struct RunPorts {
   StatusText& status;
   Events& events;
   RunView& view;
+  ResultFileDialogs* dialogs = nullptr;  ///< without them no result file goes out or comes in
 };
 
 }  // namespace elevenfive

@@ -11,13 +11,24 @@ using namespace Qt::StringLiterals;
 
 constexpr int blockSize = 1024;
 
+constexpr const char* numbersSql =
+    "SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5 FROM 历史记录"
+    " WHERE 期号 > ? AND 期号 <= ? ORDER BY 期号 LIMIT ?";
+
+constexpr const char* numbersAndMarksSql =
+    "SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5, 总期号, 遗漏数据 FROM 历史记录"
+    " WHERE 期号 > ? AND 期号 <= ? ORDER BY 期号 LIMIT ?";
+
+std::optional<int> cell(const Statement& row, int column) {
+  return row.isNull(column) ? std::nullopt : std::optional(row.integer(column));
+}
+
 }  // namespace
 
-DrawRows::DrawRows(Store& store, Qihao from, Qihao to)
-    : block_(store.query("读取开奖记录",
-                         "SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5 FROM 历史记录"
-                         " WHERE 期号 > ? AND 期号 <= ? ORDER BY 期号 LIMIT ?")),
+DrawRows::DrawRows(Store& store, Qihao from, Qihao to, DrawColumns columns)
+    : block_(store.query("读取开奖记录", columns == DrawColumns::numbers ? numbersSql : numbersAndMarksSql)),
       to_(to),
+      columns_(columns),
       after_(qint64{from} - 1) {}
 
 std::optional<DrawRow> DrawRows::next() {
@@ -33,9 +44,14 @@ void DrawRows::fetch() {
   position_ = 0;
   block_.bind(after_, to_, blockSize);
   while (block_.next()) {
-    DrawRow row{block_.integer(0), {}};
+    DrawRow row;
+    row.qihao = block_.integer(0);
     for (int i = 0; i < drawSize; ++i)
       row.numbers[static_cast<std::size_t>(i)] = block_.integer(i + 1);
+    if (columns_ == DrawColumns::numbersAndMarks) {
+      row.zongQihao = cell(block_, drawSize + 1);
+      row.yilouShuju = cell(block_, drawSize + 2);
+    }
     rows_.push_back(row);
   }
   block_.reset();

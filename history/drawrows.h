@@ -17,12 +17,17 @@ namespace elevenfive {
 struct DrawRow {
   Qihao qihao = 0;
   Draw numbers{};
+  std::optional<int> zongQihao;   ///< only with DrawColumns::numbersAndMarks
+  std::optional<int> yilouShuju;  ///< likewise
 };
+
+/// What a pass needs to know of each row; the marks stand at the far end of the record and cost their reading.
+enum class DrawColumns { numbers, numbersAndMarks };
 
 class DrawRows final {
  public:
   /// The draws of the periods from..to.
-  DrawRows(Store& store, Qihao from, Qihao to);
+  DrawRows(Store& store, Qihao from, Qihao to, DrawColumns columns = DrawColumns::numbers);
 
   /// The next draw; nothing at the end.
   std::optional<DrawRow> next();
@@ -32,6 +37,7 @@ class DrawRows final {
 
   Statement block_;
   Qihao to_;
+  DrawColumns columns_;
   qint64 after_;  ///< everything up to this period has been fetched
   std::vector<DrawRow> rows_;
   std::size_t position_ = 0;

@@ -22,6 +22,8 @@ class RecordingView final : public RunView {
   [[nodiscard]] QString rongcuoTipCaption() const override;
   void showPickingPage() override { ++pickingPagesShown; }
   void setChoseNumberTip(const QString& text) override { tip = text; }
+  std::optional<Draw> drawn;
+  void showDrawnNumbers(const Draw& draw) override { drawn = draw; }
 };
 
 /// Starts with every condition off, all values 0, one earlier draw "11031509 02 04 06 08 10", and no row. The target period is

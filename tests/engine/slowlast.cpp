@@ -90,9 +90,9 @@ void SlowEngine::matchFilter(Qihao period) {
     return;
   const Qihao from = previous(period, match.window);
   const Qihao to = previous(period, 1);
-  std::map<Qihao, Draw> window;
+  std::map<Qihao, Draw> window;  // of no draw where it is asked to hold none
   for (const PastDraw& draw : history)
-    if (draw.qihao >= from && draw.qihao <= to)
+    if (match.window >= 1 && draw.qihao >= from && draw.qihao <= to)
       window[draw.qihao] = draw.numbers;
   if (!window.empty())
     status = tip + lineBreaks() + u"[历史数据过滤]过滤正进行中．．．"_s;
@@ -127,6 +127,8 @@ void SlowEngine::matchFilter(Qihao period) {
 }
 
 void SlowEngine::reduce(Qihao period, int type) {
+  if (type < 3)
+    throw Fault{};  // no type was chosen
   const QString tip = status;
   // 临时数据, then 序号, then ID.
   std::vector<std::array<int, 3>> keys;
