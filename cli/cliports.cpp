@@ -31,12 +31,14 @@ void CliPorts::beginCommand() {
   answers.clear();
   typed.clear();
   refused = false;
+  lastText.clear();
 }
 
 Answer CliPorts::show(const Box& box) {
   const QString title = box.title.isEmpty() ? gTitle.toString() : box.title;
   printText(err_, u"[%1] "_s.arg(kindName(box.kind)) + title + u": "_s + box.text);
   err_.flush();
+  lastText = box.text;
   refused = refused || box.kind == BoxKind::critical;
   if (box.buttons == BoxButtons::ok || answers.empty())
     return Answer::yes;

@@ -30,6 +30,7 @@ class CliPorts final : public Boxes,
   std::deque<Answer> answers;  ///< for the next questions
   std::deque<QString> typed;   ///< for the next input boxes; the default text when empty
   bool refused = false;
+  QString lastText;        ///< of the last box
   QString choseNumberTip;  ///< the counting lines of the picks as last written
 
   /// Forgets what an earlier command left for questions that were not asked.
@@ -66,7 +67,8 @@ class CliPorts final : public Boxes,
 /// The frame of an import or export: nobody looks at it, nobody stops it.
 class CliLineProgress final : public LineProgress {
  public:
-  void show(int) override {}
+  bool shown = false;  ///< there was something to go through
+  void show(int) override { shown = true; }
   void setDone(int) override {}
   void hide() override {}
   [[nodiscard]] bool stopRequested() const override { return false; }

@@ -26,8 +26,10 @@ struct Command {
 std::span<const Command> dataCommands();
 std::span<const Command> historyCommands();
 std::span<const Command> catalogueCommands();
+std::span<const Command> missCommands();
 std::span<const Command> conditionCommands();
 std::span<const Command> groupCommands();
+std::span<const Command> setupCommands();
 std::span<const Command> runCommands();
 std::span<const Command> rowCommands();
 

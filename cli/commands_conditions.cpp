@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "cli/command.h"
-#include "cli/output.h"
 #include "cli/session.h"
 #include "cli/values.h"
 #include "conditions/conditionrows.h"
@@ -103,27 +102,6 @@ Action prepareMatch(const Arguments& arguments) {
   };
 }
 
-Action prepareCount(const Arguments&) {
-  return [](Session& session) {
-    session.program().driver.showXuanhaoTip();
-    printText(session.out(), session.ports().choseNumberTip);
-  };
-}
-
-Action prepareCountConditions(const Arguments&) {
-  return [](Session& session) {
-    printText(session.out(), QString::number(session.program().driver.countRongcuoTiaojian()));
-  };
-}
-
-Action preparePreview(const Arguments& arguments) {
-  const int code = numberOf(arguments, u"CODE"_s);
-  const auto& codes = conditionCodes();
-  if (!std::binary_search(codes.begin(), codes.end(), code))
-    throw UsageError(u"没有编号为 %1 的条件。"_s.arg(code));
-  return [code](Session& session) { printText(session.out(), session.program().panel.rangePreview(code)); };
-}
-
 constexpr Command commands[] = {
     {u"pick all", u"all eleven numbers become 拖码", u"", preparePickAll},
     {u"pick clear", u"no number is picked", u"", preparePickClear},
@@ -133,9 +111,6 @@ constexpr Command commands[] = {
     {u"attr COLUMN NUMBERS", u"a boolean column of 号码特性: true for exactly these numbers (1,5,11, or - for none)",
      u"", prepareAttribute},
     {u"match USE N M", u"历史数据过滤: 使用状态, 最小值, 匹配值", u"", prepareMatch},
-    {u"preview CODE", u"rangePreview", u"text", preparePreview},
-    {u"count", u"showXuanhaoTip", u"its lines", prepareCount},
-    {u"count --conditions", u"countRongcuoTiaojian", u"the number", prepareCountConditions},
 };
 
 }  // namespace

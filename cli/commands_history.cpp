@@ -53,6 +53,8 @@ Action prepareImport(const Arguments& arguments) {
     clearBeforeImport(session.store(), ports, ports);
     CliLineProgress lines;
     importHistoryText(session.store(), path, true, {ports, lines, ports, ports});
+    if (!lines.shown)
+      throw Refused();  // an empty file
   };
 }
 

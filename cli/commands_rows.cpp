@@ -3,6 +3,7 @@
 
 #include "cli/command.h"
 #include "cli/readonlyquery.h"
+#include "cli/runclick.h"
 #include "cli/session.h"
 #include "cli/values.h"
 
@@ -29,8 +30,13 @@ Action prepareRows(const Arguments& arguments) {
   };
 }
 
+Action prepareRowsDelete(const Arguments&) {
+  return [](Session& session) { clickRunButton(session, buttonDelete, {}); };
+}
+
 constexpr Command commands[] = {
     {u"rows [QIHAO]", u"日志表 in 期号, 序号, ID order", u"all 13 columns", prepareRows},
+    {u"rows delete", u"button 删除", u"status text", prepareRowsDelete},
 };
 
 }  // namespace

@@ -50,8 +50,9 @@ std::vector<const Command*> commandsNamed(const QString& firstWord) {
 const std::vector<Command>& allCommands() {
   static const std::vector<Command> commands = [] {
     std::vector<Command> all;
-    for (const std::span<const Command> group : {dataCommands(), historyCommands(), catalogueCommands(),
-                                                 conditionCommands(), groupCommands(), runCommands(), rowCommands()})
+    for (const std::span<const Command> group :
+         {dataCommands(), historyCommands(), catalogueCommands(), missCommands(), conditionCommands(), groupCommands(),
+          setupCommands(), runCommands(), rowCommands()})
       all.insert(all.end(), group.begin(), group.end());
     return all;
   }();

@@ -194,7 +194,8 @@ Store::Store(const QString& path, StoreAccess access) : path_(path) {
   if (access != StoreAccess::create && !QFileInfo(path).isFile())
     refuse(u"找不到文件"_s);
   try {
-    database_ = std::make_unique<SQLite::Database>(path.toStdString(), openFlags(access) | SQLite::OPEN_NOMUTEX, busyTimeout);
+    database_ =
+        std::make_unique<SQLite::Database>(path.toStdString(), openFlags(access) | SQLite::OPEN_NOMUTEX, busyTimeout);
     // Without the right to write, SQLite opens a file for reading only and says so at the first write.
     if (access != StoreAccess::readOnly && sqlite3_db_readonly(database_->getHandle(), "main") == 1)
       refuse(u"数据文件是只读的"_s);
