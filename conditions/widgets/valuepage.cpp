@@ -83,6 +83,7 @@ QWidget* ValuePage::buildGroup(int index) {
     line->addWidget(button);
   column->addLayout(line);
   column->addWidget(group.chips, 1);
+  group.chips->setMinimumHeight(fontMetrics().height() * 2);
 
   connect(group.check, &QCheckBox::toggled, this, [this, index](bool checked) {
     if (panel_.loadingPanel)
