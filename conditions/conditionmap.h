@@ -70,7 +70,6 @@ inline constexpr int positionCount = 7;
 constexpr int positionCode(int p) {
   return p + 29;
 }
-QString positionColumn(int p);
 QString positionCaption(int p);  ///< of Check_useDingWeiTiaojiao
 
 inline constexpr int positionToleranceId = 3901;
