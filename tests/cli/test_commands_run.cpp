@@ -24,9 +24,10 @@ class RunCommands : public ::testing::Test {
   CliProcess cli;
 };
 
-/// Seven numbers, and of the conditions only 和值 19 to 40, 跨度 5 to 10, 最大间距 2 to 10 and AC值 1 to 6.
+/// A draw before the period, which every run compares with; seven numbers, and of the conditions only 和值 19 to 40, 跨度 5 to 10, 最大间距 2 to 10 and AC值 1 to 6.
 const QString sevenNumbers =
-    u"pick clear\npick 1 1\npick 2 1\npick 3 1\npick 4 1\npick 5 1\npick 6 1\npick 7 1\n"
+    u"history add 11031511 1 3 5 7 9 --date 2011-03-15 --plain\npick clear\npick 1 1\npick 2 1\npick 3 1\npick 4 "
+    u"1\npick 5 1\npick 6 1\npick 7 1\n"
     "use 7 0\nuse 8 0\nuse 46 0\nuse 47 0\nuse 70 0\nmatch 0 5 4\n"_s;
 
 }  // namespace
