@@ -129,10 +129,6 @@ const ValueList* listOfCode(int code) {
   return nullptr;
 }
 
-QString positionColumn(int p) {
-  return u"第%1位"_s.arg(p);
-}
-
 QString positionCaption(int p) {
   return u"使用第%1位定位过滤"_s.arg(toQuanjiaoDigits(p));
 }

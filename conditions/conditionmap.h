@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <span>
 
+#include "engine/positionfilter.h"
+
 namespace elevenfive {
 
 /// What a tab of TabStrip_TiaoJian holds.
@@ -70,7 +72,6 @@ inline constexpr int positionCount = 7;
 constexpr int positionCode(int p) {
   return p + 29;
 }
-QString positionColumn(int p);
 QString positionCaption(int p);  ///< of Check_useDingWeiTiaojiao
 
 inline constexpr int positionToleranceId = 3901;

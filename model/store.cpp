@@ -192,18 +192,13 @@ Store::Store(const QString& path, StoreAccess access) : path_(path) {
     throw StoreError(u"打开数据文件失败：%1（%2）。"_s.arg(reason, path));
   };
   if (access != StoreAccess::create && !QFileInfo(path).isFile())
-<<<<<<< HEAD
     refuse(u"找不到文件"_s);
   try {
-    database_ = std::make_unique<SQLite::Database>(path.toStdString(), openFlags(access), busyTimeout);
+    database_ =
+        std::make_unique<SQLite::Database>(path.toStdString(), openFlags(access) | SQLite::OPEN_NOMUTEX, busyTimeout);
     // Without the right to write, SQLite opens a file for reading only and says so at the first write.
     if (access != StoreAccess::readOnly && sqlite3_db_readonly(database_->getHandle(), "main") == 1)
       refuse(u"数据文件是只读的"_s);
-=======
-    throw StoreError(u"打开数据文件失败：找不到文件 %1。"_s.arg(path));
-  guarded(purpose, [&] {
-    database_ = std::make_unique<SQLite::Database>(path.toStdString(), openFlags(access) | SQLite::OPEN_NOMUTEX, 2000);
->>>>>>> w-history
     if (access != StoreAccess::readOnly) {
       database_->exec("PRAGMA journal_mode = TRUNCATE");
       database_->exec("PRAGMA synchronous = OFF");
