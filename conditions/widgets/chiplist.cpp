@@ -11,7 +11,7 @@ namespace {
 /// Paints an item as a rounded chip: filled where it is selected, an outline where not.
 class ChipDelegate final : public QStyledItemDelegate {
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+  explicit ChipDelegate(QListView* list) : QStyledItemDelegate(list), list_(*list) {}
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     const bool selected = option.state.testFlag(QStyle::State_Selected);
@@ -37,6 +37,12 @@ class ChipDelegate final : public QStyledItemDelegate {
     painter->drawText(chip, Qt::AlignCenter, index.data().toString());
     painter->restore();
   }
+
+  /// A chip fills its place in the list's grid.
+  QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override { return list_.gridSize(); }
+
+ private:
+  const QListView& list_;
 };
 
 }  // namespace
@@ -50,7 +56,7 @@ ChipList::ChipList(QWidget* parent) : QListWidget(parent) {
   setUniformItemSizes(true);
   setMovement(Static);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setFrameShape(NoFrame);
+  setProperty("plain", true);
   setMouseTracking(true);
 }
 
@@ -71,12 +77,6 @@ void ChipList::setChips(const QStringList& items, const std::vector<bool>& selec
 void ChipList::invertSelection() {
   selectionModel()->select(QItemSelection(model()->index(0, 0), model()->index(count() - 1, 0)),
                            QItemSelectionModel::Toggle);
-}
-
-int ChipList::heightForChips(int width) const {
-  const int perRow = std::max(1, width / std::max(1, gridSize().width()));
-  const int rows = (count() + perRow - 1) / perRow;
-  return rows * gridSize().height() + 2 * frameWidth() + 2;
 }
 
 void ChipList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

@@ -18,9 +18,6 @@ class ChipList final : public QListWidget {
 
   void invertSelection();
 
-  /// The height that shows all chips at a width.
-  [[nodiscard]] int heightForChips(int width) const;
-
   /// One item was selected or deselected by the person.
   Q_SIGNAL void chipClicked(int item, bool selected);
   /// The last chipClicked() of one action has been told.

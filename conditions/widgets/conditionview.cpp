@@ -1,5 +1,6 @@
 #include "conditions/widgets/conditionview.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -7,6 +8,7 @@
 #include <QPainter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 #include "conditions/widgets/pickpage.h"
@@ -76,9 +78,9 @@ QWidget* ConditionView::buildTabs() {
   const int side = fontMetrics().height() / 2;
   tabs_->setIconSize({side, side});
   for (int tab = 1; tab <= conditionTabCount; ++tab) {
-    auto* item = new QListWidgetItem(tabCaption(tab), tabs_);
-    item->setSizeHint({0, fontMetrics().height() + fontMetrics().height() / 3});
+    new QListWidgetItem(tabCaption(tab), tabs_);
   }
+  tabs_->installEventFilter(this);
   count_ = new QLabel(strip);
   count_->setObjectName(u"Label_Zhushu"_s);
   count_->setAccessibleName(u"全部号码组合"_s);
@@ -89,10 +91,24 @@ QWidget* ConditionView::buildTabs() {
   column->addWidget(find_);
   column->addWidget(tabs_, 1);
   column->addWidget(count_);
-  strip->setFixedWidth(fontMetrics().height() * 11);
+  strip->setFixedWidth(fontMetrics().height() * 12);
   connect(find_, &QLineEdit::textChanged, this, &ConditionView::findTab);
   connect(find_, &QLineEdit::returnPressed, tabs_, qOverload<>(&QWidget::setFocus));
   return strip;
+}
+
+bool ConditionView::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == tabs_ && event->type() == QEvent::Resize)
+    fitTabs();
+  return QWidget::eventFilter(watched, event);
+}
+
+void ConditionView::fitTabs() {
+  const int text = tabs_->fontMetrics().height();
+  const int room = (tabs_->height() - 2 * tabs_->frameWidth() - 2) / conditionTabCount;
+  const int height = std::clamp(room, text + 1, text * 3 / 2);
+  for (int row = 0; row < tabs_->count(); ++row)
+    tabs_->item(row)->setSizeHint({0, height});
 }
 
 void ConditionView::buildPages() {

@@ -35,8 +35,12 @@ class ConditionView final : public QWidget {
   /// The counting lines of the picks; their last line stands below the tabs whatever the tab.
   void setChoseNumberTip(const QString& text);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   QWidget* buildTabs();
+  void fitTabs();
   void buildPages();
   QWidget* placeholder(int tab);
   void showTab(int tab);

@@ -55,14 +55,12 @@ unsigned PickButton::backColor() const {
 }
 
 QSize PickButton::sizeHint() const {
-  const int side = fontMetrics().height() * 3;
+  const int side = fontMetrics().height() * 5 / 2;
   return {side, side};
 }
 
 void PickButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  QFont own = font();
-  painter.setFont(own);
   const QRectF area = QRectF(rect()).adjusted(4, 4, -4, -4);
   const bool picked = pick_ != 0;
   QColor color = picked ? QColor(rgbOfBgr(backColor())) : palette().color(QPalette::Button);
@@ -70,12 +68,13 @@ void PickButton::paintEvent(QPaintEvent*) {
     color = color.lighter(picked ? 112 : 104);
   if (isDown())
     color = color.darker(115);
-  drawBall(painter, area, text(), color, picked ? QColor(Qt::white) : palette().color(QPalette::ButtonText));
   painter.setRenderHint(QPainter::Antialiasing);
-  if (!picked) {
-    painter.setPen(QPen(palette().color(QPalette::Mid), 1));
-    painter.drawEllipse(area);
-  }
+  painter.setPen(picked ? QPen(Qt::NoPen) : QPen(palette().color(QPalette::Mid), 1));
+  painter.setBrush(color);
+  painter.drawEllipse(area);
+  painter.setPen(picked ? QColor(Qt::white) : palette().color(QPalette::ButtonText));
+  painter.drawText(area, Qt::AlignCenter, text());
+  painter.setBrush(Qt::NoBrush);
   if (hasFocus()) {
     painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
     painter.drawEllipse(area.adjusted(-2.5, -2.5, 2.5, 2.5));
@@ -140,7 +139,8 @@ QWidget* PickPage::buildNumbers() {
   for (int number = 1; number <= numberCount; ++number) {
     auto* button = new PickButton(number, field);
     QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * 1.35);
+    large.setPointSizeF(large.pointSizeF() * 1.6);
+    large.setBold(true);
     button->setFont(large);
     button->setFixedSize(button->sizeHint());
     grid->addWidget(button, (number - 1) / buttonColumns, (number - 1) % buttonColumns);

@@ -67,8 +67,8 @@ RunPanel::RunPanel(Store& gConn, BusyState& busy, QWidget* parent)
   count_->setProperty("note", true);
 
   auto* panes = new QSplitter(this);
-  panes->addWidget(pane(heading(u"号码(&H)"_s, grid_), count_, grid_));
-  panes->addWidget(pane(heading(u"操作提示(&T)"_s, status_), nullptr, status_));
+  panes->addWidget(pane(heading(u"号码"_s, grid_), count_, grid_));
+  panes->addWidget(pane(heading(u"操作提示"_s, status_), nullptr, status_));
   panes->setStretchFactor(0, 3);
   panes->setStretchFactor(1, 2);
   panes->setChildrenCollapsible(false);
@@ -152,6 +152,7 @@ void RunPanel::setUpGridColumns() {
   grid_->hideColumns(hiddenColumns());
   grid_->fitColumns({u"期号"_s}, 10);
   grid_->showNumbersAsBalls();
+  grid_->stretchColumns();
 }
 
 std::optional<Qihao> RunPanel::currentQihao() const {

@@ -29,7 +29,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// The columns that the grid does not show.
-constexpr std::array<QStringView, 9> hiddenColumns{u"已完成",   u"总期号",   u"遗漏数据", u"开奖日期",  u"间距七",
+constexpr std::array<QStringView, 9> hiddenColumns{u"已完成", u"总期号",   u"遗漏数据", u"开奖日期",  u"间距七",
                                                    u"间距九", u"间距十一", u"间距十二", u"遗漏值总和"};
 
 /// The background of 期号, in the order 0xBBGGRR.
@@ -102,8 +102,8 @@ QWidget* HistoryPanel::buildEntryStrip() {
         addDraw();
     });
   }
-  row->addWidget(button(u"cmmUpdateHistory_0"_s, u"<-添加记录"_s, u"把左边的期号和号码存入历史记录"_s,
-                        &HistoryPanel::addDraw));
+  row->addWidget(
+      button(u"cmmUpdateHistory_0"_s, u"<-添加记录"_s, u"把左边的期号和号码存入历史记录"_s, &HistoryPanel::addDraw));
   row->addSpacing(fontMetrics().height());
   row->addWidget(buildButtons());
   row->setContentsMargins(0, 0, 0, 0);
@@ -126,12 +126,11 @@ QWidget* HistoryPanel::buildButtons() {
   auto* group = new QWidget(this);
   auto* row = new QHBoxLayout(group);
   row->setContentsMargins(0, 0, 0, 0);
-  row->addWidget(button(u"newBtnHistory_99"_s, u"导入文本"_s, u"从文本文件导入开奖记录，每行一期"_s,
-                        &HistoryPanel::importText));
+  row->addWidget(
+      button(u"newBtnHistory_99"_s, u"导入文本"_s, u"从文本文件导入开奖记录，每行一期"_s, &HistoryPanel::importText));
   row->addWidget(button(u"cmm_Daocu"_s, u"导出文本"_s, u"把全部开奖记录导出为文本"_s, &HistoryPanel::exportText));
   row->addWidget(button(u"cmm_scls"_s, u"删除一期"_s, u"删除指定期号的记录"_s, &HistoryPanel::deletePeriod));
-  row->addWidget(
-      button(u"newBtnHistory_3"_s, u"清空记录"_s, u"删除所有的历史记录"_s, &HistoryPanel::clearHistory));
+  row->addWidget(button(u"newBtnHistory_3"_s, u"清空记录"_s, u"删除所有的历史记录"_s, &HistoryPanel::clearHistory));
   return group;
 }
 

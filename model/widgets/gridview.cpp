@@ -72,6 +72,10 @@ void GridView::fitColumns(const QStringList& wide, int digits) {
   }
 }
 
+void GridView::stretchColumns() {
+  horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+}
+
 void GridView::fitColumn(const QString& name, const QString& sample) {
   const int column = rows_->columnOf(name);
   const int needed = fontMetrics().horizontalAdvance(sample) + fontMetrics().averageCharWidth() * 3;

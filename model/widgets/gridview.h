@@ -31,6 +31,9 @@ class GridView final : public QTableView {
   /// Gives each column the width that its header needs, and `wide` the width of that many digits.
   void fitColumns(const QStringList& wide, int digits);
 
+  /// Lets the shown columns share the whole width, for tables of few columns.
+  void stretchColumns();
+
   /// Makes a column at least as wide as a sample text needs.
   void fitColumn(const QString& name, const QString& sample);
 

@@ -50,6 +50,18 @@ QPushButton* addButtons(QMessageBox& box, BoxButtons buttons) {
   return yes;
 }
 
+/// The file that was chosen in the dialog; empty where it was cancelled.
+QString chosenFile(QFileDialog& dialog, const QString& accept) {
+  dialog.setLabelText(QFileDialog::LookIn, u"查找范围："_s);
+  dialog.setLabelText(QFileDialog::FileName, u"文件名(&N)："_s);
+  dialog.setLabelText(QFileDialog::FileType, u"文件类型："_s);
+  dialog.setLabelText(QFileDialog::Accept, accept);
+  dialog.setLabelText(QFileDialog::Reject, u"取消(&C)"_s);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    return {};
+  return dialog.selectedFiles().constFirst();
+}
+
 }  // namespace
 
 Answer QtBoxes::show(const Box& box) {
@@ -80,11 +92,16 @@ QString QtInputs::askText(const InputBox& box) {
 }
 
 QString QtFileDialogs::openFile(const QString& title, const QString& filter) {
-  return QFileDialog::getOpenFileName(parent_, title, {}, filter);
+  QFileDialog dialog(parent_, title, {}, filter);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  return chosenFile(dialog, u"打开(&O)"_s);
 }
 
 QString QtFileDialogs::saveFile(const QString& title, const QString& filter, const QString& defaultName) {
-  return QFileDialog::getSaveFileName(parent_, title, defaultName, filter);
+  QFileDialog dialog(parent_, title, {}, filter);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.selectFile(defaultName);
+  return chosenFile(dialog, u"保存(&S)"_s);
 }
 
 void QtProgress::setMinimum(int minimum) {

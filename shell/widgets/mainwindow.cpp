@@ -56,8 +56,7 @@ MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
   setWindowTitle(programTitle.toString());
   run_ = new RunPanel(workspace_.gConn, busy_, this);
   driver_ = std::make_unique<RunDriver>(
-      workspace_.gConn,
-      RunPorts{ports_.boxes, ports_.inputs, run_->progress(), controls_, *run_, events_, *view_});
+      workspace_.gConn, RunPorts{ports_.boxes, ports_.inputs, run_->progress(), controls_, *run_, events_, *view_});
   history_ = new HistoryPanel(workspace_.gConn, workspace_.folders().program,
                               {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, busy_}, this);
   conditions_ = new ConditionView(workspace_.gConn, *driver_, ports_.boxes, this);

@@ -8,11 +8,11 @@ namespace elevenfive {
 
 enum class MenuAction {
   exit,
-  historyEntry,      ///< first page, a box, the focus in the first number field
-  historyDataMode,   ///< argument: Option_TorD
-  historyRange,      ///< argument: OptionHistoryMode
-  conditionTab,      ///< argument: tab of TabStrip_TiaoJian, modulo 100
-  run,               ///< argument: index of cmmTouZhu
+  historyEntry,     ///< first page, a box, the focus in the first number field
+  historyDataMode,  ///< argument: Option_TorD
+  historyRange,     ///< argument: OptionHistoryMode
+  conditionTab,     ///< argument: tab of TabStrip_TiaoJian, modulo 100
+  run,              ///< argument: index of cmmTouZhu
   switchUser,
 };
 

@@ -36,7 +36,8 @@ QPalette calmPalette() {
 }
 
 /// Shapes by property: headings, notes, cards, primary and small buttons; sizes in the font's own units.
-constexpr QStringView shapes = uR"(
+constexpr QStringView shapes =
+    uR"(
 QLabel[heading="true"] { font-weight: bold; font-size: 11.5pt; }
 QLabel[note="true"] { color: #616E7C; }
 QFrame[card="true"] { background: palette(base); border: 1px solid #D8DEE4; border-radius: 6px; }
@@ -52,12 +53,14 @@ QPushButton[primary="true"]:pressed { background: #245A93; }
 QPushButton[primary="true"]:focus { border: 1px solid #1F2933; }
 QPushButton[primary="true"]:disabled { background: #A9BFD6; border-color: #A9BFD6; }
 QTabBar#TabStrip_Top { background: palette(window); }
-QTabBar#TabStrip_Top::tab { padding: 0.6em 1.2em; border: none; border-bottom: 3px solid transparent; }
-QTabBar#TabStrip_Top::tab:selected { color: #2B6CB0; font-weight: bold; border-bottom: 3px solid #2B6CB0; }
+QTabBar#TabStrip_Top::tab { padding: 0.5em 1.2em; margin-bottom: 4px; border-bottom: 3px solid palette(window); }
+QTabBar#TabStrip_Top::tab:selected { color: #2B6CB0; font-weight: bold; border-bottom: 3px solid palette(highlight); }
 QTabBar#TabStrip_Top::tab:hover:!selected { background: #EAF1F8; }
 QTabBar#TabStrip_Qiaqu::tab { padding: 0.35em 1.4em; border: 1px solid #C3CCD5; background: palette(base); }
 QTabBar#TabStrip_Qiaqu::tab:selected { color: white; background: palette(highlight); border-color: palette(highlight); }
 QLineEdit, QPlainTextEdit, QListWidget, QTableView { border: 1px solid #D8DEE4; border-radius: 4px; background: palette(base); }
+QListWidget[plain="true"] { border: 1px solid transparent; }
+QListWidget[plain="true"]:focus { border: 1px solid transparent; }
 QLineEdit { padding: 0.25em 0.2em; }
 QLineEdit:focus, QPlainTextEdit:focus, QListWidget:focus, QTableView:focus { border: 1px solid palette(highlight); }
 QHeaderView::section { background: #EDF0F3; border: none; border-right: 1px solid #D8DEE4; border-bottom: 1px solid #D8DEE4; padding: 0.3em 0.4em; }
@@ -70,8 +73,8 @@ QStatusBar::item { border: none; }
 void applyTheme(QApplication& application) {
   QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
   QFont font = QApplication::font();
-  font.setFamilies({u"Noto Sans CJK SC"_s, u"Source Han Sans SC"_s, u"WenQuanYi Micro Hei"_s, u"Microsoft YaHei"_s,
-                    font.family()});
+  font.setFamilies(
+      {u"Noto Sans CJK SC"_s, u"Source Han Sans SC"_s, u"WenQuanYi Micro Hei"_s, u"Microsoft YaHei"_s, font.family()});
   font.setPointSizeF(10);
   QApplication::setFont(font);
   QApplication::setPalette(calmPalette());

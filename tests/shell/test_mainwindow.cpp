@@ -1,0 +1,369 @@
+#include "shell/widgets/mainwindow.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTimer>
+
+#include "conditions/widgets/pickpage.h"
+#include "model/widgets/gridview.h"
+#include "tests/shell/windowtest.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class MainWindowTest : public ::testing::Test {
+ protected:
+  void open() {
+    window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{ports, ports, files, texts});
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+  }
+
+  template <typename Control>
+  Control& the(const QString& name) {
+    return control<Control>(*window, name);
+  }
+
+  void typeDraw(const QString& qihao, const QStringList& numbers) {
+    the<QLineEdit>(u"TextHistory_0"_s).setText(qihao);
+    for (int i = 1; i <= 5; ++i) {
+      auto& field = the<QLineEdit>(u"TextHistory_%1"_s.arg(i));
+      field.clear();
+      QTest::keyClicks(&field, numbers[i - 1]);
+    }
+  }
+
+  /// Whether a column of a grid is hidden.
+  bool hidden(const QString& grid, const QString& column) {
+    auto& view = the<GridView>(grid);
+    return view.isColumnHidden(view.rows().columnOf(column));
+  }
+
+  void triggerMenu(const QString& name) { the<QAction>(name).trigger(); }
+
+  TestWorkspace data;
+  RecordingPorts ports;
+  AnsweringFiles files;
+  RecordingTexts texts;
+  std::unique_ptr<MainWindow> window;
+};
+
+TEST_F(MainWindowTest, ThreeTabsBearTheirCaptions) {
+  open();
+  auto& tabs = the<QTabBar>(u"TabStrip_Top"_s);
+  ASSERT_EQ(tabs.count(), 3);
+  EXPECT_EQ(tabs.tabText(0), u" 历史开奖数据 "_s);
+  EXPECT_EQ(tabs.tabText(1), u" 设置过滤条件 "_s);
+  EXPECT_EQ(tabs.tabText(2), u" 生成投注号码 "_s);
+  EXPECT_EQ(the<QListWidget>(u"TabStrip_TiaoJian"_s).count(), 25);
+}
+
+TEST_F(MainWindowTest, EveryControlThatTakesTheFocusHasAnAccessibleName) {
+  open();
+  for (int tab = 1; tab <= 3; ++tab) {
+    window->selectTopTab(tab);
+    for (const QWidget* widget : window->findChildren<QWidget*>()) {
+      if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus)
+        continue;
+      EXPECT_FALSE(widget->accessibleName().isEmpty())
+          << widget->metaObject()->className() << ' ' << widget->objectName().toStdString();
+    }
+  }
+}
+
+TEST_F(MainWindowTest, TheHistoryGridHidesItsColumnsAndTintsThePeriod) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  for (const QString& column : {u"已完成"_s, u"总期号"_s, u"遗漏数据"_s, u"开奖日期"_s, u"间距七"_s, u"间距九"_s,
+                                u"间距十一"_s, u"间距十二"_s, u"遗漏值总和"_s})
+    EXPECT_TRUE(hidden(u"TDBGridHistory"_s, column)) << column.toStdString();
+  for (const QString& column : {u"期号"_s, u"号码1"_s, u"和值"_s, u"温度值10"_s, u"自定义组10"_s})
+    EXPECT_FALSE(hidden(u"TDBGridHistory"_s, column)) << column.toStdString();
+
+  auto& grid = the<GridView>(u"TDBGridHistory"_s);
+  const QImage picture = grid.viewport()->grab().toImage();
+  const QRect cell = grid.visualRect(grid.rows().index(0, 0));
+  EXPECT_EQ(picture.pixelColor(cell.topLeft() + QPoint(2, 2)), QColor(0xFF, 0xFF, 0xC0));
+}
+
+TEST_F(MainWindowTest, ADrawTypedInIsSortedStoredAndShown) {
+  open();
+  typeDraw(u"11031510"_s, {u"03"_s, u"01"_s, u"02"_s, u"05"_s, u"04"_s});
+  click(the<QPushButton>(u"cmmUpdateHistory_0"_s));
+  EXPECT_TRUE(ports.boxes.empty());
+  EXPECT_EQ(data.rows("SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5, 和值, 已完成 FROM 历史记录"),
+            QStringList{u"11031510 1 2 3 4 5 15 Y"_s});
+  EXPECT_EQ(the<GridView>(u"TDBGridHistory"_s).rows().rowCount(), 1);
+  EXPECT_EQ(the<QLineEdit>(u"TextHistory_0"_s).text(), u"11031511"_s);
+  EXPECT_EQ(the<QLineEdit>(u"TextHistory_3"_s).text(), QString());
+}
+
+TEST_F(MainWindowTest, EnterInTheLastFieldAddsTheDraw) {
+  open();
+  typeDraw(u"11031510"_s, {u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s});
+  QTest::keyClick(&the<QLineEdit>(u"TextHistory_5"_s), Qt::Key_Return);
+  EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"1"_s});
+}
+
+TEST_F(MainWindowTest, ABadEntryIsRefusedAndItsNumbersComeBackSorted) {
+  open();
+  typeDraw(QString(), {u"03"_s, u"01"_s, u"02"_s, u"05"_s, u"04"_s});
+  click(the<QPushButton>(u"cmmUpdateHistory_0"_s));
+  EXPECT_EQ(ports.log.last(), u"critical [] 输入有误或不完整,请核对后重新输入!"_s);
+  EXPECT_EQ(the<QLineEdit>(u"TextHistory_1"_s).text(), u"01"_s);
+  EXPECT_EQ(the<QLineEdit>(u"TextHistory_5"_s).text(), u"05"_s);
+  EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"0"_s});
+}
+
+TEST_F(MainWindowTest, EntryFieldsDropWhatIsNoDigit) {
+  open();
+  auto& field = the<QLineEdit>(u"TextHistory_1"_s);
+  QTest::keyClicks(&field, u"a1-x2"_s);
+  EXPECT_EQ(field.text(), u"12"_s);
+}
+
+TEST_F(MainWindowTest, TheLastHundredOrAllPeriodsShow) {
+  QString lines;
+  for (int i = 1; i <= 120; ++i)
+    lines += u"%1 01 02 03 04 05\n"_s.arg(11031500 + i);
+  data.addDraws(lines);
+  open();
+  auto& rows = the<GridView>(u"TDBGridHistory"_s).rows();
+  EXPECT_EQ(rows.rowCount(), 120);
+  click(the<QRadioButton>(u"OptionHistoryMode_0"_s));
+  EXPECT_EQ(rows.rowCount(), 100);
+  EXPECT_EQ(rows.keyOf(0), 11031521);
+  triggerMenu(u"mnu_HistoryShowAll"_s);
+  EXPECT_EQ(rows.rowCount(), 120);
+  triggerMenu(u"mnu_HistoryShow100"_s);
+  EXPECT_EQ(rows.rowCount(), 100);
+}
+
+TEST_F(MainWindowTest, OnePeriodIsDeletedOnRequest) {
+  data.addDraws(u"11031510 01 02 03 04 05\n11031511 02 03 04 05 06"_s);
+  open();
+  ports.typed = {u"11031511"_s};
+  click(the<QPushButton>(u"cmm_scls"_s));
+  EXPECT_EQ(ports.log.mid(0, 2),
+            (QStringList{u"ask [请输入期号] 您要删除哪期的记录？ = 11031511"_s, u"plain [] 删除完成！"_s}));
+  EXPECT_EQ(the<GridView>(u"TDBGridHistory"_s).rows().rowCount(), 1);
+  EXPECT_EQ(the<QLineEdit>(u"TextHistory_0"_s).text(), u"11031511"_s);
+
+  ports.log.clear();
+  ports.typed = {u"99"_s};
+  click(the<QPushButton>(u"cmm_scls"_s));
+  EXPECT_EQ(ports.log.last(), u"plain [删除失败] 无法完成，历史记录表格中没有该期记录！"_s);
+}
+
+TEST_F(MainWindowTest, AfterADeletionTheConditionTabTellsItOnce) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  ports.typed = {u"11031510"_s};
+  click(the<QPushButton>(u"cmm_scls"_s));
+  ports.boxes.clear();
+  window->selectTopTab(2);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"之前有删除记录的操作,需要刷新数据..."_s});
+  window->selectTopTab(1);
+  window->selectTopTab(2);
+  EXPECT_EQ(ports.boxes.size(), 1U);
+}
+
+TEST_F(MainWindowTest, ClearingAsksFirst) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  ports.answers = {Answer::no, Answer::yes};
+  click(the<QPushButton>(u"newBtnHistory_3"_s));
+  EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"1"_s});
+  click(the<QPushButton>(u"newBtnHistory_3"_s));
+  EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"0"_s});
+  EXPECT_EQ(ports.boxTexts(), (QStringList{u"确定要清空所有的历史记录吗？"_s, u"确定要清空所有的历史记录吗？"_s}));
+}
+
+TEST_F(MainWindowTest, AnImportAsksAboutTheOldDrawsAndACancelledDialogImportsNothing) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  ports.answers = {Answer::no};
+  click(the<QPushButton>(u"newBtnHistory_99"_s));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"原有的历史数据是否要清空？"_s});
+  EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"1"_s});
+}
+
+TEST_F(MainWindowTest, AMissingImportFileBecomesOneCriticalBoxAndTheWindowLives) {
+  open();
+  files.paths = {data.folders.program + u"/none.txt"_s};
+  click(the<QPushButton>(u"newBtnHistory_99"_s));
+  ASSERT_EQ(ports.boxes.size(), 1U);
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::critical);
+  EXPECT_TRUE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
+}
+
+TEST_F(MainWindowTest, AnExportShowsItsText) {
+  data.addDraws(u"11031510 01 02 03 04 05\n11031511 07 08 09 10 11"_s);
+  open();
+  click(the<QPushButton>(u"cmm_Daocu"_s));
+  EXPECT_EQ(texts.texts, QStringList{u"11031510 01 02 03 04 05\n11031511 07 08 09 10 11\n"_s});
+}
+
+TEST_F(MainWindowTest, AnEmptyHistoryExportsToNoEditor) {
+  open();
+  click(the<QPushButton>(u"cmm_Daocu"_s));
+  EXPECT_TRUE(texts.texts.isEmpty());
+}
+
+TEST_F(MainWindowTest, ASearchComparesByPrefixAndTakesSignsAsTheyStand) {
+  data.addDraws(u"11031510 01 02 03 04 05\n11031511 02 03 04 05 06\n11041510 02 03 04 05 07"_s);
+  open();
+  click(the<QPushButton>(u"CmmSousuo"_s));
+  auto& begin = the<QPushButton>(u"filterBegin"_s);
+  EXPECT_FALSE(begin.isEnabled());
+  auto& field = the<QLineEdit>(u"filter_期号"_s);
+  QTest::keyClicks(&field, u"1103"_s);
+  EXPECT_EQ(ports.boxTexts(),
+            (QStringList{u"请在表格中最顶一行空白处相应项目栏输入条件值，然后点击“搜索”按钮！"_s,
+                         u"通过输入相应项目的值(允许只输入一个或者多个条件)来搜索符合条件的记录!"_s}));
+  click(begin);
+  EXPECT_EQ(the<GridView>(u"TDBGridHistory"_s).rows().rowCount(), 2);
+
+  field.clear();
+  QTest::keyClicks(&field, u"1%1' OR 1=1; --_"_s);  // finds nothing, so everything shows again
+  click(begin);
+  EXPECT_EQ(the<GridView>(u"TDBGridHistory"_s).rows().rowCount(), 3);
+  EXPECT_TRUE(the<QRadioButton>(u"OptionHistoryMode_0"_s).isChecked());
+  EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"3"_s});
+}
+
+TEST_F(MainWindowTest, PickButtonsBearTheColoursOfTheirState) {
+  data.store().execute("test",
+                       "UPDATE 过滤条件 SET VALUE = CASE ID WHEN 1 THEN 0 WHEN 2 THEN 1 ELSE 2 END WHERE ID < 4");
+  open();
+  window->selectTopTab(2);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_1"_s).backColor(), 0x8000000FU);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_2"_s).backColor(), 49152U);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_3"_s).backColor(), 192U);
+  const QImage picture = the<PickButton>(u"cmm_C7_3"_s).grab().toImage();
+  EXPECT_EQ(picture.pixelColor(picture.width() / 2, 10), QColor(192, 0, 0));
+}
+
+TEST_F(MainWindowTest, TheSwitchFollowsItsTab) {
+  open();
+  window->selectTopTab(2);
+  auto& tabs = the<QListWidget>(u"TabStrip_TiaoJian"_s);
+  for (const auto& [tab, code] : {std::pair{2, 1}, {5, 4}, {10, 9}, {16, 37}, {21, 47}}) {
+    data.store().execute("test", "UPDATE 过滤条件使用情况 SET 使用情况 = 0 WHERE 条件 = ?", code);
+    tabs.setCurrentRow(tab - 1);
+    auto& use = the<QCheckBox>(tab <= 10 ? u"Check_useTiaojiao_1"_s : u"Check_useTiaojiao_else"_s);
+    EXPECT_FALSE(use.isChecked());
+    use.click();
+    EXPECT_EQ(data.store().value("test", "SELECT 使用情况 FROM 过滤条件使用情况 WHERE 条件 = ?", code), 1);
+  }
+}
+
+TEST_F(MainWindowTest, MenuEntriesLeadToTheirTab) {
+  open();
+  triggerMenu(u"mnu_Tiaojian_105"_s);
+  EXPECT_EQ(the<QTabBar>(u"TabStrip_Top"_s).currentIndex(), 1);
+  EXPECT_EQ(the<QListWidget>(u"TabStrip_TiaoJian"_s).currentRow(), 4);
+  EXPECT_FALSE(the<QMenu>(u"mnu_User"_s).menuAction()->isVisible());
+}
+
+TEST_F(MainWindowTest, ARunFromTheMenuAsksLikeItsButton) {
+  open();
+  ports.typed = {u"11031512"_s};
+  triggerMenu(u"mnu_ShengCeng_0"_s);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"初始化选号完成!共 ４６２ 注！"_s});
+  EXPECT_EQ(the<GridView>(u"TDBGrid_RZ"_s).rows().rowCount(), 462);
+}
+
+TEST_F(MainWindowTest, AFaultInARunBecomesOneCriticalBoxAndThePanelIsUsableAgain) {
+  open();
+  window->selectTopTab(3);
+  data.store().execute("test", "DROP TABLE 日志表");
+  ports.typed = {u"11031512"_s};
+  click(the<QPushButton>(u"cmmTouZhu_0"_s));
+  ASSERT_EQ(ports.boxes.size(), 1U);
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::critical);
+  EXPECT_TRUE(the<QWidget>(u"Pic_subTouZhu"_s).isEnabled());
+  EXPECT_TRUE(window->menuBar()->isEnabled());
+}
+
+TEST_F(MainWindowTest, NothingElseCanStartDuringARunAndTheStopButtonEndsIt) {
+  open();
+  window->selectTopTab(3);
+  bool otherPanelsOff = false;
+  bool stopWasOn = false;
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
+    auto& stop = the<QPushButton>(u"cmm_stop"_s);
+    if (!stop.isEnabled())
+      return;
+    stopWasOn = true;
+    otherPanelsOff = !the<QWidget>(u"Pic_subTouZhu"_s).isEnabled() && !the<QWidget>(u"FrameHkaijian"_s).isEnabled() &&
+                     !window->menuBar()->isEnabled() && !the<QWidget>(u"Frm_Sub_1"_s).isEnabled();
+    click(stop);
+    poll.stop();
+  });
+  poll.start(0);
+  ports.typed = {u"11031512"_s};
+  click(the<QPushButton>(u"cmmTouZhu_0"_s));
+  EXPECT_TRUE(stopWasOn);
+  EXPECT_TRUE(otherPanelsOff);
+  EXPECT_TRUE(ports.boxes.empty());  // a stopped expansion says nothing
+  EXPECT_LT(data.store().value("test", "SELECT count(*) FROM 日志表").value_or(-1), 462);
+  EXPECT_TRUE(the<QWidget>(u"Pic_subTouZhu"_s).isEnabled());
+  EXPECT_TRUE(window->menuBar()->isEnabled());
+}
+
+TEST_F(MainWindowTest, ClosingDuringALongImportStopsItFirst) {
+  open();
+  const QString path = data.folders.program + u"/long.txt"_s;
+  {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    for (int i = 0; i < 200000; ++i)
+      file.write(QByteArray::number(11000000 + i) + " 01 02 03 04 05\r\n");
+  }
+  files.paths = {path};
+  QTimer::singleShot(60, window.get(), [&] {
+    window->close();
+    EXPECT_TRUE(window->isVisible());  // not while the import runs
+  });
+  click(the<QPushButton>(u"newBtnHistory_99"_s));
+  const int imported = data.store().value("test", "SELECT count(*) FROM 历史记录").value_or(-1);
+  EXPECT_GT(imported, 0);
+  EXPECT_LT(imported, 200000);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !window->isVisible(); }));
+  EXPECT_EQ(ports.boxTexts().last(), u"确认要退出吗？"_s);
+}
+
+TEST_F(MainWindowTest, ARefusedCloseKeepsTheWindow) {
+  open();
+  ports.answers = {Answer::no};
+  EXPECT_FALSE(window->close());
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"确认要退出吗？"_s});
+}
+
+TEST_F(MainWindowTest, TheStatusLineTellsTheNextPeriod) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  const QString today = QDate::currentDate().toString(u"yyyy-MM-dd"_s);
+  EXPECT_EQ(the<QLabel>(u"StatusBar_3"_s).text(),
+            u"     ※※※  11031511 期 于 %1 开奖     今天是： %1  ※※※     "_s.arg(today));
+  EXPECT_EQ(the<QLabel>(u"StatusBar_1"_s).text(), u"  ☆☆☆  历史记录： 已更新！  ☆☆☆  "_s);
+}
+
+}  // namespace
+
+}  // namespace elevenfive
