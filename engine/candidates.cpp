@@ -44,12 +44,15 @@ CandidateWriter::CandidateWriter(Store& store)
       markAndXuhao_(store.query("写入过滤标记", "UPDATE 日志表 SET 过滤标记 = ?, 序号 = ? WHERE ID = ?")),
       remove_(store.query("删除未通过的号码", "DELETE FROM 日志表 WHERE ID = ?")) {}
 
-void CandidateWriter::writeMark(const Candidate& row) {
-  mark_.run(row.mark, row.id);
+void CandidateWriter::pass(const Candidate& row, int mark, int rank) {
+  if (row.xuhao == rank)
+    mark_.run(mark, row.id);
+  else
+    markAndXuhao_.run(mark, rank, row.id);
 }
 
-void CandidateWriter::writeMarkAndXuhao(const Candidate& row) {
-  markAndXuhao_.run(row.mark, row.xuhao, row.id);
+void CandidateWriter::fail(const Candidate& row) {
+  mark_.run(deletedMark, row.id);
 }
 
 void CandidateWriter::remove(const Candidate& row) {

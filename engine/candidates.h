@@ -32,13 +32,20 @@ void requireNumbers(const Candidate& row);
 /// Ends a run over a row for which a stage has no figure: its numbers repeat in a way that no draw has.
 [[noreturn]] void refuseRow(const Candidate& row);
 
-/// Writes 过滤标记 and 序号 of single rows; prepared once a pass.
+/// Writes what a stage says of single rows; prepared once a pass.
 class CandidateWriter final {
  public:
   explicit CandidateWriter(Store& store);
-  void writeMark(const Candidate& row);          ///< the mark only
-  void writeMarkAndXuhao(const Candidate& row);  ///< a row that passed takes its new rank
-  void remove(const Candidate& row);             ///< deletes the row
+
+  /// The row passed: it takes this mark and rank. A rank that it has already is not written again, which spares its index.
+  void pass(const Candidate& row, int mark, int rank);
+
+  /// The row failed and goes at the end of the stage.
+  void fail(const Candidate& row);
+
+  /// Deletes the row at once.
+  void remove(const Candidate& row);
+
  private:
   Statement mark_;
   Statement markAndXuhao_;

@@ -46,11 +46,21 @@ std::vector<NumberSet> readWindow(Store& store, Qihao period, int window) {
   return draws;
 }
 
+/// A row as it stands in the table, and what the draws compared so far make of it.
+struct Compared {
+  Candidate stored;
+  int mark;
+  int rank;
+};
+
 /// The rows of a period while draw after draw is compared. They stand in memory and are written once at the end: only what
 /// the last draw left is ever seen.
 class MatchPass final {
  public:
-  MatchPass(const RunContext& run, Qihao period) : run_(run), rows_(readCandidates(run.gConn, period)) {}
+  MatchPass(const RunContext& run, Qihao period) : run_(run) {
+    for (const Candidate& row : readCandidates(run.gConn, period))
+      rows_.push_back({row, row.mark, row.xuhao});
+  }
 
   [[nodiscard]] int rowCount() const { return static_cast<int>(rows_.size()); }
   [[nodiscard]] int passes() const { return passes_; }
@@ -61,11 +71,11 @@ class MatchPass final {
       return;
     loop.restart(rowCount());
     passes_ = 0;
-    for (Candidate& row : rows_) {
-      requireNumbers(row);
-      if (countIn(draw, row.numbers) < threshold) {
+    for (Compared& row : rows_) {
+      requireNumbers(row.stored);
+      if (countIn(draw, row.stored.numbers) < threshold) {
         row.mark = 1;
-        row.xuhao = ++passes_;
+        row.rank = ++passes_;
       } else {
         row.mark = deletedMark;
       }
@@ -73,7 +83,7 @@ class MatchPass final {
         break;
     }
     const auto failed =
-        std::stable_partition(rows_.begin(), rows_.end(), [](const Candidate& row) { return row.mark >= 0; });
+        std::stable_partition(rows_.begin(), rows_.end(), [](const Compared& row) { return row.mark >= 0; });
     gone_.insert(gone_.end(), failed, rows_.end());
     rows_.erase(failed, rows_.end());
   }
@@ -81,17 +91,17 @@ class MatchPass final {
   void write() {
     StoreTransaction transaction(run_.gConn, OnFault::undo);
     CandidateWriter writer(run_.gConn);
-    for (const Candidate& row : rows_)
-      writer.writeMarkAndXuhao(row);
-    for (const Candidate& row : gone_)
-      writer.remove(row);
+    for (const Compared& row : rows_)
+      writer.pass(row.stored, row.mark, row.rank);
+    for (const Compared& row : gone_)
+      writer.remove(row.stored);
     transaction.commit();
   }
 
  private:
   RunContext run_;
-  std::vector<Candidate> rows_;
-  std::vector<Candidate> gone_;
+  std::vector<Compared> rows_;
+  std::vector<Compared> gone_;
   int passes_ = 0;
 };
 

@@ -47,19 +47,16 @@ bool differs(const RunContext& run, const Candidate& row) {
 }
 
 /// Marks the rows until the end or a stop and deletes those that show the pattern; returns how many passed.
-int markRows(const RunContext& run, Qihao period, std::vector<Candidate>& rows) {
+int markRows(const RunContext& run, Qihao period, const std::vector<Candidate>& rows) {
   LoopScope loop(run, static_cast<int>(rows.size()));
   StoreTransaction transaction(run.gConn, OnFault::undo);
   CandidateWriter writer(run.gConn);
   int passes = 0;
-  for (Candidate& row : rows) {
+  for (const Candidate& row : rows) {
     if (differs(run, row)) {
-      ++row.mark;
-      row.xuhao = ++passes;
-      writer.writeMarkAndXuhao(row);
+      writer.pass(row, row.mark + 1, ++passes);
     } else if (run.state.rongcuoValue <= 0) {
-      row.mark = deletedMark;
-      writer.writeMark(row);
+      writer.fail(row);
     }
     if (!loop.nextRow())
       break;
@@ -83,7 +80,7 @@ int filter_Danshuang(const RunContext& run, Qihao period, int j) {
   const QString pattern = getDanshuangText(run.gConn, firstSlot(j), lastSlot(j));
   setStatus(run, head + u' ' + pattern);
   loadTiaojianValues(run.gConn, run.state, firstSlot(j), lastSlot(j));
-  std::vector<Candidate> rows = readCandidates(run.gConn, period);
+  const std::vector<Candidate> rows = readCandidates(run.gConn, period);
   if (rows.empty())
     return 0;
   setStatus(run, head + u"过滤正在进行中．．．"_s);

@@ -44,19 +44,17 @@ int missesOf(const Places& places, const Candidate& row) {
   return misses;
 }
 
-int markRows(const RunContext& run, Qihao period, std::vector<Candidate>& rows, const Places& places, int tolerance) {
+int markRows(const RunContext& run, Qihao period, const std::vector<Candidate>& rows, const Places& places,
+             int tolerance) {
   LoopScope loop(run, static_cast<int>(rows.size()));
   StoreTransaction transaction(run.gConn, OnFault::undo);
   CandidateWriter writer(run.gConn);
   int passes = 0;
-  for (Candidate& row : rows) {
+  for (const Candidate& row : rows) {
     if (missesOf(places, row) > tolerance) {
-      row.mark = deletedMark;
-      writer.writeMark(row);
+      writer.fail(row);
     } else {
-      row.mark = 1;
-      row.xuhao = ++passes;
-      writer.writeMarkAndXuhao(row);
+      writer.pass(row, 1, ++passes);
     }
     if (!loop.nextRow())
       break;
@@ -83,7 +81,7 @@ int filter_Dingwei(const RunContext& run, Qihao period) {
     setStatus(run, tip + statusBreak() + label + u" <容错值太大无法过滤掉号码.>"_s);
     return 0;
   }
-  std::vector<Candidate> rows = readCandidates(run.gConn, period);
+  const std::vector<Candidate> rows = readCandidates(run.gConn, period);
   if (rows.empty())
     return 0;
   setStatus(run, tip + statusBreak() + u"[号码定位]过滤正在进行中．．．"_s);

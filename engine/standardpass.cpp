@@ -31,19 +31,16 @@ bool isAllowed(const RunContext& run, const Candidate& row, const Attribute& att
 }
 
 /// Marks the rows until the end or a stop and deletes the failed ones; returns how many passed.
-int markRows(const RunContext& run, Qihao period, std::vector<Candidate>& rows, const Attribute& attribute,
+int markRows(const RunContext& run, Qihao period, const std::vector<Candidate>& rows, const Attribute& attribute,
              LoopScope& loop) {
   StoreTransaction transaction(run.gConn, OnFault::undo);
   CandidateWriter writer(run.gConn);
   int passes = 0;
-  for (Candidate& row : rows) {
+  for (const Candidate& row : rows) {
     if (isAllowed(run, row, attribute)) {
-      ++row.mark;
-      row.xuhao = ++passes;
-      writer.writeMarkAndXuhao(row);
+      writer.pass(row, row.mark + 1, ++passes);
     } else if (run.state.rongcuoValue <= 0) {
-      row.mark = deletedMark;
-      writer.writeMark(row);
+      writer.fail(row);
     }
     if (!loop.nextRow())
       break;
@@ -62,7 +59,7 @@ int runStandardPass(const RunContext& run, Qihao period, const StandardStage& st
   if (stage.warning && stage.warning->evenWithoutRows)
     warnOnce(run, *stage.warning);
   loadTiaojianValues(run.gConn, run.state, stage.firstId, stage.lastId);
-  std::vector<Candidate> rows = readCandidates(run.gConn, period);
+  const std::vector<Candidate> rows = readCandidates(run.gConn, period);
   if (rows.empty())
     return 0;
   if (stage.warning)
