@@ -47,8 +47,7 @@ QWidget* pane(QLabel* title, QLabel* note, QWidget* content) {
 
 }  // namespace
 
-RunPanel::RunPanel(Store& gConn, BusyState& busy, QWidget* parent)
-    : QWidget(parent), bar_(new QProgressBar(this)), progress_(*bar_) {
+RunPanel::RunPanel(Store& gConn, QWidget* parent) : QWidget(parent), bar_(new QProgressBar(this)), progress_(*bar_) {
   setObjectName(u"Frm_Sub_2"_s);
   grid_ = new GridView(gConn, this);
   grid_->setObjectName(u"TDBGrid_RZ"_s);
@@ -77,7 +76,6 @@ RunPanel::RunPanel(Store& gConn, BusyState& busy, QWidget* parent)
   layout->addWidget(buildButtons());
   layout->addWidget(panes, 1);
   layout->addWidget(buildProgress());
-  connect(&busy, &BusyState::stopRequested, this, &RunPanel::stopRequested);
 }
 
 QWidget* RunPanel::buttonPanel() const {

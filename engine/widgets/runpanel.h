@@ -8,7 +8,6 @@
 
 #include "engine/runports.h"
 #include "model/ports.h"
-#include "model/widgets/busystate.h"
 #include "model/widgets/qtports.h"
 
 class QLabel;
@@ -25,7 +24,7 @@ class RunPanel final : public QWidget, public StatusText {
   Q_OBJECT
 
  public:
-  RunPanel(Store& gConn, BusyState& busy, QWidget* parent = nullptr);
+  explicit RunPanel(Store& gConn, QWidget* parent = nullptr);
 
   [[nodiscard]] Progress& progress() noexcept { return progress_; }
   [[nodiscard]] QWidget* buttonPanel() const;

@@ -248,6 +248,18 @@ void HistoryPanel::tableChanged() {
   Q_EMIT historyChanged();
 }
 
+void HistoryPanel::showWritten(Qihao period) {
+  // The grid of all draws takes the one row; reading 100,000 keys again would be felt.
+  if (historyMode_[1]->isChecked() && !filter_->isVisible()) {
+    grid_->rows().rowWritten(period);
+    grid_->scrollTo(grid_->rows().index(grid_->rows().rowOf(period), 0));
+    offerNextPeriod();
+    Q_EMIT historyChanged();
+    return;
+  }
+  tableChanged();
+}
+
 void HistoryPanel::addDraw() {
   HistoryEntry row{entry_[0]->text(), {}};
   for (std::size_t i = 0; i < row.numbers.size(); ++i)
@@ -265,7 +277,7 @@ void HistoryPanel::addDraw() {
       const BusyScope busy(ports_.busy);
       addHistoryRecord(gConn_, verdict.qihao, QDate::currentDate(), verdict.numbers, true, ports_.events);
     }
-    tableChanged();
+    showWritten(verdict.qihao);
     for (std::size_t i = 1; i < entry_.size(); ++i)
       entry_[i]->clear();
     focusEntry();
@@ -282,9 +294,11 @@ void HistoryPanel::importText() {
     return;
   {
     const BusyScope busy(ports_.busy);
+    progress_->begin();
     // What was read until a fault is in the table: the grid shows it in that case too.
     const bool done = withFaultBox(ports_.boxes, [&] {
-      importHistoryText(gConn_, path, true, {ports_.boxes, *progress_, progress_->derivation(), ports_.events});
+      importHistoryText(gConn_, path, true,
+                        {ports_.boxes, *progress_, progress_->derivation(), ports_.events, &ports_.panels});
     });
     if (!done) {
       static_cast<LineProgress*>(progress_)->hide();
@@ -299,6 +313,7 @@ void HistoryPanel::exportText() {
   int rows = 0;
   {
     const BusyScope busy(ports_.busy);
+    progress_->begin();
     rows = exportHistoryText(gConn_, path, *progress_, ports_.events);
   }
   if (rows > 0)

@@ -8,6 +8,8 @@
 #include <QWidget>
 #include <array>
 
+#include "history/statuspanels.h"
+#include "model/numbers.h"
 #include "model/ports.h"
 #include "model/widgets/busystate.h"
 #include "model/widgets/dialogports.h"
@@ -32,6 +34,7 @@ struct HistoryPanelPorts {
   FileDialogs& files;
   TextViewer& texts;
   Events& events;
+  StatusPanels& panels;
   BusyState& busy;
 };
 
@@ -81,6 +84,7 @@ class HistoryPanel final : public QWidget {
   void setUpGridColumns();
   void offerNextPeriod();
   void tableChanged();
+  void showWritten(Qihao period);
 
   Store& gConn_;
   QString programFolder_;

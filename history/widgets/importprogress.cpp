@@ -53,7 +53,6 @@ ImportProgress::ImportProgress(QWidget* parent)
 }
 
 void ImportProgress::show(int lineCount) {
-  stop_ = false;
   lineCount_ = lineCount;
   done_->setText(u"0"_s);
   total_->setText(u"/ %1 行"_s.arg(lineCount));

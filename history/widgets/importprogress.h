@@ -23,6 +23,9 @@ class ImportProgress final : public QFrame, public LineProgress {
   void hide() override;
   [[nodiscard]] bool stopRequested() const override { return stop_; }
 
+  /// Forgets an earlier wish to stop. A wish that comes between this and show() holds.
+  void begin() { stop_ = false; }
+
   void requestStop() { stop_ = true; }
 
   /// The bar ProgressBar_TuBiao.

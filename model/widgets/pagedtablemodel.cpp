@@ -73,6 +73,11 @@ void PagedTableModel::rowWritten(int key) {
   endInsertRows();
 }
 
+int PagedTableModel::rowOf(int key) const {
+  const auto place = std::lower_bound(keys_.begin(), keys_.end(), key);
+  return place != keys_.end() && *place == key ? static_cast<int>(place - keys_.begin()) : -1;
+}
+
 void PagedTableModel::rowDeleted(int key) {
   const auto place = std::find(keys_.begin(), keys_.end(), key);
   if (place == keys_.end())

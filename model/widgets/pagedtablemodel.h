@@ -55,6 +55,9 @@ class PagedTableModel final : public QAbstractTableModel {
 
   [[nodiscard]] int keyOf(int row) const { return keys_.at(static_cast<std::size_t>(row)); }
 
+  /// The row of a key in a model that is ordered by ascending key; -1 where it has none.
+  [[nodiscard]] int rowOf(int key) const;
+
   /// The column with this header; -1 where there is none.
   [[nodiscard]] int columnOf(const QString& name) const { return static_cast<int>(columns_.indexOf(name)); }
 

@@ -1,8 +1,6 @@
 #include "shell/widgets/mainwindow.h"
 
 #include <QCloseEvent>
-#include <QDate>
-#include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStackedWidget>
@@ -13,7 +11,6 @@
 #include "conditions/widgets/conditionview.h"
 #include "engine/widgets/runpanel.h"
 #include "history/widgets/historypanel.h"
-#include "model/navigators.h"
 #include "model/widgets/faultbox.h"
 #include "model/workspace.h"
 #include "shell/widgets/menumap.h"
@@ -51,18 +48,18 @@ class MainWindow::View final : public RunView {
 };
 
 MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
-    : workspace_(workspace), ports_(ports), view_(std::make_unique<View>(*this)) {
+    : workspace_(workspace), ports_(ports), statusLine_(*statusBar()), view_(std::make_unique<View>(*this)) {
   setObjectName(u"Form_main"_s);
   setWindowTitle(programTitle.toString());
-  run_ = new RunPanel(workspace_.gConn, busy_, this);
+  run_ = new RunPanel(workspace_.gConn, this);
   driver_ = std::make_unique<RunDriver>(
       workspace_.gConn, RunPorts{ports_.boxes, ports_.inputs, run_->progress(), controls_, *run_, events_, *view_});
-  history_ = new HistoryPanel(workspace_.gConn, workspace_.folders().program,
-                              {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, busy_}, this);
+  history_ =
+      new HistoryPanel(workspace_.gConn, workspace_.folders().program,
+                       {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, statusLine_, busy_}, this);
   conditions_ = new ConditionView(workspace_.gConn, *driver_, ports_.boxes, this);
   buildBody();
   buildMenus();
-  buildStatusBar();
   connectPanels();
   resize(smallestWindow);
   topTabShown(1);
@@ -114,16 +111,6 @@ void MainWindow::buildMenus() {
   }
 }
 
-void MainWindow::buildStatusBar() {
-  statusBar()->setObjectName(u"StatusBar"_s);
-  for (std::size_t i = 1; i < panels_.size(); ++i) {
-    panels_[i] = new QLabel(statusBar());
-    panels_[i]->setObjectName(u"StatusBar_%1"_s.arg(i));
-    panels_[i]->setAccessibleName(u"状态栏 %1"_s.arg(i));
-    statusBar()->addWidget(panels_[i], i == 2 ? 1 : 0);
-  }
-}
-
 void MainWindow::connectPanels() {
   controls_.add(ControlId::Pic_subTouZhu, run_->buttonPanel());
   controls_.add(ControlId::cmm_stop, run_->stopButton());
@@ -132,6 +119,10 @@ void MainWindow::connectPanels() {
   connect(&busy_, &BusyState::changed, this, &MainWindow::busyChanged);
   connect(run_, &RunPanel::runRequested, this, &MainWindow::runButton);
   connect(run_, &RunPanel::stopRequested, this, [this] { driver_->cmm_stop_Click(); });
+  connect(&busy_, &BusyState::stopRequested, this, [this] {
+    if (run_->stopButton()->isEnabled())  // a wish kept for later would end a run that has not begun
+      driver_->cmm_stop_Click();
+  });
   connect(history_, &HistoryPanel::historyChanged, this, &MainWindow::updateStatusLine);
   connect(history_, &HistoryPanel::drawsDeleted, this, [this] { historyDeleted_ = true; });
 }
@@ -224,13 +215,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::updateStatusLine() {
-  withFaultBox(ports_.boxes, [this] {
-    const QString today = QDate::currentDate().toString(u"yyyy-MM-dd"_s);
-    const QString gap(5, u' ');
-    panels_[3]->setText(gap + u"※※※  "_s + QString::number(getNextQihao(workspace_.gConn)) + u" 期 于 "_s + today +
-                        u" 开奖"_s + gap + u"今天是： "_s + today + u"  ※※※"_s + gap);
-    panels_[1]->setText(u"  ☆☆☆  历史记录： 已更新！  ☆☆☆  "_s);
-  });
+  withFaultBox(ports_.boxes, [this] { statusLine_.update(workspace_.gConn); });
 }
 
 }  // namespace elevenfive

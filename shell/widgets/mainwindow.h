@@ -7,7 +7,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <array>
 #include <memory>
 
 #include "engine/rundriver.h"
@@ -15,8 +14,8 @@
 #include "model/widgets/busystate.h"
 #include "model/widgets/dialogports.h"
 #include "model/widgets/qtports.h"
+#include "shell/widgets/statusline.h"
 
-class QLabel;
 class QStackedWidget;
 class QTabBar;
 
@@ -56,7 +55,6 @@ class MainWindow final : public QMainWindow {
 
   void buildBody();
   void buildMenus();
-  void buildStatusBar();
   void connectPanels();
   void topTabShown(int tab);
   void runMenuAction(MenuAction action, int argument);
@@ -69,6 +67,7 @@ class MainWindow final : public QMainWindow {
   QtEvents events_;
   QtControls controls_;
   BusyState busy_;
+  StatusLine statusLine_;
   std::unique_ptr<View> view_;
   std::unique_ptr<RunDriver> driver_;
 
@@ -77,7 +76,6 @@ class MainWindow final : public QMainWindow {
   HistoryPanel* history_ = nullptr;
   ConditionView* conditions_ = nullptr;
   RunPanel* run_ = nullptr;
-  std::array<QLabel*, 4> panels_{};  ///< of the status bar, 1 to 3; slot 0 unused
   bool historyDeleted_ = false;
   bool closeAfterWork_ = false;
 };

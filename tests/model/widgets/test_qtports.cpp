@@ -35,20 +35,26 @@ void whenOpen(const std::function<void(Dialog&)>& step) {
   });
 }
 
-TEST(QtBoxes, AQuestionShowsItsTextAndTakesTheKeyOfAnAnswer) {
+void clickButton(QMessageBox& box, const QString& caption) {
+  for (QAbstractButton* button : box.buttons())
+    if (button->text() == caption)
+      QTest::mouseClick(button, Qt::LeftButton);
+}
+
+TEST(QtBoxes, AQuestionShowsItsTextAsItStandsAndTakesTheAnswer) {
   QtBoxes boxes;
   QString title;
   QString text;
   whenOpen<QMessageBox>([&](QMessageBox& box) {
     title = box.windowTitle();
     text = box.text();
-    QTest::keyClick(&box, Qt::Key_N, Qt::AltModifier);
+    clickButton(box, u"否(&N)"_s);
   });
   EXPECT_EQ(boxes.show({BoxKind::question, u"信息提示"_s, u"<b>要删除它吗？"_s, BoxButtons::yesNo}), Answer::no);
   EXPECT_EQ(title, u"信息提示"_s);
   EXPECT_EQ(text, u"<b>要删除它吗？"_s);
 
-  whenOpen<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+  whenOpen<QMessageBox>([](QMessageBox& box) { clickButton(box, u"是(&Y)"_s); });
   EXPECT_TRUE(boxes.ask(u"要删除它吗？"_s));
 }
 

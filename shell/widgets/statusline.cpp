@@ -1,0 +1,35 @@
+#include "shell/widgets/statusline.h"
+
+#include <QDate>
+#include <QLabel>
+#include <QStatusBar>
+
+#include "model/navigators.h"
+
+namespace elevenfive {
+
+using namespace Qt::StringLiterals;
+
+StatusLine::StatusLine(QStatusBar& bar) {
+  bar.setObjectName(u"StatusBar"_s);
+  for (std::size_t i = 1; i < panels_.size(); ++i) {
+    panels_[i] = new QLabel(&bar);
+    panels_[i]->setObjectName(u"StatusBar_%1"_s.arg(i));
+    panels_[i]->setAccessibleName(u"状态栏 %1"_s.arg(i));
+    bar.addWidget(panels_[i], static_cast<int>(i) == runningPass ? 1 : 0);
+  }
+}
+
+void StatusLine::setPanel(int panel, const QString& text) {
+  panels_.at(static_cast<std::size_t>(panel))->setText(text);
+}
+
+void StatusLine::update(Store& store) {
+  const QString today = QDate::currentDate().toString(u"yyyy-MM-dd"_s);
+  const QString gap(5, u' ');
+  setPanel(3, gap + u"※※※  "_s + QString::number(getNextQihao(store)) + u" 期 于 "_s + today + u" 开奖"_s + gap +
+                  u"今天是： "_s + today + u"  ※※※"_s + gap);
+  setPanel(1, u"  ☆☆☆  历史记录： 已更新！  ☆☆☆  "_s);
+}
+
+}  // namespace elevenfive
