@@ -66,7 +66,8 @@ const ValueList* previewedList(int previewCode);
 /// The list that a code switches; nullptr where there is none.
 const ValueList* listOfCode(int code);
 
-/// The position filter: list p (1 to positionCount) writes column 第p位 of 号码特性 and is switched by code positionCode(p).
+/// The position filter: list p (1 to positionCount) writes positionColumn(p) of 号码特性 (engine/positionfilter.h) and is switched
+/// by code positionCode(p).
 inline constexpr int positionsTab = 15;
 inline constexpr int positionCount = 7;
 constexpr int positionCode(int p) {

@@ -6,6 +6,7 @@
 #include "conditions/conditionmap.h"
 #include "conditions/conditionrows.h"
 #include "conditions/rangetext.h"
+#include "engine/positionfilter.h"
 #include "model/store.h"
 #include "model/texts.h"
 

@@ -8,6 +8,7 @@
 #include "conditions/customgroups.h"
 #include "conditions/parityexclusion.h"
 #include "conditions/rangetext.h"
+#include "engine/positionfilter.h"
 #include "model/store.h"
 #include "model/texts.h"
 
