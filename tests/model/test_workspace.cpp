@@ -1,1 +1,173 @@
-#include <gtest/gtest.h>
+#include "model/workspace.h"
+
+#include "model/compaction.h"
+#include "model/sideicon.h"
+#include "tests/model/datalife.h"
+
+namespace elevenfive {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+using WorkspaceLife = DataLife;
+
+QString messageOf(const std::function<void()>& call) {
+  try {
+    call();
+  } catch (const Error& fault) {
+    return fault.message();
+  }
+  return u"no fault"_s;
+}
+
+TEST_F(WorkspaceLife, AFreshFolderHoldsThePackWithItsIconAndTheTemplate) {
+  EXPECT_EQ(programFiles(), (QStringList{u"TJmode.tjmod"_s, u"elevenfive.dat"_s}));
+  QFile pack(folders.packedFile());
+  ASSERT_TRUE(pack.open(QIODevice::ReadOnly));
+  const auto lengths = readPackLengths(pack);
+  ASSERT_TRUE(lengths);
+  EXPECT_EQ(lengths->second, 4286U);
+  EXPECT_EQ(pack.size(), 8 + qint64{lengths->first} + 4286);
+  EXPECT_NO_THROW(checkDatabase(folders.templateFile(), StoreKind::conditionTemplate));
+}
+
+TEST_F(WorkspaceLife, TheIconIsOnePictureOf32PointsIn32Bits) {
+  const QByteArray icon = sideIcon();
+  EXPECT_EQ(icon.size(), 4286);
+  EXPECT_EQ(icon.left(14).toHex(), "0000010001002020000001002000");
+}
+
+TEST_F(WorkspaceLife, WhatARunChangedIsThereAtTheNextStart) {
+  runWriting(7);
+  EXPECT_EQ(nextStart(), 7);
+}
+
+TEST_F(WorkspaceLife, AfterACloseThePackInBakEqualsThePackedDataFile) {
+  runWriting(7);
+  EXPECT_EQ(read(folders.packInTransit()), read(folders.packedFile()));
+  EXPECT_GT(read(folders.packedFile()).size(), 4286);
+}
+
+TEST_F(WorkspaceLife, AfterACloseNothingStaysInTheTemporaryFolder) {
+  runWriting(7);
+  EXPECT_EQ(QDir(folders.temporary).entryList(QDir::Files), QStringList());
+}
+
+TEST_F(WorkspaceLife, ARunThatChangesNothingLeavesThePackedDataFileAlone) {
+  const QByteArray before = read(folders.packedFile());
+  {
+    Workspace workspace(folders);
+    EXPECT_EQ(valueOf(workspace.gConn), 5);
+    EXPECT_FALSE(workspace.hasChanged());
+    workspace.close();
+  }
+  EXPECT_EQ(read(folders.packedFile()), before);
+  EXPECT_FALSE(QFile::exists(folders.packInTransit()));
+}
+
+TEST_F(WorkspaceLife, ClosingTwiceIsClosingOnce) {
+  Workspace workspace(folders);
+  setValue(workspace.gConn, 7);
+  workspace.close();
+  EXPECT_NO_THROW(workspace.close());
+  EXPECT_EQ(nextStart(), 7);
+}
+
+TEST_F(WorkspaceLife, ASecondInstanceIsRefusedAndTouchesNothing) {
+  Workspace first(folders);
+  setValue(first.gConn, 7);
+  const QByteArray working = read(folders.workingFile());
+  const QByteArray backup = read(folders.backupFile());
+  EXPECT_EQ(messageOf([&] { Workspace second(folders); }), u"程序正在运行,不允许同时打开多个!!!"_s);
+  EXPECT_THROW(Workspace second(folders), AlreadyRunning);
+  EXPECT_EQ(read(folders.workingFile()), working);
+  EXPECT_EQ(read(folders.backupFile()), backup);
+  setValue(first.gConn, 8);
+  first.close();
+  EXPECT_EQ(nextStart(), 8);
+}
+
+TEST_F(WorkspaceLife, TwoProgramFoldersCannotWorkInOneTemporaryFolder) {
+  const Workspace::Folders other{folder.filePath(u"other"_s), folders.temporary};
+  Workspace::create(other, false);
+  Workspace first(folders);
+  EXPECT_THROW(Workspace second(other), AlreadyRunning);
+  first.close();
+  EXPECT_NO_THROW(Workspace second(other));
+}
+
+TEST_F(WorkspaceLife, OneFolderCanServeForBoth) {
+  const Workspace::Folders same{folder.filePath(u"same"_s), folder.filePath(u"same"_s)};
+  Workspace::create(same, false);
+  {
+    Workspace workspace(same);
+    setValue(workspace.gConn, 7);
+    workspace.close();
+  }
+  Workspace workspace(same);
+  EXPECT_EQ(valueOf(workspace.gConn), 7);
+  EXPECT_NE(workspace.folders().temporary, same.program);
+}
+
+TEST_F(WorkspaceLife, AProgramFolderThatIsMissingIsNamed) {
+  const Workspace::Folders none{folder.filePath(u"none"_s), folders.temporary};
+  EXPECT_EQ(messageOf([&] { Workspace workspace(none); }), u"找不到程序文件夹 %1。"_s.arg(none.program));
+}
+
+TEST_F(WorkspaceLife, CreateRefusesAFolderThatHasAPackedDataFile) {
+  const QByteArray before = read(folders.packedFile());
+  EXPECT_EQ(messageOf([&] { Workspace::create(folders, false); }),
+            u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folders.program));
+  EXPECT_EQ(read(folders.packedFile()), before);
+}
+
+TEST_F(WorkspaceLife, AForcedCreateBeginsAnewAndKeepsTheOldDataInBak) {
+  runWriting(7);
+  Workspace::create(folders, true);
+  ASSERT_EQ(keptCopies().size(), 1);
+  EXPECT_EQ(valueInFile(folders.bakFolder() + u'/' + keptCopies().first()), 7);
+  Workspace workspace(folders);
+  EXPECT_EQ(valueOf(workspace.gConn), 5);
+  EXPECT_EQ(workspace.notices(), QStringList());
+}
+
+TEST_F(WorkspaceLife, CreateIsRefusedWhileAnInstanceRuns) {
+  Workspace first(folders);
+  EXPECT_THROW(Workspace::create(folders, true), AlreadyRunning);
+}
+
+TEST_F(WorkspaceLife, InstallFillsAnEmptyFolderOnly) {
+  const Workspace::Folders fresh{folder.filePath(u"fresh"_s), folder.filePath(u"fresh temp"_s)};
+  Workspace::install(fresh);
+  EXPECT_TRUE(Workspace::exists(fresh));
+
+  QFile::remove(folders.packedFile());  // its template still stands
+  Workspace::install(folders);
+  EXPECT_FALSE(Workspace::exists(folders));
+}
+
+TEST_F(WorkspaceLife, TheUserModeIsReadAtTheStart) {
+  {
+    Workspace workspace(folders);
+    EXPECT_EQ(workspace.gUserMode, 0);
+    workspace.gConn.execute("test", "UPDATE 用户模式 SET 模式 = 2");
+    workspace.close();
+  }
+  EXPECT_EQ(Workspace(folders).gUserMode, 2);
+}
+
+TEST_F(WorkspaceLife, TheCallAfterUnpackingSeesTheWorkingDatabaseButNoBackupYet) {
+  bool seen = false;
+  Workspace::Options options;
+  options.unpacked = [&] {
+    seen = true;
+    EXPECT_TRUE(QFile::exists(folders.workingFile()));
+    EXPECT_FALSE(QFile::exists(folders.backupFile()));
+  };
+  Workspace workspace(folders, options);
+  EXPECT_TRUE(seen);
+  EXPECT_TRUE(QFile::exists(folders.backupFile()));
+}
+
+}  // namespace
+}  // namespace elevenfive
