@@ -112,13 +112,15 @@ class RealFiles final : public FileAccess {
       raiseWrite(path);
   }
 
+  void flushFolder(const QString& path) override {
+    const Descriptor folder(path, O_RDONLY | O_DIRECTORY);
+    if (!folder.isOpen() || (::fsync(folder.number()) != 0 && errno != EINVAL))  // some file systems know no such thing
+      raiseWrite(path);
+  }
+
   void rename(const QString& from, const QString& to) override {
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
       raiseWrite(to);
-    // The new name lasts only once the folder is on the disk; some file systems cannot flush a folder, and need not.
-    const Descriptor folder(QFileInfo(to).absolutePath(), O_RDONLY | O_DIRECTORY);
-    if (folder.isOpen())
-      ::fsync(folder.number());
   }
 
   void remove(const QString& path) override {
@@ -156,6 +158,7 @@ void replaceFile(FileAccess& files, const QString& path, const FileFill& fill, c
     file->close();
     check(fresh);
     files.rename(fresh, path);
+    files.flushFolder(QFileInfo(path).absolutePath());
   } catch (const Error&) {
     try {
       files.remove(fresh);

@@ -29,7 +29,9 @@ class FileAccess {
   virtual std::unique_ptr<OutputFile> create(const QString& path) = 0;
   /// Flushes a file that was written elsewhere (by the database) to the disk.
   virtual void flushFile(const QString& path) = 0;
-  /// Gives a file another name in one step; what stood there is gone. The change of the folder is flushed.
+  /// Flushes a folder: names given in it last from then on.
+  virtual void flushFolder(const QString& path) = 0;
+  /// Gives a file another name in one step; what stood there is gone.
   virtual void rename(const QString& from, const QString& to) = 0;
   /// Removes a file; none of this name is no fault.
   virtual void remove(const QString& path) = 0;
@@ -49,7 +51,7 @@ using FileFill = std::function<void(OutputFile& file)>;
 /// The name under which the next version of a file is written, beside it.
 QString nameBeside(const QString& path);
 
-/// Writes a file beside its place, flushes and checks it, then puts it there. A fault leaves the old file and no new one.
+/// Writes a file beside its place, flushes and checks it, then puts it there for good. A fault leaves the old file and no new one.
 void replaceFile(FileAccess& files, const QString& path, const FileFill& fill, const FileCheck& check);
 
 /// replaceFile() with the content of another file, read back and compared.

@@ -110,9 +110,8 @@ void Workspace::close() {
   locks_.clear();
 }
 
-void Workspace::create(const Folders& given, bool force) {
+void Workspace::create(const Folders& given, bool force, FileAccess& files) {
   const Folders folders = apart(given);
-  FileAccess& files = realFiles();
   files.makeFolder(folders.program);
   if (exists(folders) && !force)
     throw FileError(u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folders.program));

@@ -45,7 +45,7 @@ class Workspace final {
 
   /// Writes a fresh packed data file and template with the default rows into the folder. Throws FileError where one stands
   /// there already and force is not given; old ones are replaced only by complete new ones, and the old data goes to Bak.
-  static void create(const Folders& folders, bool force);
+  static void create(const Folders& folders, bool force, FileAccess& files = realFiles());
 
   /// Whether the folder holds a packed data file.
   static bool exists(const Folders& folders);

@@ -17,9 +17,10 @@ namespace elevenfive {
 
 class DataLife : public ::testing::Test {
  protected:
-  DataLife() { Workspace::create(folders, false); }
+  DataLife() { Workspace::create(folders, false, unflushed); }
 
   QTemporaryDir folder;
+  mutable UnflushedFiles unflushed;
   Workspace::Folders folders{folder.filePath(QStringLiteral("program")), folder.filePath(QStringLiteral("temp"))};
 
   static QByteArray read(const QString& path) {
@@ -43,20 +44,20 @@ class DataLife : public ::testing::Test {
 
   /// One whole run that writes the value.
   void runWriting(int value) const {
-    Workspace workspace(folders);
+    Workspace workspace(folders, {&unflushed, {}});
     setValue(workspace.gConn, value);
     workspace.close();
   }
 
   /// One run that writes the value and ends without a close.
   void crashWriting(int value) const {
-    Workspace workspace(folders);
+    Workspace workspace(folders, {&unflushed, {}});
     setValue(workspace.gConn, value);
   }
 
   /// The value that the next start finds.
   int nextStart() const {
-    Workspace workspace(folders);
+    Workspace workspace(folders, {&unflushed, {}});
     const int value = valueOf(workspace.gConn);
     workspace.close();
     return value;

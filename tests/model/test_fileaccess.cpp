@@ -46,7 +46,8 @@ TEST(FileAccess, AReplacedFileIsWrittenBesideFlushedCheckedAndRenamed) {
   EXPECT_EQ(read(path), "new content");
   const QString name = path.section(u'/', -2);
   EXPECT_EQ(files.log, (QStringList{u"create "_s + name + u".new"_s, u"write "_s + name + u".new"_s,
-                                    u"flush "_s + name + u".new"_s, u"rename "_s + name + u".new -> "_s + name}));
+                                    u"flush "_s + name + u".new"_s, u"rename "_s + name + u".new -> "_s + name,
+                                    u"flush folder "_s + name.section(u'/', 0, 0)}));
 }
 
 TEST(FileAccess, AFailedCheckLeavesTheOldFileAndNoNewOne) {

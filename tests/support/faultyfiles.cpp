@@ -39,7 +39,22 @@ class FaultyOutput final : public OutputFile {
   std::unique_ptr<OutputFile> file_;
 };
 
+class UnflushedOutput final : public OutputFile {
+ public:
+  explicit UnflushedOutput(const QString& path) : file_(realFiles().create(path)) {}
+  void write(const char* bytes, qint64 size) override { file_->write(bytes, size); }
+  void flush() override {}
+  void close() override { file_->close(); }
+
+ private:
+  std::unique_ptr<OutputFile> file_;
+};
+
 }  // namespace
+
+std::unique_ptr<OutputFile> UnflushedFiles::create(const QString& path) {
+  return std::make_unique<UnflushedOutput>(path);
+}
 
 std::unique_ptr<OutputFile> FaultyFiles::create(const QString& path) {
   step(u"create "_s + shortName(path));
@@ -49,6 +64,11 @@ std::unique_ptr<OutputFile> FaultyFiles::create(const QString& path) {
 void FaultyFiles::flushFile(const QString& path) {
   step(u"flush "_s + shortName(path));
   realFiles().flushFile(path);
+}
+
+void FaultyFiles::flushFolder(const QString& path) {
+  step(u"flush folder "_s + path.section(u'/', -1));
+  realFiles().flushFolder(path);
 }
 
 void FaultyFiles::rename(const QString& from, const QString& to) {

@@ -10,13 +10,13 @@ TestWorkspace::TestWorkspace() {
   if (!folder_.isValid())
     throw std::runtime_error("no temporary folder");
   folders = {folder_.filePath(u"program"_s), folder_.filePath(u"temp"_s)};
-  Workspace::create(folders, false);
+  Workspace::create(folders, false, files_);
   reopen();
 }
 
 void TestWorkspace::reopen() {
   close();
-  workspace_ = std::make_unique<Workspace>(folders);
+  workspace_ = std::make_unique<Workspace>(folders, Workspace::Options{&files_, {}});
 }
 
 void TestWorkspace::close() {

@@ -8,6 +8,7 @@
 #include <ostream>
 
 #include "model/workspace.h"
+#include "tests/support/faultyfiles.h"
 
 namespace elevenfive {
 
@@ -32,6 +33,7 @@ class TestWorkspace final {
 
  private:
   QTemporaryDir folder_;
+  UnflushedFiles files_;
   std::unique_ptr<Workspace> workspace_;
 };
 
