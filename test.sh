@@ -14,10 +14,8 @@ export QT_QPA_PLATFORM=offscreen
 export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=0}" # what the platform's libraries keep until the end is no leak of ours
 passed=0
 failed=0
-tests=0
 for program in build/"$preset"/bin/test_*; do
     [ -x "$program" ] || continue
-    tests=$((tests + 1))
     name=$(basename "$program")
     report=$(mktemp)
     code=0
@@ -40,17 +38,19 @@ for program in build/"$preset"/bin/test_*; do
     passed=$((passed + all - bad))
     failed=$((failed + bad))
 done
-for script in tests/*/*.sh; do
-    [ -x "$script" ] || continue
-    tests=$((tests + 1))
-    if BIN="$PWD/build/$preset/bin" "$script"; then
-        passed=$((passed + 1))
-    else
-        echo "$script: failed"
-        failed=$((failed + 1))
-    fi
+count() { # count LABEL COMMAND...: one more passed or failed
+    local label=$1
+    shift
+    if "$@"; then passed=$((passed + 1)); else echo "$label: failed" && failed=$((failed + 1)); fi
+}
+for script in tests/*/*.sh; do # black-box scripts find the programs in $BIN
+    [ -x "$script" ] && count "$script" env BIN="$PWD/build/$preset/bin" "$script"
 done
-if [ "$tests" -eq 0 ]; then
+for program in build/"$preset"/bin/fuzz_replay_*; do # every input that the fuzz targets keep
+    name=${program##*/fuzz_replay_}
+    [ -x "$program" ] && count "fuzz replay $name" "$program" "fuzz/corpus/$name"
+done
+if [ $((passed + failed)) -eq 0 ]; then
     echo "no test was found"
     failed=1
 fi

@@ -6,7 +6,9 @@
 #pragma once
 
 #include <QString>
+#include <span>
 
+#include "engine/runcontext.h"
 #include "engine/runports.h"
 #include "engine/runstate.h"
 #include "model/numbers.h"
@@ -15,9 +17,21 @@ namespace elevenfive {
 
 class Store;
 
+class RunDriver;
+
+/// A button of the run panel, cmmTouZhu(index).
+struct RunButton {
+  QStringView caption;
+  QStringView tip;
+  void (RunDriver::*action)() = nullptr;  ///< nullptr: it does nothing yet and stands disabled
+};
+
 class RunDriver final {
  public:
   RunDriver(Store& gConn, const RunPorts& ports);
+
+  /// The seven buttons, by index.
+  static std::span<const RunButton> buttons();
 
   /// The button row, index 0 to 6: 第一步：初始化, 第二步：过滤缩水, 精选号码, 导出, 导入, 删除, 开奖核对. A fault inside becomes one
   /// critical box here; the panel Pic_subTouZhu is disabled meanwhile and enabled again in every case.
@@ -66,6 +80,13 @@ class RunDriver final {
   [[nodiscard]] const RunState& state() const noexcept { return state_; }
 
  private:
+  RunContext context() { return {gConn_, ports_, state_}; }
+  QString defaultPeriod();
+  Qihao askPeriod(const QString& prompt, const QString& defaultText);
+  void expandClicked();
+  void runClicked();
+  void deleteClicked();
+
   Store& gConn_;
   RunPorts ports_;
   RunState state_;

@@ -5,22 +5,44 @@
 
 #include "model/numbers.h"
 #include "model/ports.h"
+#include "model/store.h"
 
 namespace elevenfive {
 
-class Store;
+/// Stores draws one after the other with one prepared statement. A draw takes the place of an older one of its period without
+/// a question; the replaced row keeps its derived columns until derivation runs.
+class HistoryWriter final {
+ public:
+  explicit HistoryWriter(Store& store);
+  void write(Qihao qihao, const QDate& date, const Draw& numbers);
 
-/// Stores a draw under its period, in place of an older one without a question. A replaced row keeps its derived columns until
-/// derivation runs; with refresh the period is derived at once.
+ private:
+  Statement upsert_;
+};
+
+/// Stores one draw as HistoryWriter does; with refresh its period is derived at once. A fault of the derivation leaves the
+/// stored draw in place.
 void addHistoryRecord(Store& store, Qihao qihao, const QDate& date, const Draw& numbers, bool refresh, Events& events);
 
 /// Deletes all draws.
 void clearHistoryTable(Store& store, Events& events);
 
-/// Deletes one period; false where the history does not hold it.
+/// Deletes one period; false where the history does not hold it. The period after it keeps its derived columns.
 bool deleteHistoryRecord(Store& store, Qihao qihao);
 
 /// How many draws the history holds.
 int countHistory(Store& store);
+
+/// Deletes one period and tells how that went. True where a row is gone.
+bool deleteToldRecord(Store& store, Qihao qihao, Boxes& boxes);
+
+/// The button cmm_scls: asks for a period, deletes it, and tells how that went. True where a row is gone.
+bool deleteAskedRecord(Store& store, Inputs& inputs, Boxes& boxes);
+
+/// newBtnHistory_3: clears the history after a question. True where the answer was yes.
+bool clearAskedHistory(Store& store, Boxes& boxes, Events& events);
+
+/// The question before an import: where there are draws, whether they are to go first. True where they were cleared.
+bool clearBeforeImport(Store& store, Boxes& boxes, Events& events);
 
 }  // namespace elevenfive

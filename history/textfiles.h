@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include "history/statuspanels.h"
 #include "model/ports.h"
 
 namespace elevenfive {
@@ -19,19 +20,36 @@ class LineProgress {
   [[nodiscard]] virtual bool stopRequested() const = 0;  ///< CmmDaoruStop was clicked since show()
 };
 
+/// Shows the frame for the length of a scope; a fault hides it too.
+class LineProgressShown final {
+ public:
+  LineProgressShown(LineProgress& lines, int lineCount) : lines_(lines) { lines_.show(lineCount); }
+  ~LineProgressShown() { lines_.hide(); }
+  LineProgressShown(const LineProgressShown&) = delete;
+  LineProgressShown& operator=(const LineProgressShown&) = delete;
+
+ private:
+  LineProgress& lines_;
+};
+
 struct HistoryImportPorts {
   Boxes& boxes;
   LineProgress& lines;
   Progress& derivation;  ///< ProgressBar_TuBiao
   Events& events;
+  StatusPanels* panels = nullptr;
 };
 
-/// Reads a text file into the history and derives the whole table again. Loose separators, UTF-8 or GB18030; bad lines are
-/// passed over in silence. Throws FileError where the file cannot be read.
+/// Reads a text file into the history under today's date and derives the whole table again, also after a stop. Loose
+/// separators, UTF-8 or GB18030; bad lines are passed over in silence, see history/historyline.h. A draw takes the place of an
+/// older one of its period. Memory does not grow with the file, and a yield follows each line.
+///
+/// A stored draw that cannot be derived is told in a critical box and ends the derivation, not the import. Throws FileError
+/// where the file cannot be read and StoreError where the store cannot be written; the rows written until then stay.
 void importHistoryText(Store& store, const QString& path, bool showMessage, const HistoryImportPorts& ports);
 
 /// Writes all draws to a file, "11031510 01 02 03 04 05" and CR LF a line, and returns their number. The old file is replaced
-/// only by a complete new one.
+/// only by a complete new one; throws FileError where that cannot be written.
 int exportHistoryText(Store& store, const QString& path, LineProgress& lines, Events& events);
 
 }  // namespace elevenfive

@@ -11,11 +11,23 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+[[noreturn]] void raiseNumberFault(int n) {
+  throw NumberFault(u"号码 %1 不在 01 到 11 之间，无法计算。"_s.arg(n));
+}
+
 /// n where it may index a table with slots lowest..numberCount.
 std::size_t slot(int n, int lowest) {
   if (n < lowest || n > numberCount)
-    throw NumberFault(u"号码 %1 不在 01 到 11 之间，无法计算。"_s.arg(n));
+    raiseNumberFault(n);
   return static_cast<std::size_t>(n);
+}
+
+/// The absolute difference of two numbers where it may index a table with slots 0..10; the fault names the one outside.
+std::size_t differenceSlot(int a, int b) {
+  const int difference = std::abs(a - b);
+  if (difference >= numberCount)
+    raiseNumberFault(isNumber(a) ? b : a);
+  return static_cast<std::size_t>(difference);
 }
 
 /// The longest run of consecutive numbers, and how many numbers stand in runs of two and more.
@@ -73,7 +85,7 @@ int calc_AC(const Draw& draw) {
   std::array<bool, numberCount> seen{};
   for (std::size_t i = 0; i < draw.size(); ++i)
     for (std::size_t j = i + 1; j < draw.size(); ++j)
-      seen[slot(std::abs(draw[i] - draw[j]) + 1, 1) - 1] = true;
+      seen[differenceSlot(draw[i], draw[j])] = true;
   return static_cast<int>(std::count(seen.begin(), seen.end(), true)) - (drawSize - 1);
 }
 

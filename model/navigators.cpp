@@ -1,5 +1,7 @@
 #include "model/navigators.h"
 
+#include <limits>
+
 #include "model/daycount.h"
 #include "model/store.h"
 
@@ -17,7 +19,7 @@ Qihao getLastQihao(Store& store) {
 
 Qihao getNextQihao(Store& store) {
   const Qihao last = getLastQihao(store);
-  return last >= 1 ? last + 1 : last;
+  return last >= 1 && last < std::numeric_limits<Qihao>::max() ? last + 1 : last;
 }
 
 Qihao getFirstQihao(Store& store) {
@@ -42,11 +44,9 @@ Qihao getQihaoBack(Store& store, Qihao q, int n) {
 }
 
 Qihao getQihaoForward(Store& store, Qihao q, int n) {
-  Statement rows = store.query(purpose, "SELECT 期号 FROM 历史记录 WHERE 期号 >= ? ORDER BY 期号", q);
-  for (int step = 0; rows.next(); ++step)
-    if (step == n)
-      return rows.integer(0);
-  return getLastQihao(store);
+  const auto found =
+      store.value(purpose, "SELECT 期号 FROM 历史记录 WHERE 期号 >= ? ORDER BY 期号 LIMIT 1 OFFSET ?", q, n);
+  return found ? *found : getLastQihao(store);
 }
 
 std::optional<QDate> getLastDate(Store& store) {
@@ -57,7 +57,8 @@ std::optional<QDate> getLastDate(Store& store) {
 }
 
 std::optional<Draw> drawOf(Store& store, Qihao q) {
-  Statement rows = store.query("读取开奖号码", "SELECT 号码1, 号码2, 号码3, 号码4, 号码5 FROM 历史记录 WHERE 期号 = ?", q);
+  Statement rows =
+      store.query("读取开奖号码", "SELECT 号码1, 号码2, 号码3, 号码4, 号码5 FROM 历史记录 WHERE 期号 = ?", q);
   if (!rows.next())
     return std::nullopt;
   Draw draw{};

@@ -20,7 +20,8 @@ inline constexpr Qihao noEarlierQihao = 2003001;
 /// The newest period; 0 in an empty history.
 Qihao getLastQihao(Store& store);
 
-/// The newest period plus one; 0 in an empty history. It does not roll over at the end of a day.
+/// The newest period plus one; 0 in an empty history. It does not roll over at the end of a day. A newest period below 1, and
+/// the highest there can be, stand for themselves.
 Qihao getNextQihao(Store& store);
 
 /// The earliest period; 0 in an empty history.
@@ -45,14 +46,14 @@ std::optional<Draw> drawOf(Store& store, Qihao q);
 class LookBackBlock final {
  public:
   static constexpr int depth = 10;
-  [[nodiscard]] std::int16_t& at(int position, int slot) { return numbers_.at(index(position, slot)); }
-  [[nodiscard]] std::int16_t at(int position, int slot) const { return numbers_.at(index(position, slot)); }
+
+  /// Throws std::out_of_range where the position or the slot does not exist.
+  [[nodiscard]] std::int16_t& at(int position, int slot) { return slots_.at(index(slot)).at(index(position)); }
+  [[nodiscard]] std::int16_t at(int position, int slot) const { return slots_.at(index(slot)).at(index(position)); }
 
  private:
-  static std::size_t index(int position, int slot) {
-    return static_cast<std::size_t>((slot - 1) * drawSize + position - 1);
-  }
-  std::array<std::int16_t, static_cast<std::size_t>(depth* drawSize)> numbers_{};
+  static std::size_t index(int oneBased) { return static_cast<std::size_t>(oneBased - 1); }
+  std::array<std::array<std::int16_t, drawSize>, depth> slots_{};
 };
 
 /// Reads up to ten periods before q, the oldest into slot 10 and on downward, and returns how many. With fewer than ten the

@@ -14,6 +14,9 @@ namespace {
 using namespace Qt::StringLiterals;
 using enum ColumnType;
 
+/// Digits of the largest miss that the distribution chart can show, over its 10,001 periods.
+constexpr int missWidth = 5;
+
 /// name1 .. nameN of one type.
 std::vector<Column> numbered(const QString& name, int first, int last, ColumnType type) {
   std::vector<Column> columns;
@@ -124,7 +127,7 @@ std::vector<Table> mainTables() {
        {{u"号码"_s, int16}, {u"后区"_s, int32}, {u"前区"_s, int32}, {u"前开"_s, int32}, {u"后开"_s, int32}},
        u"号码"_s,
        {}},
-      {u"号码分布"_s, joined({{{u"期号"_s, int32}}, twoDigitColumns(15, text, 2)}), u"期号"_s, {}},
+      {u"号码分布"_s, joined({{{u"期号"_s, int32}}, twoDigitColumns(15, text, missWidth)}), u"期号"_s, {}},
       {u"BallColor"_s, {{u"号码"_s, byte}, {u"基本号"_s, byte}, {u"特别号"_s, byte}}, u"号码"_s, {}},
       {u"自定义别名"_s, {{u"序号"_s, int32}, {u"自定义名称"_s, text, 50}, {u"别名"_s, text, 50}}, {}, {}},
       {u"快速设置"_s,

@@ -19,15 +19,32 @@ QString fromUtf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+/// The reason of a refused value, by SQLite's extended result code.
+QString constraintReason(int extendedCode) {
+  switch (extendedCode) {
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_ROWID:
+    case SQLITE_CONSTRAINT_UNIQUE:
+      return u"已有相同的记录"_s;
+    case SQLITE_CONSTRAINT_NOTNULL:
+      return u"缺少必填的值"_s;
+    case SQLITE_CONSTRAINT_DATATYPE:
+      return u"数值的类型不符"_s;
+    default:
+      return u"数值超出允许的范围"_s;
+  }
+}
+
 /// The reason in the user's language, by SQLite's primary result code.
 QString reasonOf(const SQLite::Exception& fault) {
   switch (fault.getErrorCode() & 0xFF) {
     case SQLITE_FULL:
       return u"磁盘空间已满"_s;
     case SQLITE_READONLY:
-      return u"数据文件是只读的"_s;
+      return fault.getExtendedErrorCode() == SQLITE_READONLY_DIRECTORY ? u"数据文件的文件夹不允许写入"_s
+                                                                       : u"数据文件是只读的"_s;
     case SQLITE_CANTOPEN:
-      return u"文件无法打开"_s;
+      return u"文件无法打开，或无法在它的文件夹中写入"_s;
     case SQLITE_NOTADB:
       return u"文件不是有效的数据库"_s;
     case SQLITE_CORRUPT:
@@ -37,8 +54,12 @@ QString reasonOf(const SQLite::Exception& fault) {
       return u"数据文件正被其他程序使用"_s;
     case SQLITE_IOERR:
       return u"读写磁盘出错"_s;
+    case SQLITE_NOMEM:
+      return u"内存不足"_s;
+    case SQLITE_MISMATCH:
+      return u"数值的类型不符"_s;
     case SQLITE_CONSTRAINT:
-      return u"数值超出允许的范围"_s;
+      return constraintReason(fault.getExtendedErrorCode());
     default:
       return QString::fromUtf8(fault.what());
   }
@@ -57,6 +78,8 @@ decltype(auto) guarded(std::string_view purpose, Call&& call) {
     raise(purpose, fault);
   }
 }
+
+constexpr int busyTimeout = 2000;  // milliseconds to wait for another program's lock
 
 int openFlags(StoreAccess access) {
   switch (access) {
@@ -112,11 +135,11 @@ bool Statement::next() {
 
 int Statement::run() {
   return guarded(purpose_, [&] {
+    const int before = database_->getTotalChanges();
     while (statement_->executeStep()) {
     }
-    const int changes = database_->getChanges();
     statement_->reset();
-    return changes;
+    return database_->getTotalChanges() - before;
   });
 }
 
@@ -125,45 +148,56 @@ int Statement::columnCount() const {
 }
 
 QString Statement::columnName(int column) const {
-  return QString::fromUtf8(statement_->getColumnName(column));
+  return guarded(purpose_, [&] { return QString::fromUtf8(statement_->getColumnName(column)); });
+}
+
+template <typename Read>
+auto Statement::cell(int column, Read&& read) const {
+  return guarded(purpose_, [&] { return read(statement_->getColumn(column)); });
 }
 
 bool Statement::isNull(int column) const {
-  return statement_->getColumn(column).isNull();
+  return cell(column, [](const SQLite::Column& value) { return value.isNull(); });
 }
 
 bool Statement::isReal(int column) const {
-  return statement_->getColumn(column).isFloat();
+  return cell(column, [](const SQLite::Column& value) { return value.isFloat(); });
 }
 
 bool Statement::isInteger(int column) const {
-  return statement_->getColumn(column).isInteger();
+  return cell(column, [](const SQLite::Column& value) { return value.isInteger(); });
 }
 
 int Statement::integer(int column) const {
-  return statement_->getColumn(column).getInt();
+  return cell(column, [](const SQLite::Column& value) { return value.getInt(); });
 }
 
 qint64 Statement::integer64(int column) const {
-  return statement_->getColumn(column).getInt64();
+  return cell(column, [](const SQLite::Column& value) { return static_cast<qint64>(value.getInt64()); });
 }
 
 double Statement::real(int column) const {
-  return statement_->getColumn(column).getDouble();
+  return cell(column, [](const SQLite::Column& value) { return value.getDouble(); });
 }
 
 QString Statement::text(int column) const {
-  const SQLite::Column value = statement_->getColumn(column);
-  const char* bytes = value.getText();
-  return QString::fromUtf8(bytes, value.getBytes());
+  return cell(column, [](const SQLite::Column& value) {
+    const char* bytes = value.getText();  // before the length: reading as text may convert the value
+    return QString::fromUtf8(bytes, value.getBytes());
+  });
 }
 
 Store::Store(const QString& path, StoreAccess access) : path_(path) {
-  constexpr std::string_view purpose = "打开数据文件";
+  const auto refuse = [&](const QString& reason) {
+    throw StoreError(u"打开数据文件失败：%1（%2）。"_s.arg(reason, path));
+  };
   if (access != StoreAccess::create && !QFileInfo(path).isFile())
-    throw StoreError(u"打开数据文件失败：找不到文件 %1。"_s.arg(path));
-  guarded(purpose, [&] {
-    database_ = std::make_unique<SQLite::Database>(path.toStdString(), openFlags(access), 2000);
+    refuse(u"找不到文件"_s);
+  try {
+    database_ = std::make_unique<SQLite::Database>(path.toStdString(), openFlags(access), busyTimeout);
+    // Without the right to write, SQLite opens a file for reading only and says so at the first write.
+    if (access != StoreAccess::readOnly && sqlite3_db_readonly(database_->getHandle(), "main") == 1)
+      refuse(u"数据文件是只读的"_s);
     if (access != StoreAccess::readOnly) {
       database_->exec("PRAGMA journal_mode = TRUNCATE");
       database_->exec("PRAGMA synchronous = OFF");
@@ -173,7 +207,9 @@ Store::Store(const QString& path, StoreAccess access) : path_(path) {
     database_->exec("PRAGMA cache_size = -16000");  // KiB
     // The header is read by the first statement that needs it: a file that is no database shows here, not later.
     database_->execAndGet("SELECT COUNT(*) FROM sqlite_master");
-  });
+  } catch (const SQLite::Exception& fault) {
+    refuse(reasonOf(fault));
+  }
 }
 
 Store::~Store() = default;
@@ -221,8 +257,11 @@ StoreTransaction::~StoreTransaction() {
 }
 
 void StoreTransaction::commit() {
-  if (open_ && store_.inTransaction())
-    store_.execute("保存数据", "COMMIT");
+  if (!open_)
+    return;
+  if (!store_.inTransaction())
+    throw StoreError(u"保存数据失败：前面的写入出错，已全部撤销。"_s);
+  store_.execute("保存数据", "COMMIT");
   open_ = false;
 }
 

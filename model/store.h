@@ -57,7 +57,8 @@ class Statement final {
   /// Moves to the next row; false at the end.
   bool next();
 
-  /// Runs a statement that gives no rows, and makes it ready for the next one. Returns how many rows it changed.
+  /// Runs a statement that gives no rows, and makes it ready for the next one. Returns how many rows it changed, 0 where it
+  /// is none that changes rows.
   int run();
 
   /// run() with these values.
@@ -66,6 +67,7 @@ class Statement final {
     return bind(values...).run();
   }
 
+  // Reading a column that the row does not have, or without a row, throws StoreError.
   [[nodiscard]] int columnCount() const;
   [[nodiscard]] QString columnName(int column) const;
   [[nodiscard]] bool isNull(int column) const;
@@ -77,6 +79,9 @@ class Statement final {
   [[nodiscard]] QString text(int column) const;
 
  private:
+  template <typename Read>
+  auto cell(int column, Read&& read) const;
+
   std::unique_ptr<SQLite::Statement> statement_;
   SQLite::Database* database_;
   std::string purpose_;
@@ -91,7 +96,8 @@ enum class StoreAccess {
 
 class Store final {
  public:
-  /// Opens the file; throws StoreError where it is missing, no database, or not to be opened for this access.
+  /// Opens the file; throws StoreError, which names the file, where it is missing, no database, or not to be opened for
+  /// this access.
   /// The journal is a rollback journal that is truncated, writes are not flushed: what must survive a power failure is
   /// flushed by whoever closes and packs the file.
   Store(const QString& path, StoreAccess access);
@@ -147,7 +153,7 @@ class Store final {
 
 /// What becomes of the rows written in a transaction that a fault ends.
 enum class OnFault {
-  keep,  ///< what was done so far is kept, as a pass over the history does
+  keep,  ///< what was done so far is kept, as a pass over the history does (a full disk undoes all of it none the less)
   undo,  ///< the store is as it was before, as a stage of a run does
 };
 
@@ -160,8 +166,8 @@ class StoreTransaction final {
   StoreTransaction(const StoreTransaction&) = delete;
   StoreTransaction& operator=(const StoreTransaction&) = delete;
 
-  /// Writes the transaction to the file now; throws StoreError where that fails. Call it as the last line of the scope
-  /// wherever the caller must learn of a full disk.
+  /// Writes the transaction to the file now; throws StoreError where that fails, or where SQLite has undone it after an
+  /// earlier fault. Call it as the last line of the scope wherever the caller must learn of a full disk.
   void commit();
 
  private:

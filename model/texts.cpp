@@ -1,5 +1,7 @@
 #include "model/texts.h"
 
+#include <unistd.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -94,7 +96,7 @@ QString ReadStringLine(const QString& text, int n) {
 
 QByteArray readFileText(const QString& path) {
   QFile file(path);
-  if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
+  if (path.isEmpty() || QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
     throw FileError(u"无法打开文件 %1。"_s.arg(path));
   QByteArray content = file.readAll();
   if (file.error() != QFileDevice::NoError)
@@ -103,7 +105,8 @@ QByteArray readFileText(const QString& path) {
 }
 
 QString decodeText(const QByteArray& bytes) {
-  QStringDecoder utf8(QStringDecoder::Utf8);
+  // All bytes are here, so a sequence that is cut off at the end is an error like any other.
+  QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
   QString text = utf8(bytes);
   if (!utf8.hasError())
     return text;  // the decoder drops a byte order mark
@@ -114,13 +117,18 @@ QString decodeText(const QByteArray& bytes) {
 }
 
 QString getTempDir() {
-  const QString path = QDir::tempPath() + u"/elevenfive-"_s + qEnvironmentVariable("USER", u"user"_s);
+  const QString system = QDir::tempPath();
+  if (system.isEmpty())
+    return {};  // it does not exist
+  const QString path = system + u"/elevenfive-"_s + QString::number(geteuid());
   constexpr QFileDevice::Permissions ownerOnly =
       QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
-  if (!QDir().mkpath(path))
+  QDir().mkdir(path, ownerOnly);
+  // Everybody may write where this folder stands: one that is not ours may be somebody's trap.
+  const QFileInfo folder(path);
+  if (folder.isSymLink() || !folder.isDir() || folder.ownerId() != geteuid())
     return {};
-  QFile::setPermissions(path, ownerOnly);
-  return path;
+  return QFile::setPermissions(path, ownerOnly) ? path : QString();
 }
 
 }  // namespace elevenfive

@@ -48,7 +48,7 @@ QByteArray readFileText(const QString& path);
 QString decodeText(const QByteArray& bytes);
 
 /// The folder for working files: below the system's temporary folder, the user's own, mode 0700, made where it is missing.
-/// Without a trailing separator; empty where it cannot be had.
+/// Without a trailing separator; empty where it cannot be had, or where another user has put something in its place.
 QString getTempDir();
 
 }  // namespace elevenfive

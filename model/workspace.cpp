@@ -92,7 +92,13 @@ Workspace::Workspace(const Folders& folders, const Options& options)
   gUserMode = gConn.value("读取用户模式", "SELECT 模式 FROM 用户模式").value_or(0);
 }
 
-Workspace::~Workspace() = default;
+Workspace::~Workspace() {
+  try {
+    close();
+  } catch (const Error&) {
+    // Nothing is lost: the working database stays.
+  }
+}
 
 bool Workspace::hasChanged() const {
   return changeCounter(gConn.path()) != changeCounter_;
@@ -110,12 +116,21 @@ void Workspace::close() {
   locks_.clear();
 }
 
+void Workspace::abandon() noexcept {
+  if (closed_)
+    return;
+  gConn.close();
+  data_.discard();
+  closed_ = true;
+  locks_.clear();
+}
+
 void Workspace::create(const Folders& given, bool force, FileAccess& files) {
   const Folders folders = apart(given);
   files.makeFolder(folders.program);
+  const std::vector<FolderLock> locks = lockFolders(folders, files);
   if (exists(folders) && !force)
     throw FileError(u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folders.program));
-  const std::vector<FolderLock> locks = lockFolders(folders, files);
   DataFile data(folders, files);
   if (exists(folders))
     data.keepPack(folders.packedFile());

@@ -1,7 +1,6 @@
 // The open workspace: the one object that owns the working database and what lives as long as it is open.
 //
 // Its construction is the program's start, close() its end: between the two the data lies unpacked in the temporary folder.
-// An object that goes without close() leaves its changes there, as a crash would, and the next start keeps them in Bak.
 #pragma once
 
 #include <QString>
@@ -34,6 +33,7 @@ class Workspace final {
   /// folders, StoreError where no usable data is there, FileError where a file cannot be read or written.
   explicit Workspace(const Folders& folders) : Workspace(folders, Options{}) {}
   Workspace(const Folders& folders, const Options& options);
+  /// close() where it was not called; a fault goes unheard, and the next start keeps the changes in Bak.
   ~Workspace();
   Workspace(const Workspace&) = delete;
   Workspace& operator=(const Workspace&) = delete;
@@ -42,6 +42,9 @@ class Workspace final {
   /// Throws StoreError or FileError where that fails; the old packed data file then still stands, the changes stay in the
   /// working database, and another call tries again. Further calls after a success do nothing.
   void close();
+
+  /// Ends the run with nothing saved: the packed data file stays as it is and the working database goes.
+  void abandon() noexcept;
 
   /// Writes a fresh packed data file and template with the default rows into the folder. Throws FileError where one stands
   /// there already and force is not given; old ones are replaced only by complete new ones, and the old data goes to Bak.

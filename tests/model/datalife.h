@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <functional>
 
 #include "model/errors.h"
 #include "model/packfile.h"
@@ -51,8 +52,15 @@ class DataLife : public ::testing::Test {
 
   /// One run that writes the value and ends without a close.
   void crashWriting(int value) const {
-    Workspace workspace(folders, {&unflushed, {}});
-    setValue(workspace.gConn, value);
+    crash([value](Store& store) { setValue(store, value); });
+  }
+
+  /// One run that does this and then loses its disk, so that no step of a close works.
+  void crash(const std::function<void(Store&)>& action) const {
+    FaultyFiles files;
+    Workspace workspace(folders, {&files, {}});
+    action(workspace.gConn);
+    files.failingStep = 0;
   }
 
   /// The value that the next start finds.

@@ -105,7 +105,7 @@ TEST_F(DataFileLife, OnlyTheNewestThreeInterruptedRunsStay) {
 
 TEST_F(DataFileLife, AnInterruptedRunThatChangedNothingLeavesNoCopy) {
   runWriting(7);
-  { Workspace workspace(folders); }
+  crash([](Store&) {});
   Workspace workspace(folders);
   EXPECT_EQ(keptCopies(), QStringList());
   EXPECT_EQ(workspace.notices(), QStringList());
@@ -116,7 +116,8 @@ TEST_F(DataFileLife, AnUnfinishedTransactionOfAnInterruptedRunIsUndoneInItsCopy)
   const QString working = folders.workingFile();
   const QString aside = folder.filePath(u"aside"_s);
   {
-    Workspace workspace(folders);
+    FaultyFiles files;
+    Workspace workspace(folders, {&files, {}});
     setValue(workspace.gConn, 8);
     workspace.gConn.executeScript("test", "PRAGMA cache_size = 1; BEGIN");
     setValue(workspace.gConn, 9);
@@ -126,6 +127,7 @@ TEST_F(DataFileLife, AnUnfinishedTransactionOfAnInterruptedRunIsUndoneInItsCopy)
     ASSERT_GT(QFileInfo(working + u"-journal"_s).size(), 0);
     ASSERT_TRUE(QFile::copy(working, aside) && QFile::copy(working + u"-journal"_s, aside + u"-journal"_s));
     workspace.gConn.executeScript("test", "ROLLBACK");
+    files.failingStep = 0;
   }
   QFile::remove(working);
   QFile::remove(working + u"-journal"_s);

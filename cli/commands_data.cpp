@@ -1,0 +1,41 @@
+// The data file as a whole: making a fresh one, asking it.
+#include <QString>
+
+#include "cli/command.h"
+#include "cli/readonlyquery.h"
+#include "cli/session.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+Action prepareInit(const Arguments& arguments) {
+  const bool force = arguments.has(u"--force"_s);
+  return [force](Session& session) {
+    session.close();  // a batch may have it open
+    Workspace::create(session.folders(), force);
+  };
+}
+
+Action prepareSql(const Arguments& arguments) {
+  const QString statement = arguments.text(u"STATEMENT"_s);
+  return [statement](Session& session) { ReadOnlyQuery(session.store(), statement).print(session.out()); };
+}
+
+constexpr Command commands[] = {
+    {u"init [--force]",
+     u"a fresh packed data file and template with the default rows; without --force it refuses where one stands", u"",
+     prepareInit},
+    {u"sql STATEMENT", u"one read-only statement on the working database; anything that would write is refused",
+     u"table", prepareSql},
+};
+
+}  // namespace
+
+std::span<const Command> dataCommands() {
+  return commands;
+}
+
+}  // namespace elevenfive

@@ -1,0 +1,119 @@
+#include "cli/commandtable.h"
+
+#include <algorithm>
+
+#include "cli/output.h"
+#include "cli/values.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// A call with these words behind the global options.
+QString callText(QStringView words) {
+  return u"elevenfive-cli [--folder DIR] [--temp DIR] "_s + words.toString();
+}
+
+struct Candidate {
+  const Command* command;
+  Usage::Match match;
+};
+
+/// The commands whose very words the line does not contradict, as far as those that share most of them with it.
+std::vector<Candidate> nearest(const QStringList& words) {
+  std::vector<Candidate> candidates;
+  int most = 1;
+  for (const Command& command : allCommands()) {
+    Usage::Match match = Usage(command.usage).match(words);
+    if (match.contradicts || match.literals < most)
+      continue;
+    if (match.literals > most)
+      candidates.clear();
+    most = match.literals;
+    candidates.push_back({&command, std::move(match)});
+  }
+  return candidates;
+}
+
+std::vector<const Command*> commandsNamed(const QString& firstWord) {
+  std::vector<const Command*> found;
+  for (const Command& command : allCommands())
+    if (command.usage.toString().section(u' ', 0, 0) == firstWord)
+      found.push_back(&command);
+  return found;
+}
+
+}  // namespace
+
+const std::vector<Command>& allCommands() {
+  static const std::vector<Command> commands = [] {
+    std::vector<Command> all;
+    for (const std::span<const Command> group : {dataCommands(), historyCommands(), catalogueCommands(),
+                                                 conditionCommands(), groupCommands(), runCommands(), rowCommands()})
+      all.insert(all.end(), group.begin(), group.end());
+    return all;
+  }();
+  return commands;
+}
+
+Action prepareCommand(const QStringList& words) {
+  const std::vector<Candidate> candidates = nearest(words);
+  if (candidates.empty()) {
+    const std::vector<const Command*> named = commandsNamed(words.value(0));
+    throw WrongWords{named.empty() ? u"没有这个命令：“%1”。"_s.arg(words.value(0).left(40))
+                                   : u"命令 %1 没有这种用法。"_s.arg(words.value(0)),
+                     named};
+  }
+  const auto fitting =
+      std::find_if(candidates.begin(), candidates.end(), [](const Candidate& c) { return c.match.fault.isEmpty(); });
+  if (fitting != candidates.end()) {
+    try {
+      return fitting->command->prepare(fitting->match.arguments);
+    } catch (const UsageError& fault) {
+      throw WrongWords{fault.message(), {fitting->command}};
+    }
+  }
+  WrongWords wrong{candidates.front().match.fault, {}};
+  for (const Candidate& candidate : candidates)
+    wrong.meant.push_back(candidate.command);
+  throw wrong;
+}
+
+std::vector<const Command*> commandsOf(const QStringList& words) {
+  std::vector<const Command*> found;
+  for (const Candidate& candidate : nearest(words))
+    found.push_back(candidate.command);
+  return found.empty() ? commandsNamed(words.value(0)) : found;
+}
+
+void printCallUsage(std::ostream& out) {
+  printText(out, u"usage: "_s + callText(u"COMMAND [ARGUMENTS]"));
+  printText(out, u"       "_s + callText(u"batch [FILE | -]"));
+}
+
+void printHelp(std::ostream& out, const std::vector<const Command*>& commands) {
+  for (const Command* command : commands) {
+    printText(out, command->usage.toString());
+    printText(out, u"    "_s + command->does.toString());
+    if (!command->prints.isEmpty())
+      printText(out, u"    prints: "_s + command->prints.toString());
+  }
+}
+
+void printWrongWords(std::ostream& err, const WrongWords& wrong) {
+  printText(err, wrong.message);
+  if (wrong.meant.empty()) {
+    printCallUsage(err);
+    printText(err, u"       elevenfive-cli --help"_s);
+    return;
+  }
+  QString lead = u"usage: "_s;
+  for (const Command* command : wrong.meant) {
+    printText(err, lead + callText(command->usage));
+    lead = u"       "_s;
+  }
+}
+
+}  // namespace elevenfive

@@ -1,0 +1,37 @@
+#include "cli/session.h"
+
+#include <utility>
+
+namespace elevenfive {
+
+OpenProgram::OpenProgram(const Workspace::Folders& folders, CliPorts& ports)
+    : workspace(folders),
+      driver(workspace.gConn, {ports, ports, ports, ports, ports, ports, ports}),
+      panel(workspace.gConn),
+      picking(workspace.gConn, driver, ports, ports),
+      groups(workspace.gConn, panel, ports, ports),
+      zones(workspace.gConn, panel, ports) {}
+
+Session::Session(Workspace::Folders folders, std::ostream& out, std::ostream& err)
+    : folders_(std::move(folders)), out_(out), ports_(err) {}
+
+Session::~Session() = default;
+
+OpenProgram& Session::program() {
+  if (!program_)
+    program_ = std::make_unique<OpenProgram>(folders_, ports_);
+  return *program_;
+}
+
+void Session::run(const std::function<void(Session&)>& action) {
+  ports_.beginCommand();
+  action(*this);
+  if (ports_.refused)
+    throw Refused();
+}
+
+void Session::close() {
+  program_.reset();
+}
+
+}  // namespace elevenfive

@@ -1,0 +1,69 @@
+// One run of the companion: the open workspace with the operations' objects over it, and where its output goes.
+//
+// The data is opened by the first command that needs it and stays open until close(), so that what lives "until the program
+// ends" lives through a whole batch.
+#pragma once
+
+#include <QString>
+#include <exception>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+
+#include "cli/cliports.h"
+#include "conditions/conditionpanel.h"
+#include "conditions/customgroups.h"
+#include "conditions/picking.h"
+#include "conditions/zones.h"
+#include "engine/rundriver.h"
+#include "model/workspace.h"
+
+namespace elevenfive {
+
+/// An operation was refused and has told so in a box of its own: the call ends with status 1 and no further word.
+class Refused final : public std::exception {
+ public:
+  [[nodiscard]] const char* what() const noexcept override { return "refused"; }
+};
+
+/// The open workspace and what the window's panels hold over it.
+struct OpenProgram {
+  OpenProgram(const Workspace::Folders& folders, CliPorts& ports);
+
+  Workspace workspace;
+  RunDriver driver;
+  ConditionPanel panel;
+  NumberPicking picking;
+  CustomGroups groups;
+  Zones zones;
+};
+
+class Session final {
+ public:
+  Session(Workspace::Folders folders, std::ostream& out, std::ostream& err);
+  ~Session();
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  [[nodiscard]] const Workspace::Folders& folders() const noexcept { return folders_; }
+  [[nodiscard]] std::ostream& out() noexcept { return out_; }
+  [[nodiscard]] CliPorts& ports() noexcept { return ports_; }
+
+  /// Opens the data where that has not been done.
+  [[nodiscard]] OpenProgram& program();
+  [[nodiscard]] Store& store() { return program().workspace.gConn; }
+
+  /// Runs an action; throws Refused where one of its boxes said no.
+  void run(const std::function<void(Session&)>& action);
+
+  /// Puts the data back, as the window's close does.
+  void close();
+
+ private:
+  Workspace::Folders folders_;
+  std::ostream& out_;
+  CliPorts ports_;
+  std::unique_ptr<OpenProgram> program_;
+};
+
+}  // namespace elevenfive

@@ -1,0 +1,134 @@
+#include "conditions/conditioncopy.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "model/errors.h"
+#include "model/schema.h"
+#include "model/store.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// How a table is copied: the columns that carry values, and the order of its rows on both sides.
+struct TableCopy {
+  QString source;
+  QString target;
+  QStringList columns;
+  QString order;
+};
+
+std::string quoted(const QString& name) {
+  return ('"' + name.toUtf8() + '"').toStdString();
+}
+
+std::string quotedList(const QStringList& names, const char* separator, const char* behind = "") {
+  std::string text;
+  for (const QString& name : names)
+    text += (text.empty() ? "" : separator) + quoted(name) + behind;
+  return text;
+}
+
+[[noreturn]] void refuse(const QString& table) {
+  throw StoreError(u"数据表 %1 的内容不符合过滤条件文件的格式。"_s.arg(table));
+}
+
+/// All columns of 号码特性 behind its two keys.
+QStringList attributeNames() {
+  QStringList names;
+  for (const Column& column : schemaTable(u"号码特性"_s).columns)
+    names << column.name;
+  return names.sliced(2);
+}
+
+std::vector<TableCopy> setTables() {
+  return {
+      {u"过滤条件"_s, u"过滤条件"_s, {u"VALUE"_s}, u"ID"_s},
+      {u"过滤条件使用情况"_s, u"过滤条件使用情况"_s, {u"使用情况"_s}, u"条件"_s},
+      {u"号码特性"_s, u"号码特性"_s, attributeNames(), u"号码"_s},
+      {u"历史数据过滤"_s, u"历史数据过滤"_s, {u"使用状态"_s, u"最小值"_s, u"最大值"_s, u"匹配值"_s}, u"rowid"_s},
+  };
+}
+
+/// Refuses what only looks like the table: a view, a virtual table (which has no page of its own), computed columns.
+void checkRealTable(Store& source, const TableCopy& copy) {
+  const auto real = source.value(
+      "检查数据表", "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ? AND rootpage > 0", copy.source);
+  if (!real)
+    refuse(copy.source);
+  Statement columns =
+      source.query("检查数据表", "SELECT name, hidden FROM pragma_table_xinfo(?) ORDER BY cid", copy.source);
+  QStringList names;
+  while (columns.next()) {
+    if (columns.integer(1) != 0)
+      refuse(copy.source);
+    names << columns.text(0);
+  }
+  for (const QString& column : copy.columns)
+    if (!names.contains(column))
+      refuse(copy.source);
+  if (copy.order != u"rowid"_s && !names.contains(copy.order))
+    refuse(copy.source);
+}
+
+/// The rows of the target in order, told by their rowid.
+std::vector<qint64> targetRows(Store& target, const TableCopy& copy) {
+  std::vector<qint64> rows;
+  Statement query = target.query("读取过滤条件", "SELECT rowid FROM " + quoted(copy.target) + " ORDER BY " +
+                                                     (copy.order == u"rowid"_s ? "rowid" : quoted(copy.order)));
+  while (query.next())
+    rows.push_back(query.integer64(0));
+  return rows;
+}
+
+void copyTable(Store& source, Store& target, const TableCopy& copy) {
+  checkRealTable(source, copy);
+  const std::vector<qint64> rows = targetRows(target, copy);
+  // The first row over the target's count is enough to know that the file does not fit.
+  Statement read =
+      source.query("读取过滤条件文件",
+                   "SELECT " + quotedList(copy.columns, ", ") + " FROM " + quoted(copy.source) + " ORDER BY " +
+                       (copy.order == u"rowid"_s ? "rowid" : quoted(copy.order)) + " LIMIT ?",
+                   static_cast<int>(rows.size()) + 1);
+  Statement write = target.query("写入过滤条件", "UPDATE " + quoted(copy.target) + " SET " +
+                                                     quotedList(copy.columns, ", ", " = ?") + " WHERE rowid = ?");
+  std::size_t row = 0;
+  while (read.next()) {
+    if (row == rows.size())
+      refuse(copy.source);
+    write.reset();
+    int index = 0;
+    for (int column = 0; column < copy.columns.size(); ++column) {
+      if (!read.isInteger(column))
+        refuse(copy.source);
+      write.bindValue(++index, read.integer64(column));
+    }
+    write.bindValue(++index, rows[row++]);
+    write.run();
+  }
+  if (row == 0)
+    refuse(copy.source);
+}
+
+}  // namespace
+
+void copyConditionSet(Store& source, Store& target) {
+  StoreTransaction transaction(target, OnFault::keep);
+  for (const TableCopy& copy : setTables())
+    copyTable(source, target, copy);
+  transaction.commit();
+}
+
+void copyFactoryConditions(Store& store) {
+  StoreTransaction transaction(store);
+  copyTable(store, store, {u"默认过滤条件"_s, u"过滤条件"_s, {u"VALUE"_s}, u"ID"_s});
+  copyTable(store, store, {u"默认过滤条件使用情况"_s, u"过滤条件使用情况"_s, {u"使用情况"_s}, u"条件"_s});
+  transaction.commit();
+}
+
+}  // namespace elevenfive

@@ -1,0 +1,20 @@
+// Copies a condition set from one store to another: the four tables of the template, by position.
+//
+// Both sides are read in the same order and row k of the source goes to row k of the target; only values are written, rows and
+// columns of the target stay. The source may be a file of unknown origin: of each table it is checked that it is a real table
+// of the expected shape and that every value is a whole number; nothing else of the file is used.
+#pragma once
+
+namespace elevenfive {
+
+class Store;
+
+/// Copies 过滤条件, 过滤条件使用情况, 号码特性 and 历史数据过滤, in this order. A source with fewer rows overwrites the first rows
+/// only; one that lacks a table, has an empty one, more rows than the target or values that are none throws StoreError. What
+/// was copied until then stays.
+void copyConditionSet(Store& source, Store& target);
+
+/// Copies the factory values of the main database into 过滤条件 and 过滤条件使用情况.
+void copyFactoryConditions(Store& store);
+
+}  // namespace elevenfive

@@ -1,0 +1,183 @@
+#include "conditions/widgets/conditionview.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPainter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <array>
+
+#include "conditions/widgets/pickpage.h"
+#include "conditions/widgets/tabcaptions.h"
+#include "conditions/widgets/valuepage.h"
+#include "model/widgets/ball.h"
+#include "model/widgets/faultbox.h"
+
+namespace elevenfive {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::array<ValuePageFacts, 4> valuePages{{
+    {2, 10, u"List_TiaoJian", -1, 1, u"Check_useTiaojiao", 1, u"Text_tiaojianTip"},
+    {11, 13, u"List_TJ", 0, 2, u"Check_useTiaojiao", 2, u""},
+    {14, 14, u"List_QJ", 1, 4, u"Check_useTiaojiao", 4, u""},
+    {16, 21, u"List_TiaojianElse", -1, 1, u"Check_useTiaojiao_else", -1, u"Text_elseTiaojianTip"},
+}};
+
+/// A dot in the highlight colour, or nothing of the same size.
+QIcon markIcon(bool inUse, const QWidget& widget) {
+  const int side = widget.fontMetrics().height() / 2;
+  QPixmap picture(QSize(side, side) * widget.devicePixelRatioF());
+  picture.setDevicePixelRatio(widget.devicePixelRatioF());
+  picture.fill(Qt::transparent);
+  if (inUse) {
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(rgbOfBgr(49152)));
+    painter.drawEllipse(QRectF(0.5, 0.5, side - 1, side - 1));
+  }
+  QIcon icon;
+  for (const auto mode : {QIcon::Normal, QIcon::Selected, QIcon::Active})
+    icon.addPixmap(picture, mode);
+  return icon;
+}
+
+}  // namespace
+
+ConditionView::ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent)
+    : QWidget(parent), gConn_(gConn), boxes_(boxes), driver_(driver), panel_(gConn) {
+  setObjectName(u"Frm_Sub_1"_s);
+  auto* layout = new QHBoxLayout(this);
+  layout->addWidget(buildTabs());
+  pages_ = new QStackedWidget(this);
+  layout->addWidget(pages_, 1);
+  buildPages();
+  connect(tabs_, &QListWidget::currentRowChanged, this, [this](int row) { showTab(row + 1); });
+  tabs_->setCurrentRow(0);
+}
+
+QWidget* ConditionView::buildTabs() {
+  auto* strip = new QWidget(this);
+  find_ = new QLineEdit(strip);
+  find_->setObjectName(u"Text_findTab"_s);
+  find_->setAccessibleName(u"查找条件"_s);
+  find_->setPlaceholderText(u"查找条件…"_s);
+  find_->setClearButtonEnabled(true);
+  tabs_ = new QListWidget(strip);
+  tabs_->setObjectName(u"TabStrip_TiaoJian"_s);
+  tabs_->setAccessibleName(u"过滤条件"_s);
+  tabs_->setUniformItemSizes(true);
+  tabs_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  const int side = fontMetrics().height() / 2;
+  tabs_->setIconSize({side, side});
+  for (int tab = 1; tab <= conditionTabCount; ++tab) {
+    auto* item = new QListWidgetItem(tabCaption(tab), tabs_);
+    item->setSizeHint({0, fontMetrics().height() + fontMetrics().height() / 3});
+  }
+  count_ = new QLabel(strip);
+  count_->setObjectName(u"Label_Zhushu"_s);
+  count_->setAccessibleName(u"全部号码组合"_s);
+  count_->setProperty("note", true);
+  count_->setWordWrap(true);
+  auto* column = new QVBoxLayout(strip);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(find_);
+  column->addWidget(tabs_, 1);
+  column->addWidget(count_);
+  strip->setFixedWidth(fontMetrics().height() * 11);
+  connect(find_, &QLineEdit::textChanged, this, &ConditionView::findTab);
+  connect(find_, &QLineEdit::returnPressed, tabs_, qOverload<>(&QWidget::setFocus));
+  return strip;
+}
+
+void ConditionView::buildPages() {
+  pageOfTab_.resize(conditionTabCount + 1);
+  pickPage_ = new PickPage(gConn_, driver_, boxes_, pages_);
+  pageOfTab_[1] = pickPage_;
+  pages_->addWidget(pickPage_);
+  int index = 2;
+  for (const ValuePageFacts& facts : valuePages) {
+    auto* page = new ValuePage(gConn_, panel_, boxes_, facts, pages_);
+    page->setObjectName(u"pic_subTiaojian_%1"_s.arg(index++));
+    connect(page, &ValuePage::tabChanged, this, &ConditionView::markTab);
+    pages_->addWidget(page);
+    for (int tab = facts.firstTab; tab <= facts.lastTab; ++tab)
+      pageOfTab_[static_cast<std::size_t>(tab)] = page;
+  }
+  for (int tab = 1; tab <= conditionTabCount; ++tab) {
+    if (pageOfTab_[static_cast<std::size_t>(tab)] != nullptr)
+      continue;
+    pageOfTab_[static_cast<std::size_t>(tab)] = placeholder(tab);
+    pages_->addWidget(pageOfTab_[static_cast<std::size_t>(tab)]);
+  }
+}
+
+QWidget* ConditionView::placeholder(int tab) {
+  auto* page = new QWidget(pages_);
+  auto* title = new QLabel(tabCaption(tab), page);
+  title->setProperty("heading", true);
+  auto* note = new QLabel(u"此页尚未开放。"_s, page);
+  note->setProperty("note", true);
+  note->setAlignment(Qt::AlignCenter);
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(title);
+  layout->addWidget(note, 1);
+  return page;
+}
+
+void ConditionView::selectTab(int tab) {
+  tabs_->setCurrentRow(tab - 1);
+}
+
+int ConditionView::currentTab() const {
+  return tabs_->currentRow() + 1;
+}
+
+void ConditionView::showTab(int tab) {
+  if (tab < 1)
+    return;
+  QWidget* page = pageOfTab_[static_cast<std::size_t>(tab)];
+  if (auto* values = qobject_cast<ValuePage*>(page))
+    values->showTab(tab);
+  else if (page == pickPage_)
+    pickPage_->reload();
+  pages_->setCurrentWidget(page);
+}
+
+void ConditionView::reload() {
+  showTab(currentTab());
+  for (int tab = 1; tab <= conditionTabCount; ++tab)
+    markTab(tab);
+}
+
+void ConditionView::markTab(int tab) {
+  bool inUse = false;
+  withFaultBox(boxes_, [&] { inUse = tab > 1 && panel_.tabInUse(tab); });
+  tabs_->item(tab - 1)->setIcon(markIcon(inUse, *this));
+  tabs_->item(tab - 1)->setToolTip(inUse ? u"使用中"_s : QString());
+}
+
+void ConditionView::findTab(const QString& text) {
+  int first = -1;
+  for (int row = 0; row < tabs_->count(); ++row) {
+    const bool matches = tabs_->item(row)->text().remove(u' ').contains(text.trimmed(), Qt::CaseInsensitive);
+    tabs_->item(row)->setHidden(!matches);
+    if (matches && first < 0)
+      first = row;
+  }
+  if (first >= 0 && tabs_->item(tabs_->currentRow())->isHidden())
+    tabs_->setCurrentRow(first);
+}
+
+void ConditionView::setChoseNumberTip(const QString& text) {
+  pickPage_->setChoseNumberTip(text);
+  count_->setText(text.section(u'\n', -1).trimmed());
+}
+
+}  // namespace elevenfive

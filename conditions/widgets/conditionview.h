@@ -1,0 +1,58 @@
+// The second page of the window, Frm_Sub(1): the 25 tabs of the conditions at the left, the selected tab's page at the
+// right. A dot marks each tab of which something is in use.
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "conditions/conditionpanel.h"
+#include "engine/rundriver.h"
+#include "model/ports.h"
+
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QStackedWidget;
+
+namespace elevenfive {
+
+class PickPage;
+class ValuePage;
+
+class ConditionView final : public QWidget {
+  Q_OBJECT
+
+ public:
+  ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent = nullptr);
+
+  /// Selects a tab, 1 to 25, of TabStrip_TiaoJian.
+  void selectTab(int tab);
+  [[nodiscard]] int currentTab() const;
+
+  /// Reads the selected tab and all marks again from the store.
+  void reload();
+
+  /// The counting lines of the picks; their last line stands below the tabs whatever the tab.
+  void setChoseNumberTip(const QString& text);
+
+ private:
+  QWidget* buildTabs();
+  void buildPages();
+  QWidget* placeholder(int tab);
+  void showTab(int tab);
+  void markTab(int tab);
+  void findTab(const QString& text);
+
+  Store& gConn_;
+  Boxes& boxes_;
+  RunDriver& driver_;
+  ConditionPanel panel_;
+  QLineEdit* find_ = nullptr;
+  QListWidget* tabs_ = nullptr;
+  QLabel* count_ = nullptr;
+  QStackedWidget* pages_ = nullptr;
+  PickPage* pickPage_ = nullptr;
+  std::vector<QWidget*> pageOfTab_;  ///< by tab; slot 0 unused
+};
+
+}  // namespace elevenfive

@@ -1,0 +1,149 @@
+#include "conditions/widgets/valuepage.h"
+
+#include <QCheckBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <array>
+
+#include "conditions/conditionpanel.h"
+#include "conditions/widgets/chiplist.h"
+#include "conditions/widgets/tabcaptions.h"
+#include "model/store.h"
+#include "model/widgets/faultbox.h"
+
+namespace elevenfive {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString nameOf(QStringView name, int first, int i) {
+  return first < 0 ? name.toString() : u"%1_%2"_s.arg(name).arg(first + i);
+}
+
+QPushButton* listButton(const QString& name, const QString& caption, const QString& tip) {
+  auto* button = new QPushButton(caption);
+  button->setObjectName(name);
+  button->setAccessibleName(tip);
+  button->setToolTip(tip);
+  button->setProperty("small", true);
+  return button;
+}
+
+}  // namespace
+
+ValuePage::ValuePage(Store& gConn, ConditionPanel& panel, Boxes& boxes, const ValuePageFacts& facts, QWidget* parent)
+    : QWidget(parent), gConn_(gConn), panel_(panel), boxes_(boxes), facts_(facts) {
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  title_ = new QLabel(this);
+  title_->setProperty("heading", true);
+  layout->addWidget(title_);
+
+  groups_.resize(static_cast<std::size_t>(facts.lists));
+  auto* grid = new QGridLayout;
+  const int columns = facts.lists > 1 ? 2 : 1;
+  for (int i = 0; i < facts.lists; ++i)
+    grid->addWidget(buildGroup(i), i / columns, i % columns);
+  layout->addLayout(grid, 1);
+
+  if (!facts.tipName.isEmpty()) {
+    tip_ = new QPlainTextEdit(this);
+    tip_->setObjectName(facts.tipName.toString());
+    tip_->setAccessibleName(u"说明和当前取值"_s);
+    tip_->setReadOnly(true);
+    tip_->setTabChangesFocus(true);
+    tip_->setFixedHeight(fontMetrics().lineSpacing() * 7);
+    layout->addWidget(tip_);
+  }
+}
+
+QWidget* ValuePage::buildGroup(int index) {
+  Group& group = groups_[static_cast<std::size_t>(index)];
+  auto* frame = new QFrame(this);
+  frame->setProperty("card", true);
+  auto* column = new QVBoxLayout(frame);
+  group.check = new QCheckBox(frame);
+  group.check->setObjectName(nameOf(facts_.checkName, facts_.firstCheck, index));
+  group.chips = new ChipList(frame);
+  group.chips->setObjectName(nameOf(facts_.listName, facts_.firstList, index));
+  QPushButton* all = listButton(u"cmmAll_"_s + group.chips->objectName(), u"全选"_s, u"允许全部取值"_s);
+  QPushButton* invert = listButton(u"cmmInvert_"_s + group.chips->objectName(), u"反选"_s, u"允许与不允许互换"_s);
+  QPushButton* none = listButton(u"cmmNone_"_s + group.chips->objectName(), u"清空"_s, u"不允许任何取值"_s);
+
+  auto* line = new QHBoxLayout;
+  line->addWidget(group.check);
+  line->addStretch();
+  for (QPushButton* button : {all, invert, none})
+    line->addWidget(button);
+  column->addLayout(line);
+  column->addWidget(group.chips, 1);
+
+  connect(group.check, &QCheckBox::toggled, this, [this, index](bool checked) {
+    if (panel_.loadingPanel)
+      return;
+    withFaultBox(boxes_, [&] { panel_.clickSwitch(groups_[static_cast<std::size_t>(index)].code, checked); });
+    Q_EMIT tabChanged(tab_);
+  });
+  connect(all, &QPushButton::clicked, group.chips, &ChipList::selectAll);
+  connect(invert, &QPushButton::clicked, group.chips, &ChipList::invertSelection);
+  connect(none, &QPushButton::clicked, group.chips, &ChipList::clearSelection);
+  connect(group.chips, &ChipList::chipClicked, this,
+          [this, index](int item, bool selected) { valueClicked(index, item, selected); });
+  connect(group.chips, &ChipList::clicksDone, this, [this] {
+    withFaultBox(boxes_, [this] {
+      loadSwitches();
+      refreshTip(tip_ != nullptr ? tip_->toPlainText() : QString());
+    });
+    Q_EMIT tabChanged(tab_);
+  });
+  return frame;
+}
+
+void ValuePage::showTab(int tab) {
+  tab_ = tab;
+  title_->setText(tabCaption(tab));
+  panel_.loadingPanel = true;
+  withFaultBox(boxes_, [&] {
+    const auto lists = panel_.valueLists(tab);
+    for (std::size_t i = 0; i < groups_.size() && i < lists.size(); ++i) {
+      groups_[i].chips->setChips(lists[i].items, lists[i].selected);
+      groups_[i].chips->setAccessibleName(tabCaption(tab) + u" 允许的取值"_s);
+    }
+    loadSwitches();
+    refreshTip(ConditionPanel::helpText(tab).isEmpty() ? tabHelp(tab) : ConditionPanel::helpText(tab) + u"\n\n"_s);
+  });
+  panel_.loadingPanel = false;
+}
+
+void ValuePage::loadSwitches() {
+  const bool loading = panel_.loadingPanel;
+  panel_.loadingPanel = true;
+  const auto switches = panel_.switches(tab_);
+  for (std::size_t i = 0; i < groups_.size() && i < switches.size(); ++i) {
+    groups_[i].code = switches[i].code;
+    groups_[i].check->setText(switches[i].caption);
+    groups_[i].check->setAccessibleName(switches[i].caption);
+    groups_[i].check->setChecked(switches[i].checked);
+    groups_[i].check->setEnabled(switches[i].enabled);
+  }
+  panel_.loadingPanel = loading;
+}
+
+void ValuePage::refreshTip(const QString& tip) {
+  if (tip_ != nullptr)
+    tip_->setPlainText(panel_.updatedTip(tab_, tip));
+}
+
+void ValuePage::valueClicked(int list, int item, bool selected) {
+  if (panel_.loadingPanel)
+    return;
+  withFaultBox(boxes_, [&] { panel_.clickValue(tab_, list, item, selected); });
+}
+
+}  // namespace elevenfive

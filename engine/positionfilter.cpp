@@ -1,0 +1,96 @@
+#include "engine/positionfilter.h"
+
+#include "engine/candidates.h"
+#include "engine/conditionvalues.h"
+#include "engine/numbersets.h"
+#include "model/store.h"
+#include "model/texts.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// The switch of a place is this plus the place.
+constexpr int codeBefore = 29;
+constexpr int toleranceId = 3901;
+
+/// What the places in use allow.
+struct Places {
+  std::array<NumberSet, drawSize> refused{};
+  int active = 0;
+};
+
+Places readPlaces(Store& store) {
+  Places places;
+  for (int place = 1; place <= drawSize; ++place) {
+    if (!conditionInUse(store, codeBefore + place))
+      continue;
+    ++places.active;
+    const NumberSet allowed = readNumberSet(store, positionColumn(place));
+    for (std::size_t n = 1; n < allowed.size(); ++n)
+      places.refused[static_cast<std::size_t>(place - 1)][n] = !allowed[n];
+  }
+  return places;
+}
+
+/// How many places of the row hold a number that they do not allow.
+int missesOf(const Places& places, const Candidate& row) {
+  requireNumbers(row);
+  int misses = 0;
+  for (std::size_t place = 0; place < row.numbers.size(); ++place)
+    misses += places.refused[place][static_cast<std::size_t>(row.numbers[place])] ? 1 : 0;
+  return misses;
+}
+
+int markRows(const RunContext& run, Qihao period, std::vector<Candidate>& rows, const Places& places, int tolerance) {
+  LoopScope loop(run, static_cast<int>(rows.size()));
+  StoreTransaction transaction(run.gConn, OnFault::undo);
+  CandidateWriter writer(run.gConn);
+  int passes = 0;
+  for (Candidate& row : rows) {
+    if (missesOf(places, row) > tolerance) {
+      row.mark = deletedMark;
+      writer.writeMark(row);
+    } else {
+      row.mark = 1;
+      row.xuhao = ++passes;
+      writer.writeMarkAndXuhao(row);
+    }
+    if (!loop.nextRow())
+      break;
+  }
+  deleteMarkedCandidates(run.gConn, period);
+  transaction.commit();
+  return passes;
+}
+
+}  // namespace
+
+QString positionColumn(int place) {
+  return u"第%1位"_s.arg(place);
+}
+
+int filter_Dingwei(const RunContext& run, Qihao period) {
+  const QString tip = run.ports.status.text();
+  const Places places = readPlaces(run.gConn);
+  const int tolerance = conditionValue(run.gConn, toleranceId);
+  if (places.active == 0)
+    return 0;
+  const QString label = u"[号码定位,容错值="_s + toQuanjiaoDigits(tolerance) + u']';
+  if (tolerance >= places.active) {
+    setStatus(run, tip + statusBreak() + label + u" <容错值太大无法过滤掉号码.>"_s);
+    return 0;
+  }
+  std::vector<Candidate> rows = readCandidates(run.gConn, period);
+  if (rows.empty())
+    return 0;
+  setStatus(run, tip + statusBreak() + u"[号码定位]过滤正在进行中．．．"_s);
+  const int passes = markRows(run, period, rows, places, tolerance);
+  if (!run.state.userStop)
+    setStatus(run, tip + statusBreak() + label + u"过滤后余："_s + toQuanjiaoDigits(passes) + u" 注"_s);
+  return passes;
+}
+
+}  // namespace elevenfive

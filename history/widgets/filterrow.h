@@ -1,0 +1,45 @@
+// A row of fields above a grid, one over each visible column, that follows the grid's columns as they move and scroll.
+#pragma once
+
+#include <QWidget>
+#include <utility>
+#include <vector>
+
+class QLineEdit;
+class QTableView;
+
+namespace elevenfive {
+
+class FilterRow final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit FilterRow(QTableView* table, QWidget* parent = nullptr);
+
+  /// Makes one field for each column of the table's model, named filter_<header>; older fields go.
+  void rebuild();
+
+  /// Header and trimmed text of the fields that are not empty.
+  [[nodiscard]] std::vector<std::pair<QString, QString>> conditions() const;
+
+  void clear();
+
+  /// Moves the fields over their columns.
+  void align();
+
+  /// Puts the focus into the first field.
+  void focusFirst();
+
+  Q_SIGNAL void edited();
+  Q_SIGNAL void submitted();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  QTableView* table_;
+  std::vector<QLineEdit*> fields_;
+};
+
+}  // namespace elevenfive

@@ -1,0 +1,372 @@
+#include "history/widgets/historypanel.h"
+
+#include <QButtonGroup>
+#include <QDate>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "history/entryrow.h"
+#include "history/historytable.h"
+#include "history/textfiles.h"
+#include "history/widgets/digitfield.h"
+#include "history/widgets/filterrow.h"
+#include "history/widgets/importprogress.h"
+#include "model/navigators.h"
+#include "model/store.h"
+#include "model/texts.h"
+#include "model/widgets/faultbox.h"
+#include "model/widgets/gridview.h"
+
+namespace elevenfive {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The columns that the grid does not show.
+constexpr std::array<QStringView, 9> hiddenColumns{u"已完成",   u"总期号",   u"遗漏数据", u"开奖日期",  u"间距七",
+                                                   u"间距九", u"间距十一", u"间距十二", u"遗漏值总和"};
+
+/// The background of 期号, in the order 0xBBGGRR.
+constexpr unsigned qihaoBackground = 0xC0FFFF;
+
+constexpr int shownPeriods = 100;
+constexpr const char* historyPurpose = "显示历史记录";
+constexpr const char* rowSql = "SELECT * FROM 历史记录 WHERE 期号 = ?";
+
+QStringList listOf(const auto& names) {
+  QStringList list;
+  for (const QStringView name : names)
+    list << name.toString();
+  return list;
+}
+
+QLabel* caption(const QString& text, QWidget* buddy) {
+  auto* label = new QLabel(text);
+  label->setBuddy(buddy);
+  return label;
+}
+
+}  // namespace
+
+HistoryPanel::HistoryPanel(Store& gConn, const QString& programFolder, const HistoryPanelPorts& ports, QWidget* parent)
+    : QWidget(parent), gConn_(gConn), programFolder_(programFolder), ports_(ports) {
+  setObjectName(u"Frm_Sub_0"_s);
+  auto* strips = new QHBoxLayout;
+  strips->addWidget(buildEntryStrip());
+  strips->addStretch();
+  auto* modes = new QHBoxLayout;
+  modes->addWidget(buildModeStrip());
+  modes->addStretch();
+  progress_ = new ImportProgress(this);
+  modes->addWidget(progress_, 1);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(strips);
+  layout->addLayout(modes);
+  layout->addWidget(buildGrid(), 1);
+
+  connect(&ports_.busy, &BusyState::changed, this, [this](bool busy) { entryStrip_->setDisabled(busy); });
+  connect(&ports_.busy, &BusyState::stopRequested, this, [this] { progress_->requestStop(); });
+  withFaultBox(ports_.boxes, [this] {
+    showHistoryMode(true);
+    offerNextPeriod();
+  });
+}
+
+QWidget* HistoryPanel::entryStrip() const {
+  return entryStrip_;
+}
+
+QWidget* HistoryPanel::buildEntryStrip() {
+  entryStrip_ = new QFrame(this);
+  entryStrip_->setObjectName(u"FrameHkaijian"_s);
+  auto* row = new QHBoxLayout;
+  for (int i = 0; i < static_cast<int>(entry_.size()); ++i) {
+    auto* field = new DigitField(i == 0 ? 9 : 2, entryStrip_);
+    field->setObjectName(u"TextHistory_%1"_s.arg(i));
+    field->setAccessibleName(i == 0 ? u"期号"_s : u"第%1个号码"_s.arg(i));
+    if (i < 2)
+      row->addWidget(caption(i == 0 ? u"期号(&Q)"_s : u"开奖号码(&M)"_s, field));
+    row->addWidget(field);
+    entry_[static_cast<std::size_t>(i)] = field;
+    connect(field, &QLineEdit::returnPressed, this, [this, i] {
+      if (i + 1 < static_cast<int>(entry_.size()))
+        entry_[static_cast<std::size_t>(i + 1)]->setFocus();
+      else
+        addDraw();
+    });
+  }
+  row->addWidget(button(u"cmmUpdateHistory_0"_s, u"<-添加记录"_s, u"把左边的期号和号码存入历史记录"_s,
+                        &HistoryPanel::addDraw));
+  row->addSpacing(fontMetrics().height());
+  row->addWidget(buildButtons());
+  row->setContentsMargins(0, 0, 0, 0);
+  entryStrip_->setLayout(row);
+  return entryStrip_;
+}
+
+QPushButton* HistoryPanel::button(const QString& name, const QString& captionText, const QString& tip,
+                                  void (HistoryPanel::*clicked)()) {
+  auto* made = new QPushButton(captionText, this);
+  made->setObjectName(name);
+  made->setAccessibleName(QString(captionText).remove(u'&'));
+  made->setToolTip(tip);
+  connect(made, &QPushButton::clicked, this,
+          [this, clicked] { withFaultBox(ports_.boxes, [this, clicked] { (this->*clicked)(); }); });
+  return made;
+}
+
+QWidget* HistoryPanel::buildButtons() {
+  auto* group = new QWidget(this);
+  auto* row = new QHBoxLayout(group);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(button(u"newBtnHistory_99"_s, u"导入文本"_s, u"从文本文件导入开奖记录，每行一期"_s,
+                        &HistoryPanel::importText));
+  row->addWidget(button(u"cmm_Daocu"_s, u"导出文本"_s, u"把全部开奖记录导出为文本"_s, &HistoryPanel::exportText));
+  row->addWidget(button(u"cmm_scls"_s, u"删除一期"_s, u"删除指定期号的记录"_s, &HistoryPanel::deletePeriod));
+  row->addWidget(
+      button(u"newBtnHistory_3"_s, u"清空记录"_s, u"删除所有的历史记录"_s, &HistoryPanel::clearHistory));
+  return group;
+}
+
+QWidget* HistoryPanel::buildModeStrip() {
+  auto* frame = new QFrame(this);
+  frame->setObjectName(u"FrameHistoryMode"_s);
+  auto* row = new QHBoxLayout(frame);
+  row->setContentsMargins(0, 0, 0, 0);
+  const auto option = [&](const QString& name, const QString& text, QButtonGroup* group) {
+    auto* made = new QRadioButton(text, frame);
+    made->setObjectName(name);
+    made->setAccessibleName(text);
+    group->addButton(made);
+    row->addWidget(made);
+    return made;
+  };
+  row->addWidget(new QLabel(u"数据模式："_s));
+  auto* modes = new QButtonGroup(frame);
+  dataMode_ = {option(u"Option_TorD_0"_s, u"数据"_s, modes), option(u"Option_TorD_1"_s, u"图表"_s, modes)};
+  row->addSpacing(fontMetrics().height());
+  row->addWidget(new QLabel(u"显示范围："_s));
+  auto* history = new QButtonGroup(frame);
+  historyMode_ = {option(u"OptionHistoryMode_0"_s, u"最近100期"_s, history),
+                  option(u"OptionHistoryMode_1"_s, u"显示全部"_s, history)};
+  dataMode_[0]->setChecked(true);
+  historyMode_[1]->setChecked(true);
+  row->addSpacing(fontMetrics().height());
+  row->addWidget(button(u"CmmSousuo"_s, u"搜索记录"_s, u"显示查找行"_s, &HistoryPanel::searchRecords));
+  filterBegin_ = button(u"filterBegin"_s, u"搜索"_s, u"按查找行的条件显示记录"_s, &HistoryPanel::runSearch);
+  clearFilter_ = button(u"cmdClearFilter"_s, u"清空查找"_s, u"清空查找行，显示全部记录"_s, &HistoryPanel::endSearch);
+  row->addWidget(filterBegin_);
+  row->addWidget(clearFilter_);
+  filterBegin_->setEnabled(false);
+  filterBegin_->hide();
+  clearFilter_->hide();
+  connect(historyMode_[1], &QRadioButton::toggled, this,
+          [this] { withFaultBox(ports_.boxes, [this] { layoutHistoryGrid(); }); });
+  connect(dataMode_[1], &QRadioButton::toggled, this, [this](bool chart) { views_->setCurrentIndex(chart ? 1 : 0); });
+  return frame;
+}
+
+QWidget* HistoryPanel::buildGrid() {
+  views_ = new QStackedWidget(this);
+  auto* page = new QWidget(views_);
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(2);
+  grid_ = new GridView(gConn_, page);
+  grid_->setObjectName(u"TDBGridHistory"_s);
+  grid_->setAccessibleName(u"历史开奖记录"_s);
+  filter_ = new FilterRow(grid_, page);
+  filter_->hide();
+  connect(filter_, &FilterRow::edited, this, &HistoryPanel::filterEdited);
+  connect(filter_, &FilterRow::submitted, filterBegin_, &QPushButton::click);
+  column->addWidget(filter_);
+  column->addWidget(grid_, 1);
+
+  auto* chart = new QLabel(u"号码分布图尚未开放，请选择“数据”查看开奖记录。"_s, views_);
+  chart->setObjectName(u"TDBGrid_FenBu"_s);
+  chart->setAlignment(Qt::AlignCenter);
+  chart->setEnabled(false);
+  views_->addWidget(page);
+  views_->addWidget(chart);
+  return views_;
+}
+
+void HistoryPanel::layoutHistoryGrid() {
+  showHistoryMode(!historyMode_[0]->isChecked());
+}
+
+void HistoryPanel::selectHistoryMode(bool all) {
+  historyMode_[all ? 1 : 0]->setChecked(true);
+}
+
+void HistoryPanel::selectDataMode(bool chart) {
+  dataMode_[chart ? 1 : 0]->setChecked(true);
+}
+
+void HistoryPanel::focusEntry() {
+  entry_[1]->setFocus();
+}
+
+void HistoryPanel::showHistoryMode(bool all) {
+  PagedQuery query{historyPurpose, "SELECT 期号 FROM 历史记录 ORDER BY 期号 ASC", {}, rowSql};
+  if (!all) {
+    query.keySql = "SELECT 期号 FROM (SELECT 期号 FROM 历史记录 ORDER BY 期号 DESC LIMIT ?) ORDER BY 期号 ASC";
+    query.keyValues = {shownPeriods};
+  }
+  grid_->rows().setQuery(std::move(query));
+  setUpGridColumns();
+  grid_->scrollToBottom();
+}
+
+void HistoryPanel::setUpGridColumns() {
+  if (!grid_->isColumnHidden(grid_->rows().columnOf(u"开奖日期"_s))) {  // the columns are new to the grid
+    grid_->fitColumns({u"期号"_s}, 9);
+    grid_->fitColumn(u"尾数形式"_s, u"1,1,1,1,1"_s);
+    grid_->fitColumn(u"头数形式"_s, u"1,1,1,1,1"_s);
+    grid_->showNumbersAsBalls();
+    grid_->tintColumn(u"期号"_s, qihaoBackground);
+    filter_->rebuild();
+  }
+  grid_->hideColumns(listOf(hiddenColumns));
+  filter_->align();
+}
+
+void HistoryPanel::offerNextPeriod() {
+  const Qihao next = getNextQihao(gConn_);
+  entry_[0]->setText(next > 0 ? QString::number(next) : QString());
+}
+
+void HistoryPanel::tableChanged() {
+  layoutHistoryGrid();
+  offerNextPeriod();
+  Q_EMIT historyChanged();
+}
+
+void HistoryPanel::addDraw() {
+  HistoryEntry row{entry_[0]->text(), {}};
+  for (std::size_t i = 0; i < row.numbers.size(); ++i)
+    row.numbers[i] = entry_[i + 1]->text();
+  const HistoryEntryCheck verdict = checkHistoryInput(row);
+  for (std::size_t i = 0; i < row.numbers.size(); ++i)
+    entry_[i + 1]->setText(verdict.writeBack[i]);
+  if (!verdict.valid) {
+    ports_.boxes.critical(historyEntryRefusal());
+    focusEntry();
+    return;
+  }
+  withFaultBox(ports_.boxes, [&] {
+    {
+      const BusyScope busy(ports_.busy);
+      addHistoryRecord(gConn_, verdict.qihao, QDate::currentDate(), verdict.numbers, true, ports_.events);
+    }
+    tableChanged();
+    for (std::size_t i = 1; i < entry_.size(); ++i)
+      entry_[i]->clear();
+    focusEntry();
+  });
+}
+
+void HistoryPanel::importText() {
+  if (clearBeforeImport(gConn_, ports_.boxes, ports_.events)) {
+    tableChanged();
+    Q_EMIT drawsDeleted();
+  }
+  const QString path = ports_.files.openFile(u"导入历史数据"_s, u"文本文件 (*.txt);;所有文件 (*)"_s);
+  if (path.isEmpty())
+    return;
+  {
+    const BusyScope busy(ports_.busy);
+    // What was read until a fault is in the table: the grid shows it in that case too.
+    const bool done = withFaultBox(ports_.boxes, [&] {
+      importHistoryText(gConn_, path, true, {ports_.boxes, *progress_, progress_->derivation(), ports_.events});
+    });
+    if (!done) {
+      static_cast<LineProgress*>(progress_)->hide();
+      progress_->derivation().setVisible(false);
+    }
+  }
+  tableChanged();
+}
+
+void HistoryPanel::exportText() {
+  const QString path = programFolder_ + u"/daocuTemp.txt"_s;
+  int rows = 0;
+  {
+    const BusyScope busy(ports_.busy);
+    rows = exportHistoryText(gConn_, path, *progress_, ports_.events);
+  }
+  if (rows > 0)
+    ports_.texts.showText(u"历史开奖数据"_s, decodeText(readFileText(path)).remove(u'\r'));
+}
+
+void HistoryPanel::deletePeriod() {
+  if (!deleteAskedRecord(gConn_, ports_.inputs, ports_.boxes))
+    return;
+  tableChanged();
+  Q_EMIT drawsDeleted();
+}
+
+void HistoryPanel::clearHistory() {
+  const BusyScope busy(ports_.busy);
+  if (!clearAskedHistory(gConn_, ports_.boxes, ports_.events))
+    return;
+  tableChanged();
+  Q_EMIT drawsDeleted();
+}
+
+void HistoryPanel::searchRecords() {
+  filter_->clear();
+  ports_.boxes.plain(u"请在表格中最顶一行空白处相应项目栏输入条件值，然后点击“搜索”按钮！"_s);
+  selectDataMode(false);
+  filter_->show();
+  filterBegin_->show();
+  clearFilter_->show();
+  filter_->focusFirst();
+}
+
+void HistoryPanel::filterEdited() {
+  filterBegin_->setEnabled(true);
+  if (filterExplained_)
+    return;
+  filterExplained_ = true;
+  ports_.boxes.plain(u"通过输入相应项目的值(允许只输入一个或者多个条件)来搜索符合条件的记录!"_s);
+}
+
+void HistoryPanel::runSearch() {
+  filterBegin_->setEnabled(false);
+  PagedQuery query{"搜索历史记录", "SELECT 期号 FROM 历史记录", {}, rowSql};
+  // Headers come from the table itself; what was typed is only ever bound. A prefix is compared as text, so that % and _
+  // stand for themselves.
+  for (const auto& [column, text] : filter_->conditions()) {
+    query.keySql += query.keyValues.empty() ? " WHERE " : " AND ";
+    query.keySql += "substr(CAST(\"" + column.toStdString() + "\" AS TEXT), 1, ?) = ?";
+    query.keyValues.emplace_back(static_cast<int>(text.toUcs4().size()));
+    query.keyValues.emplace_back(text);
+  }
+  query.keySql += " ORDER BY 期号 ASC";
+  grid_->rows().setQuery(std::move(query));
+  filter_->align();
+  if (grid_->rows().rowCount() == 0) {
+    filter_->clear();
+    selectHistoryMode(false);
+    layoutHistoryGrid();
+  }
+}
+
+void HistoryPanel::endSearch() {
+  filter_->clear();
+  filter_->hide();
+  filterBegin_->hide();
+  clearFilter_->hide();
+  filterBegin_->setEnabled(false);
+  layoutHistoryGrid();
+}
+
+}  // namespace elevenfive

@@ -1,0 +1,102 @@
+// The first page of the window, Frm_Sub(0): the draw history in a grid, the row for a draw typed in by hand, and the buttons
+// that import, export, delete and clear.
+//
+// All work goes through the operations of the history; this class only asks, shows, and keeps the grid in step. After each
+// change of the table historyChanged() tells the window.
+#pragma once
+
+#include <QWidget>
+#include <array>
+
+#include "model/ports.h"
+#include "model/widgets/busystate.h"
+#include "model/widgets/dialogports.h"
+
+class QFrame;
+class QPushButton;
+class QRadioButton;
+class QStackedWidget;
+
+namespace elevenfive {
+
+class DigitField;
+class FilterRow;
+class GridView;
+class ImportProgress;
+class Store;
+
+/// What the panel speaks to, for its life.
+struct HistoryPanelPorts {
+  Boxes& boxes;
+  Inputs& inputs;
+  FileDialogs& files;
+  TextViewer& texts;
+  Events& events;
+  BusyState& busy;
+};
+
+class HistoryPanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// programFolder is where an export leaves its file.
+  HistoryPanel(Store& gConn, const QString& programFolder, const HistoryPanelPorts& ports, QWidget* parent = nullptr);
+
+  /// Shows the rows of the mode in the grid, its newest in view.
+  void layoutHistoryGrid();
+
+  /// Selects "最近100期" or "显示全部", as its option button would.
+  void selectHistoryMode(bool all);
+
+  /// Selects data mode or chart mode.
+  void selectDataMode(bool chart);
+
+  /// Puts the focus into the first number field.
+  void focusEntry();
+
+  [[nodiscard]] QWidget* entryStrip() const;
+
+  Q_SIGNAL void historyChanged();
+  /// Draws went out of the table: lists of periods elsewhere are stale.
+  Q_SIGNAL void drawsDeleted();
+
+ private:
+  QWidget* buildEntryStrip();
+  QWidget* buildModeStrip();
+  QWidget* buildButtons();
+  QWidget* buildGrid();
+  QPushButton* button(const QString& name, const QString& caption, const QString& tip, void (HistoryPanel::*clicked)());
+
+  void addDraw();
+  void importText();
+  void exportText();
+  void deletePeriod();
+  void clearHistory();
+  void searchRecords();
+  void runSearch();
+  void endSearch();
+  void filterEdited();
+
+  void showHistoryMode(bool all);
+  void setUpGridColumns();
+  void offerNextPeriod();
+  void tableChanged();
+
+  Store& gConn_;
+  QString programFolder_;
+  HistoryPanelPorts ports_;
+
+  QFrame* entryStrip_ = nullptr;
+  std::array<DigitField*, 6> entry_{};
+  std::array<QRadioButton*, 2> historyMode_{};
+  std::array<QRadioButton*, 2> dataMode_{};
+  QPushButton* filterBegin_ = nullptr;
+  QPushButton* clearFilter_ = nullptr;
+  ImportProgress* progress_ = nullptr;
+  GridView* grid_ = nullptr;
+  FilterRow* filter_ = nullptr;
+  QStackedWidget* views_ = nullptr;
+  bool filterExplained_ = false;
+};
+
+}  // namespace elevenfive

@@ -1,0 +1,44 @@
+// The frame FrameJindu: how many lines of how many are done, the stop button, and the bar of the derivation after it.
+#pragma once
+
+#include <QFrame>
+
+#include "history/textfiles.h"
+#include "model/widgets/qtports.h"
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace elevenfive {
+
+class ImportProgress final : public QFrame, public LineProgress {
+  Q_OBJECT
+
+ public:
+  explicit ImportProgress(QWidget* parent = nullptr);
+
+  void show(int lineCount) override;
+  void setDone(int lines) override;
+  void hide() override;
+  [[nodiscard]] bool stopRequested() const override { return stop_; }
+
+  void requestStop() { stop_ = true; }
+
+  /// The bar ProgressBar_TuBiao.
+  [[nodiscard]] Progress& derivation() noexcept { return derivation_; }
+
+ private:
+  QLabel* done_;
+  QLabel* total_;
+  QProgressBar* lineBar_;
+  QPushButton* stopButton_;
+  QProgressBar* derivationBar_;
+  QtProgress lines_;
+  QtProgress derivation_;
+  QElapsedTimer sinceShown_;
+  int lineCount_ = 0;
+  bool stop_ = false;
+};
+
+}  // namespace elevenfive

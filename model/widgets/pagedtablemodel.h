@@ -1,0 +1,82 @@
+// A table of the store as a model for views, whatever its number of rows.
+//
+// In memory are the keys of all rows, four bytes each, and a bounded number of pages of cells, the least recently used of
+// which goes first. So a history of 300,000 draws opens and scrolls to its end at once. The model is read-only: refresh()
+// reads the keys again after the table has changed. A row that was deleted since shows empty cells.
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QCache>
+#include <QStringList>
+#include <QVariant>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace elevenfive {
+
+class Store;
+class Statement;
+
+/// What a model shows. keySql gives one integer key a row in the order of display; rowSql gives the cells of the row whose
+/// key is its only parameter, and its column names become the headers.
+struct PagedQuery {
+  std::string purpose;
+  std::string keySql;
+  std::vector<std::variant<int, QString>> keyValues;  ///< bound to keySql in order
+  std::string rowSql;
+};
+
+class PagedTableModel final : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  static constexpr int pageRows = 64;
+  static constexpr int maximumPages = 48;
+
+  /// The cell as it is stored: int, double, QString, or invalid for NULL. Qt::DisplayRole gives the same as text.
+  static constexpr int valueRole = Qt::UserRole;
+
+  explicit PagedTableModel(Store& store, QObject* parent = nullptr);
+  ~PagedTableModel() override;
+
+  /// Shows another query. Throws StoreError, and then shows no rows.
+  void setQuery(PagedQuery query);
+
+  /// Reads the keys again; cells are fetched when they are next shown. Throws StoreError, and then shows no rows.
+  void refresh();
+
+  /// Puts in one key of a model that is ordered by ascending key, or drops the cells of a key it has already.
+  void rowWritten(int key);
+
+  /// Takes out one key, where the model has it.
+  void rowDeleted(int key);
+
+  [[nodiscard]] int keyOf(int row) const { return keys_.at(static_cast<std::size_t>(row)); }
+
+  /// The column with this header; -1 where there is none.
+  [[nodiscard]] int columnOf(const QString& name) const { return static_cast<int>(columns_.indexOf(name)); }
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+ private:
+  using Row = std::vector<QVariant>;
+  using Page = std::vector<Row>;
+
+  void readKeys();
+  const Row* fetchRow(int row) const;
+  Page readPage(int page) const;
+  Row readRow(Statement& statement, int key) const;
+
+  Store& store_;
+  PagedQuery query_;
+  QStringList columns_;
+  std::vector<int> keys_;
+  mutable QCache<int, Page> pages_;
+};
+
+}  // namespace elevenfive

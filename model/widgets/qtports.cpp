@@ -1,0 +1,125 @@
+#include "model/widgets/qtports.h"
+
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace elevenfive {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int repaintIntervalMs = 16;
+
+QString titleOr(const QString& title) {
+  return title.isEmpty() ? programTitle.toString() : title;
+}
+
+QMessageBox::Icon iconOf(BoxKind kind) {
+  switch (kind) {
+    case BoxKind::plain:
+      return QMessageBox::NoIcon;
+    case BoxKind::information:
+      return QMessageBox::Information;
+    case BoxKind::critical:
+      return QMessageBox::Critical;
+    case BoxKind::question:
+      return QMessageBox::Question;
+  }
+  return QMessageBox::NoIcon;
+}
+
+/// Adds the buttons in the user's language and returns the one that says yes.
+QPushButton* addButtons(QMessageBox& box, BoxButtons buttons) {
+  if (buttons == BoxButtons::ok) {
+    QPushButton* ok = box.addButton(u"确定(&O)"_s, QMessageBox::AcceptRole);
+    box.setEscapeButton(ok);
+    return ok;
+  }
+  const bool yesNo = buttons == BoxButtons::yesNo;
+  QPushButton* yes = box.addButton(yesNo ? u"是(&Y)"_s : u"确定(&O)"_s, QMessageBox::YesRole);
+  QPushButton* no = box.addButton(yesNo ? u"否(&N)"_s : u"取消(&C)"_s, QMessageBox::NoRole);
+  box.setDefaultButton(yes);
+  box.setEscapeButton(no);
+  return yes;
+}
+
+}  // namespace
+
+Answer QtBoxes::show(const Box& box) {
+  QMessageBox dialog(parent_);
+  dialog.setObjectName(u"messageBox"_s);
+  dialog.setWindowTitle(titleOr(box.title));
+  dialog.setIcon(iconOf(box.kind));
+  dialog.setTextFormat(Qt::PlainText);
+  dialog.setText(box.text);
+  const QPushButton* yes = addButtons(dialog, box.buttons);
+  dialog.exec();
+  return box.buttons == BoxButtons::ok || dialog.clickedButton() == yes ? Answer::yes : Answer::no;
+}
+
+QString QtInputs::askText(const InputBox& box) {
+  QInputDialog dialog(parent_);
+  dialog.setObjectName(u"inputBox"_s);
+  dialog.setWindowTitle(titleOr(box.title));
+  dialog.setLabelText(box.prompt);
+  dialog.setTextValue(box.defaultText);
+  dialog.setOkButtonText(u"确定(&O)"_s);
+  dialog.setCancelButtonText(u"取消(&C)"_s);
+  if (auto* label = dialog.findChild<QLabel*>())
+    label->setTextFormat(Qt::PlainText);
+  if (auto* line = dialog.findChild<QLineEdit*>())
+    line->setAccessibleName(box.prompt);
+  return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
+}
+
+QString QtFileDialogs::openFile(const QString& title, const QString& filter) {
+  return QFileDialog::getOpenFileName(parent_, title, {}, filter);
+}
+
+QString QtFileDialogs::saveFile(const QString& title, const QString& filter, const QString& defaultName) {
+  return QFileDialog::getSaveFileName(parent_, title, defaultName, filter);
+}
+
+void QtProgress::setMinimum(int minimum) {
+  bar_.setMinimum(minimum);
+}
+
+void QtProgress::setMaximum(int maximum) {
+  bar_.setMaximum(maximum);
+}
+
+void QtProgress::setValue(int value) {
+  const bool due = !sinceShown_.isValid() || sinceShown_.elapsed() >= repaintIntervalMs;
+  if (!due && value != bar_.minimum() && value != bar_.maximum())
+    return;
+  bar_.setValue(value);
+  sinceShown_.start();
+}
+
+void QtProgress::setVisible(bool visible) {
+  bar_.setVisible(visible);
+  sinceShown_.invalidate();
+}
+
+void QtControls::setEnabled(ControlId control, bool enabled) {
+  if (const auto widget = widgets_.find(control); widget != widgets_.end() && widget->second)
+    widget->second->setEnabled(enabled);
+  if (const auto action = actions_.find(control); action != actions_.end() && action->second)
+    action->second->setEnabled(enabled);
+}
+
+void QtEvents::yield() {
+  if (sinceRun_.isValid() && sinceRun_.elapsed() < intervalMs)
+    return;
+  QCoreApplication::processEvents();
+  sinceRun_.start();
+}
+
+}  // namespace elevenfive

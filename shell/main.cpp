@@ -1,0 +1,63 @@
+// The window program. It reads no arguments.
+#include <QApplication>
+#include <QDir>
+#include <cstdio>
+#include <memory>
+
+#include "model/errors.h"
+#include "model/widgets/faultbox.h"
+#include "model/widgets/qtports.h"
+#include "model/widgets/textwindow.h"
+#include "model/workspace.h"
+#include "shell/widgets/mainwindow.h"
+#include "shell/widgets/theme.h"
+
+namespace {
+
+/// Without a display the platform plugin would abort the process: say it in one line first.
+bool displayMissing() {
+  return qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+std::unique_ptr<elevenfive::Workspace> openWorkspace() {
+  const elevenfive::Workspace::Folders folders = elevenfive::Workspace::defaultFolders();
+  if (!elevenfive::Workspace::exists(folders))
+    elevenfive::Workspace::create(folders, false);
+  return std::make_unique<elevenfive::Workspace>(folders);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (displayMissing()) {
+    std::fputs("没有图形显示（DISPLAY 和 WAYLAND_DISPLAY 都未设置），无法打开窗口。请使用 elevenfive-cli。\n", stderr);
+    return 1;
+  }
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("elevenfive"));
+  elevenfive::applyTheme(application);
+
+  elevenfive::QtBoxes boxes;
+  elevenfive::QtInputs inputs;
+  elevenfive::QtFileDialogs files;
+  elevenfive::QtTextViewer texts(files, boxes);
+  std::unique_ptr<elevenfive::Workspace> workspace;
+  try {
+    workspace = openWorkspace();
+  } catch (const elevenfive::AlreadyRunning& fault) {
+    boxes.information(fault.message());
+    return 0;
+  } catch (const elevenfive::Error& fault) {
+    boxes.critical(fault.message());
+    return 1;
+  }
+
+  elevenfive::MainWindow window(*workspace, {boxes, inputs, files, texts});
+  boxes.setParent(&window);
+  inputs.setParent(&window);
+  files.setParent(&window);
+  texts.setParent(&window);
+  window.show();
+  return QApplication::exec();
+}

@@ -1,0 +1,237 @@
+#include "shell/widgets/mainwindow.h"
+
+#include <QCloseEvent>
+#include <QDate>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+#include "conditions/widgets/conditionview.h"
+#include "engine/widgets/runpanel.h"
+#include "history/widgets/historypanel.h"
+#include "model/navigators.h"
+#include "model/widgets/faultbox.h"
+#include "model/workspace.h"
+#include "shell/widgets/menumap.h"
+
+namespace elevenfive {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::array<QStringView, 3> topCaptions{u" 历史开奖数据 ", u" 设置过滤条件 ", u" 生成投注号码 "};
+constexpr QSize smallestWindow(1180, 720);
+
+}  // namespace
+
+/// The window as a run sees it.
+class MainWindow::View final : public RunView {
+ public:
+  explicit View(MainWindow& window) : window_(window) {}
+
+  void showRizhiGrid() override { window_.run_->showRizhiGrid(); }
+  [[nodiscard]] std::optional<Qihao> currentQihao() const override { return window_.run_->currentQihao(); }
+  [[nodiscard]] QString rongcuoTipCaption() const override { return window_.run_->rongcuoTipCaption(); }
+  void showPickingPage() override {
+    window_.selectTopTab(2);
+    window_.conditions_->selectTab(1);
+  }
+  void setChoseNumberTip(const QString& text) override {
+    if (window_.conditions_ != nullptr)
+      window_.conditions_->setChoseNumberTip(text);
+  }
+
+ private:
+  MainWindow& window_;
+};
+
+MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
+    : workspace_(workspace), ports_(ports), view_(std::make_unique<View>(*this)) {
+  setObjectName(u"Form_main"_s);
+  setWindowTitle(programTitle.toString());
+  run_ = new RunPanel(workspace_.gConn, busy_, this);
+  driver_ = std::make_unique<RunDriver>(
+      workspace_.gConn,
+      RunPorts{ports_.boxes, ports_.inputs, run_->progress(), controls_, *run_, events_, *view_});
+  history_ = new HistoryPanel(workspace_.gConn, workspace_.folders().program,
+                              {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, busy_}, this);
+  conditions_ = new ConditionView(workspace_.gConn, *driver_, ports_.boxes, this);
+  buildBody();
+  buildMenus();
+  buildStatusBar();
+  connectPanels();
+  resize(smallestWindow);
+  topTabShown(1);
+  updateStatusLine();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::buildBody() {
+  auto* body = new QWidget(this);
+  body->setObjectName(u"Pic_Main"_s);
+  topTabs_ = new QTabBar(body);
+  topTabs_->setObjectName(u"TabStrip_Top"_s);
+  topTabs_->setAccessibleName(u"主页面"_s);
+  topTabs_->setExpanding(false);
+  topTabs_->setDrawBase(false);
+  for (const QStringView caption : topCaptions)
+    topTabs_->addTab(caption.toString());
+  pages_ = new QStackedWidget(body);
+  pages_->addWidget(history_);
+  pages_->addWidget(conditions_);
+  pages_->addWidget(run_);
+  auto* layout = new QVBoxLayout(body);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(topTabs_);
+  layout->addWidget(pages_, 1);
+  setCentralWidget(body);
+}
+
+void MainWindow::buildMenus() {
+  for (const Menu& fact : menus) {
+    QMenu* menu = menuBar()->addMenu(fact.caption.toString());
+    menu->setObjectName(fact.name.toString());
+    for (const MenuEntry& entry : menuEntries) {
+      if (entry.menu != fact.name)
+        continue;
+      if (entry.separatorBefore)
+        menu->addSeparator();
+      QAction* action = menu->addAction(entry.caption.toString());
+      action->setObjectName(entry.index < 0 ? entry.name.toString() : u"%1_%2"_s.arg(entry.name).arg(entry.index));
+      connect(action, &QAction::triggered, this, [this, &entry] { runMenuAction(entry.action, entry.argument); });
+      if (entry.action == MenuAction::switchUser)
+        controls_.add(ControlId::mnu_UserQiehuan, action);
+    }
+    const bool hasEntries = !menu->isEmpty();
+    const bool ofUsers = fact.name == u"mnu_User";
+    menu->menuAction()->setVisible(ofUsers ? workspace_.gUserMode >= 2 : hasEntries || fact.name == u"mnu_Help");
+  }
+}
+
+void MainWindow::buildStatusBar() {
+  statusBar()->setObjectName(u"StatusBar"_s);
+  for (std::size_t i = 1; i < panels_.size(); ++i) {
+    panels_[i] = new QLabel(statusBar());
+    panels_[i]->setObjectName(u"StatusBar_%1"_s.arg(i));
+    panels_[i]->setAccessibleName(u"状态栏 %1"_s.arg(i));
+    statusBar()->addWidget(panels_[i], i == 2 ? 1 : 0);
+  }
+}
+
+void MainWindow::connectPanels() {
+  controls_.add(ControlId::Pic_subTouZhu, run_->buttonPanel());
+  controls_.add(ControlId::cmm_stop, run_->stopButton());
+  controls_.add(ControlId::FrameHkaijian, history_->entryStrip());
+  connect(topTabs_, &QTabBar::currentChanged, this, [this](int index) { topTabShown(index + 1); });
+  connect(&busy_, &BusyState::changed, this, &MainWindow::busyChanged);
+  connect(run_, &RunPanel::runRequested, this, &MainWindow::runButton);
+  connect(run_, &RunPanel::stopRequested, this, [this] { driver_->cmm_stop_Click(); });
+  connect(history_, &HistoryPanel::historyChanged, this, &MainWindow::updateStatusLine);
+  connect(history_, &HistoryPanel::drawsDeleted, this, [this] { historyDeleted_ = true; });
+}
+
+void MainWindow::selectTopTab(int tab) {
+  if (topTabs_->currentIndex() == tab - 1)
+    topTabShown(tab);
+  else
+    topTabs_->setCurrentIndex(tab - 1);
+}
+
+void MainWindow::topTabShown(int tab) {
+  pages_->setCurrentIndex(tab - 1);
+  if (busy_.isBusy())  // a look at another page; its rows are being written
+    return;
+  withFaultBox(ports_.boxes, [&] {
+    if (tab == 2 && historyDeleted_) {
+      historyDeleted_ = false;
+      events_.yield();
+      ports_.boxes.plain(u"之前有删除记录的操作,需要刷新数据..."_s);
+    }
+    if (tab == 2)
+      conditions_->reload();
+    if (tab == 3)
+      run_->showRizhiGrid();
+    driver_->showXuanhaoTip();
+  });
+}
+
+void MainWindow::runMenuAction(MenuAction action, int argument) {
+  switch (action) {
+    case MenuAction::exit:
+      close();
+      break;
+    case MenuAction::historyEntry:
+      selectTopTab(1);
+      ports_.boxes.plain(u"请输入开奖号码,然后点击“添加记录”"_s);
+      history_->focusEntry();
+      break;
+    case MenuAction::historyDataMode:
+      selectTopTab(1);
+      history_->selectDataMode(argument == 1);
+      break;
+    case MenuAction::historyRange:
+      selectTopTab(1);
+      history_->selectHistoryMode(argument == 1);
+      break;
+    case MenuAction::conditionTab:
+      selectTopTab(2);
+      conditions_->selectTab(argument % 100);
+      break;
+    case MenuAction::run:
+      selectTopTab(3);
+      run_->clickButton(argument);
+      break;
+    case MenuAction::switchUser:
+      break;
+  }
+}
+
+void MainWindow::runButton(int index) {
+  if (busy_.isBusy())
+    return;
+  QWidget* focused = focusWidget();
+  {
+    const BusyScope busy(busy_);
+    withFaultBox(ports_.boxes, [&] { driver_->cmmTouZhu_Click(index); });
+  }
+  if (focused != nullptr && focused->isVisible())  // a disabled panel loses the focus
+    focused->setFocus();
+}
+
+void MainWindow::busyChanged(bool busy) {
+  menuBar()->setDisabled(busy);
+  conditions_->setDisabled(busy);
+  if (busy || !closeAfterWork_)
+    return;
+  closeAfterWork_ = false;
+  QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (busy_.isBusy()) {
+    closeAfterWork_ = true;
+    Q_EMIT busy_.stopRequested();
+    event->ignore();
+    return;
+  }
+  event->setAccepted(ports_.boxes.ask(u"确认要退出吗？"_s));
+}
+
+void MainWindow::updateStatusLine() {
+  withFaultBox(ports_.boxes, [this] {
+    const QString today = QDate::currentDate().toString(u"yyyy-MM-dd"_s);
+    const QString gap(5, u' ');
+    panels_[3]->setText(gap + u"※※※  "_s + QString::number(getNextQihao(workspace_.gConn)) + u" 期 于 "_s + today +
+                        u" 开奖"_s + gap + u"今天是： "_s + today + u"  ※※※"_s + gap);
+    panels_[1]->setText(u"  ☆☆☆  历史记录： 已更新！  ☆☆☆  "_s);
+  });
+}
+
+}  // namespace elevenfive

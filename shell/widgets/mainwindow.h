@@ -1,0 +1,85 @@
+// The one window in which the person works: three tabs over their pages, the menu bar that offers the same places by name,
+// and the status bar.
+//
+// It owns the panels, the run driver and the ports that are widgets; boxes, input lines and dialogs are handed in, so that
+// tests answer them. While long work runs in a nested event loop everything that could start other work is disabled, and a
+// wish to close waits: the work is asked to stop, and the window closes after it.
+#pragma once
+
+#include <QMainWindow>
+#include <array>
+#include <memory>
+
+#include "engine/rundriver.h"
+#include "model/ports.h"
+#include "model/widgets/busystate.h"
+#include "model/widgets/dialogports.h"
+#include "model/widgets/qtports.h"
+
+class QLabel;
+class QStackedWidget;
+class QTabBar;
+
+namespace elevenfive {
+
+class ConditionView;
+class HistoryPanel;
+class RunPanel;
+class Workspace;
+enum class MenuAction;
+
+/// How the window asks the person, for its life.
+struct WindowPorts {
+  Boxes& boxes;
+  Inputs& inputs;
+  FileDialogs& files;
+  TextViewer& texts;
+};
+
+class MainWindow final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  MainWindow(Workspace& workspace, const WindowPorts& ports);
+  ~MainWindow() override;
+
+  /// Selects a tab of TabStrip_Top, 1 to 3, and does what a click on it does.
+  void selectTopTab(int tab);
+
+  [[nodiscard]] RunDriver& driver() noexcept { return *driver_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  class View;
+
+  void buildBody();
+  void buildMenus();
+  void buildStatusBar();
+  void connectPanels();
+  void topTabShown(int tab);
+  void runMenuAction(MenuAction action, int argument);
+  void runButton(int index);
+  void busyChanged(bool busy);
+  void updateStatusLine();
+
+  Workspace& workspace_;
+  WindowPorts ports_;
+  QtEvents events_;
+  QtControls controls_;
+  BusyState busy_;
+  std::unique_ptr<View> view_;
+  std::unique_ptr<RunDriver> driver_;
+
+  QTabBar* topTabs_ = nullptr;
+  QStackedWidget* pages_ = nullptr;
+  HistoryPanel* history_ = nullptr;
+  ConditionView* conditions_ = nullptr;
+  RunPanel* run_ = nullptr;
+  std::array<QLabel*, 4> panels_{};  ///< of the status bar, 1 to 3; slot 0 unused
+  bool historyDeleted_ = false;
+  bool closeAfterWork_ = false;
+};
+
+}  // namespace elevenfive

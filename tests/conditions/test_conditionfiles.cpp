@@ -1,0 +1,375 @@
+#include "conditions/conditionfiles.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <memory>
+
+#include "conditions/conditionpanel.h"
+#include "model/errors.h"
+#include "model/store.h"
+#include "tests/support/recordingports.h"
+#include "tests/support/testworkspace.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// Answers with a fixed path and keeps what it was asked.
+class FixedFile final : public FileQuestion {
+ public:
+  QString path;
+  QStringList asked;
+  QString OpenSaveDialog(const QString& action, const QString& title, const QString& extension, const QString& label,
+                         const QString& defaultName) override {
+    asked << QStringList{action, title, extension, label, defaultName}.join(u'|');
+    return path;
+  }
+};
+
+constexpr const char* setTables[] = {
+    "SELECT * FROM 过滤条件 ORDER BY ID",
+    "SELECT * FROM 过滤条件使用情况 ORDER BY 条件",
+    "SELECT * FROM 号码特性 ORDER BY 号码",
+    "SELECT * FROM 历史数据过滤",
+};
+
+class Files : public ::testing::Test {
+ protected:
+  QTemporaryDir folder;
+  TestWorkspace workspace;
+  RecordingPorts ports;
+  ConditionPanel panel{workspace.store()};
+  FixedFile question;
+  QString templatePath = workspace.folders.program + u"/TJmode.tjmod"_s;
+  ConditionFiles files{workspace.store(), panel, ports, ports, question, templatePath};
+  const QDate today{2026, 3, 9};
+  const QString formatError = u"文件格式错误无法导入数据！"_s;
+
+  void SetUp() override { question.path = folder.filePath(u"set.Vorex"_s); }
+
+  void run(const char* sql) { workspace.store().execute("test", sql); }
+
+  QStringList set() {
+    QStringList all;
+    for (const char* sql : setTables)
+      all << workspace.rows(sql);
+    return all;
+  }
+
+  /// The rows of a statement on a file.
+  static QStringList rowsOf(const QString& path, const char* sql) {
+    Store store(path, StoreAccess::readOnly);
+    QStringList lines;
+    Statement statement = store.query("test", sql);
+    while (statement.next()) {
+      QStringList cells;
+      for (int c = 0; c < statement.columnCount(); ++c)
+        cells << statement.text(c);
+      lines << cells.join(u' ');
+    }
+    return lines;
+  }
+
+  /// Gives every value of the set another one.
+  void changeEverything() {
+    run("UPDATE 过滤条件 SET VALUE = (VALUE + 1) % 3");
+    run("UPDATE 过滤条件使用情况 SET 使用情况 = 1 - 使用情况");
+    run("UPDATE 号码特性 SET 大数 = 1 - 大数, 区间1 = 1 - 区间1, 自定义组20 = 1, 第7位 = 1");
+    run("UPDATE 历史数据过滤 SET 使用状态 = 0, 最小值 = 1, 最大值 = 2, 匹配值 = 3");
+  }
+
+  void exportSet() {
+    ASSERT_TRUE(files.exportConditions(today));
+    ports.boxes.clear();
+    question.asked.clear();
+  }
+
+  /// Runs a script on the exported file.
+  void alterFile(const std::string& script) {
+    Store store(question.path, StoreAccess::readWrite);
+    store.executeScript("test", script);
+  }
+
+  void expectFormatError() {
+    EXPECT_TRUE(files.importConditions());
+    ASSERT_EQ(ports.boxes.size(), 1U);
+    EXPECT_EQ(ports.boxes[0].kind, BoxKind::plain);
+    EXPECT_EQ(ports.boxes[0].text, formatError);
+  }
+};
+
+TEST_F(Files, ExportAsksAndTells) {
+  EXPECT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(question.asked, QStringList{u"save|保存文件|Vorex|过滤条件|条件设置0309.Vorex"_s});
+  ASSERT_EQ(ports.boxes.size(), 1U);
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::plain);
+  EXPECT_EQ(ports.boxes[0].text, u"导出完成！"_s);
+}
+
+TEST_F(Files, ExportedFileHoldsTheFourTables) {
+  changeEverything();
+  exportSet();
+  for (const char* sql : setTables)
+    EXPECT_EQ(rowsOf(question.path, sql), workspace.rows(sql)) << sql;
+  EXPECT_EQ(rowsOf(question.path, "SELECT COUNT(*) FROM sqlite_master WHERE type = 'table'"), QStringList{u"4"_s});
+}
+
+TEST_F(Files, WhatWasExportedComesBack) {
+  changeEverything();
+  const QStringList saved = set();
+  exportSet();
+  changeEverything();
+  run("UPDATE 历史数据过滤 SET 最小值 = 77");
+  ASSERT_NE(set(), saved);
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(set(), saved);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(question.asked, QStringList{u"open|选择文件|Vorex|过滤条件|"_s});
+}
+
+TEST_F(Files, ImportLeavesGroupNames) {
+  exportSet();
+  run("UPDATE 自定义别名 SET 别名 = 'x' WHERE 序号 = 3");
+  files.importConditions();
+  EXPECT_EQ(workspace.rows("SELECT 别名 FROM 自定义别名 WHERE 序号 = 3"), QStringList{u"x"_s});
+}
+
+TEST_F(Files, ImportOnlyReadsTheFile) {
+  exportSet();
+  QFile file(question.path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray before = file.readAll();
+  file.close();
+  files.importConditions();
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), before);
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"set.Vorex"_s});
+}
+
+TEST_F(Files, LostTemplateIsTold) {
+  QFile::remove(templatePath);
+  EXPECT_FALSE(files.exportConditions(today));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"数据模板文件丢失无法导出，请重新安装！"_s});
+  EXPECT_TRUE(question.asked.isEmpty());
+}
+
+TEST_F(Files, CancelledExportLeavesNoFileButFillsTheTemplate) {
+  changeEverything();
+  question.path.clear();
+  EXPECT_FALSE(files.exportConditions(today));
+  EXPECT_TRUE(ports.boxes.empty());
+  EXPECT_TRUE(QDir(folder.path()).isEmpty());
+  for (const char* sql : setTables)
+    EXPECT_EQ(rowsOf(templatePath, sql), workspace.rows(sql)) << sql;
+}
+
+TEST_F(Files, NoToTheOverwriteQuestionLeavesTheOldFile) {
+  QFile file(question.path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("old");
+  file.close();
+  ports.answers = {Answer::no};
+  EXPECT_FALSE(files.exportConditions(today));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"要覆盖这个文件吗？"_s});
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::question);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), "old");
+}
+
+TEST_F(Files, YesToTheOverwriteQuestionReplacesIt) {
+  QFile file(question.path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("old");
+  file.close();
+  ports.answers = {Answer::yes};
+  EXPECT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(ports.boxTexts(), (QStringList{u"要覆盖这个文件吗？"_s, u"导出完成！"_s}));
+  EXPECT_EQ(rowsOf(question.path, "SELECT COUNT(*) FROM 过滤条件"), QStringList{u"1280"_s});
+}
+
+TEST_F(Files, FileThatCannotBeWrittenIsAFault) {
+  question.path = folder.filePath(u"no/such/folder/set.Vorex"_s);
+  EXPECT_THROW(files.exportConditions(today), FileError);
+  EXPECT_TRUE(ports.boxes.empty());
+}
+
+TEST_F(Files, CancelledOrMissingImportEndsSilently) {
+  const QStringList before = set();
+  EXPECT_FALSE(files.importConditions());
+  question.path.clear();
+  EXPECT_FALSE(files.importConditions());
+  question.path = folder.path();
+  EXPECT_FALSE(files.importConditions());
+  EXPECT_TRUE(ports.boxes.empty());
+  EXPECT_EQ(set(), before);
+}
+
+TEST_F(Files, FileThatIsNoDatabaseIsRefused) {
+  for (const QByteArray& content : {QByteArray(), QByteArray("not a database at all"), QByteArray(100000, '\xFF'),
+                                    QByteArray("SQLite format 3\0", 16) + QByteArray(5000, '\x01')}) {
+    QFile file(question.path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    file.close();
+    const QStringList before = set();
+    ports.boxes.clear();
+    expectFormatError();
+    EXPECT_EQ(set(), before);
+  }
+}
+
+TEST_F(Files, TruncatedFileIsRefused) {
+  exportSet();
+  QFile file(question.path);
+  ASSERT_TRUE(file.resize(file.size() / 2));
+  expectFormatError();
+}
+
+TEST_F(Files, DatabaseOfAnotherShapeIsRefused) {
+  exportSet();
+  alterFile(
+      "DROP TABLE 过滤条件; CREATE TABLE 过滤条件 (ID INTEGER, 数值 INTEGER); INSERT INTO 过滤条件 VALUES (1, 1);");
+  const QStringList before = set();
+  expectFormatError();
+  EXPECT_EQ(set(), before);
+}
+
+TEST_F(Files, TablesBeforeTheMissingOneStayCopied) {
+  run("UPDATE 过滤条件 SET VALUE = 2 WHERE ID = 1015");
+  run("UPDATE 历史数据过滤 SET 匹配值 = 2");
+  exportSet();
+  alterFile("DROP TABLE 历史数据过滤;");
+  run("UPDATE 过滤条件 SET VALUE = 0 WHERE ID = 1015");
+  run("UPDATE 历史数据过滤 SET 匹配值 = 3");
+  expectFormatError();
+  EXPECT_EQ(workspace.rows("SELECT VALUE FROM 过滤条件 WHERE ID = 1015"), QStringList{u"2"_s});
+  EXPECT_EQ(workspace.rows("SELECT 匹配值 FROM 历史数据过滤"), QStringList{u"3"_s});
+}
+
+TEST_F(Files, FewerRowsOverwriteTheFirstOnesOnly) {
+  changeEverything();
+  const QStringList before = workspace.rows(setTables[0]);
+  exportSet();
+  alterFile("DELETE FROM 过滤条件 WHERE ID > 3; UPDATE 过滤条件 SET VALUE = 9;");
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(workspace.rows(setTables[0]).first(3), (QStringList{u"1 9"_s, u"2 9"_s, u"3 9"_s}));
+  EXPECT_EQ(workspace.rows(setTables[0]).sliced(3), before.sliced(3));
+}
+
+TEST_F(Files, RowsGoByPositionNotById) {
+  exportSet();
+  alterFile("UPDATE 过滤条件 SET ID = ID + 100000; UPDATE 过滤条件 SET VALUE = 7 WHERE ID = 100001;");
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(workspace.rows("SELECT VALUE FROM 过滤条件 WHERE ID = 1"), QStringList{u"7"_s});
+  EXPECT_EQ(workspace.rows("SELECT COUNT(*) FROM 过滤条件"), QStringList{u"1280"_s});
+}
+
+TEST_F(Files, MoreRowsThanThereArePlacesForAreRefusedAfterTheCopy) {
+  exportSet();
+  alterFile("INSERT INTO 过滤条件 VALUES (20000, 1); UPDATE 过滤条件 SET VALUE = 7 WHERE ID = 1;");
+  expectFormatError();
+  EXPECT_EQ(workspace.rows("SELECT VALUE FROM 过滤条件 WHERE ID = 1"), QStringList{u"7"_s});
+  EXPECT_EQ(workspace.rows("SELECT COUNT(*) FROM 过滤条件"), QStringList{u"1280"_s});
+}
+
+TEST_F(Files, EmptyTableIsRefused) {
+  exportSet();
+  alterFile("DELETE FROM 过滤条件;");
+  expectFormatError();
+}
+
+TEST_F(Files, ViewInThePlaceOfATableIsRefused) {
+  exportSet();
+  alterFile("ALTER TABLE 过滤条件 RENAME TO t; CREATE VIEW 过滤条件 AS SELECT ID, 5 AS VALUE FROM t;");
+  const QStringList before = set();
+  expectFormatError();
+  EXPECT_EQ(set(), before);
+}
+
+TEST_F(Files, ComputedColumnIsRefused) {
+  exportSet();
+  alterFile(
+      "DROP TABLE 过滤条件; CREATE TABLE 过滤条件 (ID INTEGER PRIMARY KEY, VALUE INTEGER AS (ID + 5));"
+      "INSERT INTO 过滤条件 (ID) VALUES (1);");
+  const QStringList before = set();
+  expectFormatError();
+  EXPECT_EQ(set(), before);
+}
+
+TEST_F(Files, VirtualTableIsRefused) {
+  exportSet();
+  alterFile(
+      "DROP TABLE 过滤条件; CREATE VIRTUAL TABLE 过滤条件 USING fts5(ID, VALUE);"
+      "INSERT INTO 过滤条件 VALUES ('1', '1');");
+  const QStringList before = set();
+  expectFormatError();
+  EXPECT_EQ(set(), before);
+}
+
+TEST_F(Files, TriggersOfTheFileDoNotRun) {
+  exportSet();
+  alterFile("CREATE TRIGGER t AFTER UPDATE ON 过滤条件 BEGIN DELETE FROM 过滤条件使用情况; END;");
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(workspace.rows("SELECT COUNT(*) FROM 过滤条件使用情况"), QStringList{u"63"_s});
+}
+
+TEST_F(Files, ValuesThatAreNoWholeNumbersAreRefused) {
+  for (const char* value : {"'1); DROP TABLE 日志表; --'", "1.5", "NULL", "x'00'", "99999999999"}) {
+    exportSet();
+    alterFile(
+        "DROP TABLE 过滤条件; CREATE TABLE 过滤条件 (ID INTEGER PRIMARY KEY, VALUE); INSERT INTO 过滤条件 VALUES (1, "
+        "6), "
+        "(2, " +
+        std::string(value) + ");");
+    const auto second = workspace.rows("SELECT * FROM 过滤条件 WHERE ID >= 2 ORDER BY ID");
+    expectFormatError();
+    EXPECT_EQ(workspace.rows("SELECT VALUE FROM 过滤条件 WHERE ID = 1"), QStringList{u"6"_s}) << value;
+    EXPECT_EQ(workspace.rows("SELECT * FROM 过滤条件 WHERE ID >= 2 ORDER BY ID"), second) << value;
+    ports.boxes.clear();
+    QFile::remove(question.path);
+  }
+}
+
+TEST_F(Files, RestoreBringsTheFactoryValues) {
+  const QStringList uses = workspace.rows(setTables[1]);
+  changeEverything();
+  run("UPDATE 自定义别名 SET 别名 = '热号' WHERE 序号 = 20");
+  files.restoreDefaults();
+  EXPECT_EQ(workspace.rows(setTables[1]), uses);
+  EXPECT_EQ(
+      workspace.rows("SELECT a.ID FROM 过滤条件 a JOIN 默认过滤条件 b ON a.ID = b.ID WHERE a.VALUE <> b.VALUE AND "
+                     "a.ID NOT BETWEEN 3800 AND 3899 AND a.ID NOT BETWEEN 4500 AND 4599"),
+      QStringList{});
+  EXPECT_EQ(workspace.rows("SELECT VALUE FROM 过滤条件 WHERE ID = 40"), QStringList{u"1"_s});
+  EXPECT_EQ(workspace.rows("SELECT * FROM 历史数据过滤"), QStringList{u"1 5 2 4"_s});
+  ASSERT_EQ(ports.boxes.size(), 1U);
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::plain);
+  EXPECT_EQ(ports.boxes[0].text, u"全部过滤条件已还原为默认值！"_s);
+}
+
+TEST_F(Files, RestoreClearsTheGroups) {
+  changeEverything();
+  run("UPDATE 自定义别名 SET 别名 = '热号' WHERE 序号 = 20");
+  files.restoreDefaults();
+  EXPECT_EQ(workspace.rows("SELECT COUNT(*) FROM 过滤条件 WHERE VALUE <> 0 AND (ID BETWEEN 3800 AND 3899 OR ID BETWEEN "
+                           "4500 AND 4599)"),
+            QStringList{u"0"_s});
+  EXPECT_EQ(workspace.rows("SELECT 别名 FROM 自定义别名 WHERE 序号 = 20"), QStringList{u"自定义组20"_s});
+  EXPECT_EQ(workspace.rows("SELECT SUM(自定义组20) FROM 号码特性"), QStringList{u"0"_s});
+}
+
+TEST_F(Files, RestoreLeavesZonesAndPositions) {
+  changeEverything();
+  files.restoreDefaults();
+  EXPECT_EQ(workspace.rows("SELECT SUM(第7位) FROM 号码特性"), QStringList{u"11"_s});
+}
+
+}  // namespace
+
+}  // namespace elevenfive

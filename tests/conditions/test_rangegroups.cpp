@@ -1,0 +1,141 @@
+#include "conditions/rangegroups.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+
+#include <QStringList>
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// The groups of a cleaned text as text: "20-39 5".
+QString shown(const QString& cleaned) {
+  QStringList texts;
+  for (const RangeGroup& group : rangeGroups(cleaned))
+    texts << (group.last ? u"%1-%2"_s.arg(group.first).arg(*group.last) : QString::number(group.first));
+  return texts.join(u' ');
+}
+
+TEST(CleanRangeText, SuppliesTheBrackets) {
+  EXPECT_EQ(cleanRangeText(u"5"_s), u"[5]"_s);
+  EXPECT_EQ(cleanRangeText(u"20-39"_s), u"[20-39]"_s);
+  EXPECT_EQ(cleanRangeText(u"5]"_s), u"[5]"_s);
+  EXPECT_EQ(cleanRangeText(u"[5"_s), u"[5]"_s);
+  EXPECT_EQ(cleanRangeText(QString()), u"[]"_s);
+  EXPECT_EQ(cleanRangeText(u"["_s), u"[]"_s);
+  EXPECT_EQ(cleanRangeText(u"]"_s), u"[]"_s);
+}
+
+TEST(CleanRangeText, DropsCommasBlanksAndEmptyGroups) {
+  EXPECT_EQ(cleanRangeText(u"[20-39],[41-44]，[46-60]"_s), u"[20-39][41-44][46-60]"_s);
+  EXPECT_EQ(cleanRangeText(u" [20-22] , [25]　"_s), u"[20-22][25]"_s);
+  EXPECT_EQ(cleanRangeText(u"[1][][2][,]"_s), u"[1][2]"_s);
+}
+
+TEST(CleanRangeText, TurnsWideFormsIntoPlainOnes) {
+  EXPECT_EQ(cleanRangeText(u"【1－5】"_s), u"[1-5]"_s);
+  EXPECT_EQ(cleanRangeText(u"【1—5】，【7】"_s), u"[1-5][7]"_s);
+}
+
+TEST(CleanRangeText, OtherBracketsAndDigitsStayAndAreIllegal) {
+  for (const QString& text : {u"[a]"_s, u"５"_s, u"［5］"_s, u"〔5〕"_s, u"(5)"_s, u"{5}"_s, u"٣"_s, u"[1–5]"_s,
+                              u"[1~5]"_s, u"[1.5]"_s, u"[+5]"_s, u"\U0001D7D3"_s})
+    EXPECT_FALSE(isRangeText(cleanRangeText(text))) << text.toStdString();
+  EXPECT_TRUE(isRangeText(cleanRangeText(u"【1－5】，[7]"_s)));
+}
+
+TEST(RangeGroups, AreValuesAndRanges) {
+  EXPECT_EQ(shown(u"[20-39][5]"_s), u"20-39 5"_s);
+  EXPECT_EQ(shown(u"[9-3]"_s), u"9-3"_s);
+  EXPECT_EQ(shown(u"[007]"_s), u"7"_s);
+}
+
+TEST(RangeGroups, OnlyTheClosingBracketEndsAGroup) {
+  EXPECT_EQ(shown(u"[1-3]4]"_s), u"1-3 4"_s);
+  EXPECT_EQ(shown(u"[1[2]"_s), u"12"_s);
+  EXPECT_EQ(shown(u"[1]2"_s), u"1"_s);
+  EXPECT_EQ(shown(QString()), QString());
+}
+
+TEST(RangeGroups, EmptyGroupIsZero) {
+  EXPECT_EQ(shown(u"[]"_s), u"0"_s);
+}
+
+TEST(RangeGroups, FirstDashDivides) {
+  EXPECT_EQ(shown(u"[1-5-7]"_s), u"1-5"_s);
+  EXPECT_EQ(shown(u"[-5]"_s), u"0-5"_s);
+  EXPECT_EQ(shown(u"[5-]"_s), u"5-0"_s);
+  EXPECT_EQ(shown(u"[1--5]"_s), u"1-5"_s);
+  EXPECT_EQ(shown(u"[1---5]"_s), u"1-0"_s);
+}
+
+TEST(RangeGroups, HugeValuesDoNotOverflow) {
+  EXPECT_EQ(shown(u'[' + QString(5000, u'9') + u']'), u"1000000000"_s);
+  EXPECT_EQ(shown(u'[' + QString(5000, u'9') + u'-' + QString(5000, u'9') + u']'), u"1000000000-1000000000"_s);
+}
+
+TEST(ShownRangeText, SeparatesGroupsByCommas) {
+  EXPECT_EQ(shownRangeText(u"[20-39][41-44][5]"_s), u"[20-39],[41-44],[5]"_s);
+}
+
+/// Reads a cleaned text a character at a time, as one would with a pencil.
+std::vector<RangeGroup> slowGroups(const QString& cleaned) {
+  std::vector<RangeGroup> groups;
+  QString pending;
+  for (const QChar ch : cleaned) {
+    if (ch == u'[')
+      continue;
+    if (ch != u']') {
+      pending += ch;
+      continue;
+    }
+    const auto number = [](QString part) {
+      if (part.startsWith(u'-'))
+        part = part.mid(1);
+      double value = 0;
+      while (!part.isEmpty() && part[0].isDigit()) {
+        value = value * 10 + part[0].digitValue();
+        part = part.mid(1);
+      }
+      return value > largestRangeValue ? largestRangeValue : static_cast<int>(value);
+    };
+    if (pending.contains(u'-'))
+      groups.push_back({number(pending.section(u'-', 0, 0)), number(pending.section(u'-', 1))});
+    else
+      groups.push_back({number(pending), std::nullopt});
+    pending.clear();
+  }
+  return groups;
+}
+
+QString anyText(const QString& alphabet) {
+  QString text;
+  for (const int index : *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, static_cast<int>(alphabet.size()))))
+    text += alphabet[index];
+  return text;
+}
+
+TEST(RangeGroups, AgreeWithASecondReading) {
+  EXPECT_TRUE(rc::check("any cleaned text", [] {
+    const QString cleaned = cleanRangeText(anyText(u"0123456789[[]]--,，【】－— "_s));
+    RC_ASSERT(isRangeText(cleaned));
+    RC_ASSERT(rangeGroups(cleaned) == slowGroups(cleaned));
+  }));
+}
+
+TEST(CleanRangeText, TextThatTheFormShowsCanBeSubmittedAgain) {
+  EXPECT_TRUE(rc::check("shown, then cleaned", [] {
+    const QString cleaned = cleanRangeText(anyText(u"123[]-"_s));
+    const QString again = cleanRangeText(shownRangeText(cleaned));
+    // Only empty groups may get lost, as they do in any text.
+    RC_PRE(!cleaned.contains(u"[]"_s));
+    RC_ASSERT(again == cleaned);
+  }));
+}
+
+}  // namespace
+
+}  // namespace elevenfive
