@@ -30,12 +30,65 @@ Action prepareRows(const Arguments& arguments) {
   };
 }
 
+/// The items of an exported line, by the names of their boxes.
+void setFields(ExportSettings& settings, const QString& list) {
+  settings.xuhao = settings.qihao = settings.haoma = settings.fengehang = false;
+  if (list == u"-"_s)
+    return;
+  for (const QString& field : list.split(u',')) {
+    if (field == u"序号"_s)
+      settings.xuhao = true;
+    else if (field == u"期号"_s)
+      settings.qihao = true;
+    else if (field == u"号码"_s)
+      settings.haoma = true;
+    else if (field == u"分隔行"_s)
+      settings.fengehang = true;
+    else
+      throw UsageError(u"选项 --fields 只能含有 序号、期号、号码、分隔行，而不是“%1”。"_s.arg(field.left(40)));
+  }
+}
+
+Action prepareRowsExport(const Arguments& arguments) {
+  ExportSettings settings;
+  settings.period = numberOf(arguments, u"QIHAO"_s);
+  if (arguments.has(u"--fields"_s))
+    setFields(settings, arguments.text(u"--fields"_s));
+  if (arguments.has(u"--separator"_s))
+    settings.separator = arguments.text(u"--separator"_s);
+  const QString path = arguments.text(u"FILE"_s);
+  return [settings, path](Session& session) {
+    session.resultFiles().exported = settings;
+    session.resultFiles().path = path;
+    clickRunButton(session, buttonExport, {}, QString());
+  };
+}
+
+Action prepareRowsImport(const Arguments& arguments) {
+  ImportSettings settings;
+  settings.period = numberOf(arguments, u"QIHAO"_s);
+  settings.format = static_cast<ImportFormat>(numberOf(arguments, u"--format"_s));
+  const Answer keep = arguments.has(u"--keep"_s) ? Answer::yes : Answer::no;
+  const QString path = arguments.text(u"FILE"_s);
+  return [settings, keep, path](Session& session) {
+    requireReadable(path);  // before the old rows go
+    session.resultFiles().imported = settings;
+    session.resultFiles().path = path;
+    session.ports().answers = {keep};
+    clickRunButton(session, buttonImport, {});
+  };
+}
+
 Action prepareRowsDelete(const Arguments&) {
   return [](Session& session) { clickRunButton(session, buttonDelete, {}); };
 }
 
 constexpr Command commands[] = {
     {u"rows [QIHAO]", u"日志表 in 期号, 序号, ID order", u"all 13 columns", prepareRows},
+    {u"rows export FILE QIHAO [--fields LIST] [--separator TEXT]",
+     u"导出; LIST of 序号,期号,号码,分隔行, default 号码; TEXT default ,", u"status text", prepareRowsExport},
+    {u"rows import FILE QIHAO --format 0|1|2 [--keep]", u"导入 (0 只有号码, 1 期号＋号码, 2 序号＋号码)",
+     u"status text", prepareRowsImport},
     {u"rows delete", u"button 删除", u"status text", prepareRowsDelete},
 };
 

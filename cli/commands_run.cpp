@@ -25,18 +25,45 @@ Action prepareRun(const Arguments& arguments) {
   return [period, tolerance](Session& session) { clickRunButton(session, buttonRun, {period, tolerance}); };
 }
 
+Action prepareRefine(const Arguments& arguments) {
+  const QString period = QString::number(boxNumberOf(arguments, u"QIHAO"_s));
+  const QString count = QString::number(boxNumberOf(arguments, u"COUNT"_s));
+  return [period, count](Session& session) { clickRunButton(session, buttonRefine, {period, count}); };
+}
+
+Action prepareCheck(const Arguments& arguments) {
+  const QString period = QString::number(boxNumberOf(arguments, u"QIHAO"_s));
+  return [period](Session& session) {
+    clickRunButton(session, buttonCheck, {period}, u"开奖核对完成,结果请查看右边的操作提示！"_s);
+  };
+}
+
 constexpr Command commands[] = {
     {u"expand QIHAO", u"button 第一步：初始化", u"status text", prepareExpand},
     {u"run QIHAO [--tolerance T]", u"button 第二步：过滤缩水", u"status text", prepareRun},
+    {u"refine QIHAO COUNT", u"button 精选号码", u"status text", prepareRefine},
+    {u"check QIHAO", u"button 开奖核对", u"status text", prepareCheck},
 };
 
 }  // namespace
 
-void clickRunButton(Session& session, RunButtonIndex button, const std::deque<QString>& typed) {
+bool ResultFileAnswers::askExport(ExportSettings& settings) {
+  settings = exported;
+  return true;
+}
+
+bool ResultFileAnswers::askImport(ImportSettings& settings) {
+  settings = imported;
+  return true;
+}
+
+void clickRunButton(Session& session, RunButtonIndex button, const std::deque<QString>& typed,
+                    const std::optional<QString>& success) {
   session.ports().typed = typed;
   session.program().driver.cmmTouZhu_Click(button);
-  if (!session.ports().refused)
-    printText(session.out(), session.ports().text());
+  if (session.ports().refused || (success && session.ports().lastText != *success))
+    throw Refused();
+  printText(session.out(), session.ports().text());
 }
 
 std::span<const Command> runCommands() {

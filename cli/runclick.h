@@ -3,6 +3,9 @@
 
 #include <QString>
 #include <deque>
+#include <optional>
+
+#include "engine/resultfiles.h"
 
 namespace elevenfive {
 
@@ -19,7 +22,23 @@ enum RunButtonIndex : int {
   buttonCheck = 6,
 };
 
-/// Clicks a button with these answers for its input boxes, and prints the status text where nothing was refused.
-void clickRunButton(Session& session, RunButtonIndex button, const std::deque<QString>& typed);
+/// The dialogs of the result files, answered by a command.
+class ResultFileAnswers final : public ResultFileDialogs {
+ public:
+  ExportSettings exported;
+  ImportSettings imported;
+  QString path;  ///< of the file that goes out or comes in
+
+  bool askExport(ExportSettings& settings) override;
+  bool askImport(ImportSettings& settings) override;
+  QString askOpenFile() override { return path; }
+  [[nodiscard]] QString workingFile(const QString&) const override { return path; }
+  void showText(const QString&, const QString&) override {}
+};
+
+/// Clicks a button with these answers for its input boxes and prints the status text. Throws Refused where the operation said
+/// no: where success is given, that is any other text in the last box, an empty one standing for no box at all.
+void clickRunButton(Session& session, RunButtonIndex button, const std::deque<QString>& typed,
+                    const std::optional<QString>& success = {});
 
 }  // namespace elevenfive

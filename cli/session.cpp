@@ -4,9 +4,9 @@
 
 namespace elevenfive {
 
-OpenProgram::OpenProgram(const Workspace::Folders& folders, CliPorts& ports)
+OpenProgram::OpenProgram(const Workspace::Folders& folders, CliPorts& ports, ResultFileDialogs& dialogs)
     : workspace(folders),
-      driver(workspace.gConn, {ports, ports, ports, ports, ports, ports, ports}),
+      driver(workspace.gConn, {ports, ports, ports, ports, ports, ports, ports, &dialogs}),
       panel(workspace.gConn),
       picking(workspace.gConn, driver, ports, ports),
       groups(workspace.gConn, panel, ports, ports),
@@ -19,7 +19,7 @@ Session::~Session() = default;
 
 OpenProgram& Session::program() {
   if (!program_)
-    program_ = std::make_unique<OpenProgram>(folders_, ports_);
+    program_ = std::make_unique<OpenProgram>(folders_, ports_, resultFiles_);
   return *program_;
 }
 

@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "cli/cliports.h"
+#include "cli/runclick.h"
 #include "conditions/conditionpanel.h"
 #include "conditions/customgroups.h"
 #include "conditions/picking.h"
@@ -28,7 +29,7 @@ class Refused final : public std::exception {
 
 /// The open workspace and what the window's panels hold over it.
 struct OpenProgram {
-  OpenProgram(const Workspace::Folders& folders, CliPorts& ports);
+  OpenProgram(const Workspace::Folders& folders, CliPorts& ports, ResultFileDialogs& dialogs);
 
   Workspace workspace;
   RunDriver driver;
@@ -48,6 +49,7 @@ class Session final {
   [[nodiscard]] const Workspace::Folders& folders() const noexcept { return folders_; }
   [[nodiscard]] std::ostream& out() noexcept { return out_; }
   [[nodiscard]] CliPorts& ports() noexcept { return ports_; }
+  [[nodiscard]] ResultFileAnswers& resultFiles() noexcept { return resultFiles_; }
 
   /// Opens the data where that has not been done.
   [[nodiscard]] OpenProgram& program();
@@ -63,6 +65,7 @@ class Session final {
   Workspace::Folders folders_;
   std::ostream& out_;
   CliPorts ports_;
+  ResultFileAnswers resultFiles_;
   std::unique_ptr<OpenProgram> program_;
 };
 

@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <span>
 
+#include "engine/positionfilter.h"
+
 namespace elevenfive {
 
 /// What a tab of TabStrip_TiaoJian holds.

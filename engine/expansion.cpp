@@ -107,7 +107,7 @@ void showXuanhaoTip(const RunContext& run) {
   const int dan = countDanma(run.gConn);
   run.state.zuheTotal = calc_Zhushu(tuo + dan, drawSize, dan);
   run.ports.view.setChoseNumberTip(
-      u"已选“拖码”个数： %1\r\n已选“胆码”个数： %2\r\n过滤缩水前全部号码组合： %3  注"_s.arg(
+      u"已选“拖码”个数： %1\r\n\r\n已选“胆码”个数： %2\r\n过滤缩水前全部号码组合： %3  注"_s.arg(
           toQuanjiaoDigits(tuo), toQuanjiaoDigits(dan), toQuanjiaoDigits(run.state.zuheTotal)));
 }
 

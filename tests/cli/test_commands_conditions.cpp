@@ -133,9 +133,10 @@ TEST_F(ConditionCommands, PreviewShowsTheAllowedRuns) {
 
 TEST_F(ConditionCommands, CountTellsPicksAndCombinations) {
   const auto outcome = cli.batch(u"pick clear\npick 1 2\npick 2 1\npick 3 1\npick 4 1\npick 5 1\npick 6 1\ncount\n"_s);
-  const QStringList lines = outcome.out.section(u"> count\n"_s, 1).split(u'\n', Qt::SkipEmptyParts);
-  EXPECT_EQ(lines, QStringList({u"已选“拖码”个数： ５"_s, u"已选“胆码”个数： １"_s,
-                                u"过滤缩水前全部号码组合： ５  注"_s}));  // C(5, 4)
+  EXPECT_TRUE(
+      outcome.out.endsWith(u"> count\n已选“拖码”个数： ５\n\n已选“胆码”个数： １\n"
+                           "过滤缩水前全部号码组合： ５  注\n"_s))  // C(5, 4)
+      << outcome.out.toStdString();
 }
 
 TEST_F(ConditionCommands, CountOfConditionsLeavesOutThoseWithoutTolerance) {

@@ -1,6 +1,8 @@
 // expand, run, rows delete.
 #include <gtest/gtest.h>
 
+#include <QFile>
+
 #include "tests/cli/cliprocess.h"
 #include "tests/support/testworkspace.h"
 
@@ -21,12 +23,24 @@ class RunCommands : public ::testing::Test {
     return out.mid(out.lastIndexOf(lastLine) + lastLine.size());
   }
 
+  void writeFile(const QString& name, const QByteArray& content) {
+    QFile file(cli.path(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+  }
+
+  QByteArray readFile(const QString& name) {
+    QFile file(cli.path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+
   CliProcess cli;
 };
 
-/// Seven numbers, and of the conditions only 和值 19 to 40, 跨度 5 to 10, 最大间距 2 to 10 and AC值 1 to 6.
+/// A draw to look back to, seven numbers, and of the conditions only 和值 19 to 40, 跨度 5 to 10, 最大间距 2 to 10 and AC值 1 to 6.
 const QString sevenNumbers =
-    u"pick clear\npick 1 1\npick 2 1\npick 3 1\npick 4 1\npick 5 1\npick 6 1\npick 7 1\n"
+    u"history add 11031511 1 2 3 4 5\npick clear\npick 1 1\npick 2 1\npick 3 1\npick 4 1\npick 5 1\npick 6 1\npick 7 "
+    u"1\n"
     "use 7 0\nuse 8 0\nuse 46 0\nuse 47 0\nuse 70 0\nmatch 0 5 4\n"_s;
 
 }  // namespace
@@ -52,25 +66,22 @@ TEST_F(RunCommands, ExpandWithoutPicksIsRefused) {
 TEST_F(RunCommands, RunTellsEachStageAndLeavesTheSurvivors) {
   // 21 combinations; their sums are 28 less the two numbers left out, so six lie below 19 (left out: 3+7, 4+6, 4+7, 5+6,
   // 5+7, 6+7). Of the 15 the two runs 2-6 and 3-7 have a span of 4. What spans more has a gap and an AC value of its own.
-  const QString status = lastOutput(sevenNumbers + u"expand 11031512\nrun 11031512\n"_s);
-  const QStringList lines = status.split(u'\n', Qt::SkipEmptyParts);
-  ASSERT_GE(lines.size(), 8);
-  EXPECT_EQ(lines.first(7), QStringList({u"初始化选号完成!共 ２１ 注！"_s, u"正读取数据[１１０３１５１２期]．．．"_s,
-                                         u"过滤缩水之前共：２１注．"_s, u"[ 和 值 ]过滤后余：１５ 注"_s,
-                                         u"[ 跨 度 ]过滤后余：１３ 注"_s, u"[最大间距]过滤后余：１３ 注"_s,
-                                         u"[AC值]过滤后余：１３ 注"_s}));
-  EXPECT_EQ(lines.last(), u"全部过滤缩水完成,余：１３ 注"_s);
+  EXPECT_EQ(lastOutput(sevenNumbers + u"expand 11031512\nrun 11031512\n"_s),
+            u"初始化选号完成!共 ２１ 注！\n\n\n\n\n正读取数据[１１０３１５１２期]．．．\n\n过滤缩水之前共：２１注．\n\n"
+            "[ 和 值 ]过滤后余：１５ 注\n\n[ 跨 度 ]过滤后余：１３ 注\n\n[最大间距]过滤后余：１３ 注\n\n"
+            "[AC值]过滤后余：１３ 注\n\n[保五型]缩水后余：１３ 注\n\n全部过滤缩水完成,余：１３ 注\n"_s);
   EXPECT_EQ(cli.rows(u"SELECT COUNT(*), MIN(序号), MAX(序号), MIN(过滤标记), MAX(过滤标记) FROM 日志表"_s),
             u"13\t1\t13\t4\t4\n"_s);
-  // The first to survive leaves out 3 and 6: 1+2+4+5+7 = 19.
+  // The first to survive leaves out 4 and 5: 1+2+3+6+7 = 19.
   EXPECT_EQ(cli.rows(u"SELECT 号码1, 号码2, 号码3, 号码4, 号码5 FROM 日志表 WHERE 序号 = 1"_s), u"1\t2\t3\t6\t7\n"_s);
 }
 
 TEST_F(RunCommands, ToleranceForgivesAsManyConditions) {
-  // Of the six that fail 和值 five pass the other three conditions; the run 1-5 and the runs 2-6 and 3-7 fail three or more.
+  // Of the six that fail 和值 five pass the other three conditions; the runs 1-5, 2-6 and 3-7 fail three or four.
   const QString status = lastOutput(sevenNumbers + u"expand 11031512\nrun 11031512 --tolerance 1\n"_s);
   EXPECT_TRUE(status.contains(u"[ 和 值 ]过滤后余：１５ 注\n"_s)) << status.toStdString();
   EXPECT_TRUE(status.contains(u"[ 跨 度 ]过滤后余：１８ 注\n"_s)) << status.toStdString();
+  EXPECT_TRUE(status.endsWith(u"\n全部过滤缩水完成,余：１８ 注\n"_s)) << status.toStdString();
 }
 
 TEST_F(RunCommands, TheStatusTextStartsEmptyWithEachSession) {
@@ -83,6 +94,88 @@ TEST_F(RunCommands, APeriodWithoutRowsIsNoFailure) {
   EXPECT_EQ(outcome.status, exitDone);
   EXPECT_TRUE(outcome.out.startsWith(u"\n\n表格中无[１１０３１５１２]期数据．\n"_s)) << outcome.out.toStdString();
   EXPECT_EQ(outcome.err, QString());
+}
+
+TEST_F(RunCommands, ARunWithoutADrawBeforeItsPeriodFails) {
+  cli.batch(u"expand 11031512\n"_s);
+  const auto outcome = cli.call({u"run"_s, u"11031512"_s});
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_EQ(outcome.out, QString());
+  EXPECT_TRUE(outcome.err.contains(u"[critical] elevenfive 11选5: "_s)) << outcome.err.toStdString();
+}
+
+TEST_F(RunCommands, ARunOverARowWithANumberAboveElevenFails) {
+  writeFile(u"rows.txt"_s, "01 02 03 04 12\r\n");
+  const auto outcome = cli.batch(sevenNumbers + u"rows import "_s + cli.path(u"rows.txt"_s) +
+                                 u" 11031512 --format 0\nuse 9 1\nrun 11031512\n"_s);
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_EQ(cli.rows(u"SELECT 号码1, 号码5 FROM 日志表"_s), u"1\t12\n"_s);
+}
+
+TEST_F(RunCommands, RefineLeavesTheBestRows) {
+  const auto outcome = cli.batch(sevenNumbers + u"expand 11031512\nrefine 11031512 5\n"_s);
+  EXPECT_EQ(outcome.status, exitDone) << outcome.err.toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*), MIN(临时数据) FROM 日志表"_s), u"5\t999\n"_s);
+}
+
+TEST_F(RunCommands, CheckCountsHitsAgainstTheDraw) {
+  // 21 combinations of 1 to 7 against 1 2 3 6 7: one hits all five; four leave out one of the two others and one of the
+  // five, 2 x 5 of them.
+  const QString status =
+      lastOutput(sevenNumbers + u"expand 11031512\nhistory add 11031512 1 2 3 6 7\ncheck 11031512\n"_s);
+  EXPECT_TRUE(status.endsWith(u"\n\n开奖核对结果如下——\n\n中五个号： １ 注\n\n中四个号： １０ 注\n"_s))
+      << status.toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT 买中个数, COUNT(*) FROM 日志表 GROUP BY 1 ORDER BY 1"_s), u"3\t10\n4\t10\n5\t1\n"_s);
+}
+
+TEST_F(RunCommands, CheckOfAnUnknownPeriodIsRefused) {
+  const auto outcome = cli.call({u"check"_s, u"11031512"_s});
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_EQ(outcome.out, QString());
+  EXPECT_TRUE(outcome.err.startsWith(u"[plain] 出错啦!: "_s)) << outcome.err.toStdString();
+}
+
+TEST_F(RunCommands, RowsGoOutAndComeInAgain) {
+  cli.batch(u"pick clear\npick 1 1\npick 2 1\npick 3 1\npick 4 1\npick 5 1\npick 6 1\nexpand 11031512\n"_s);
+  const QString path = cli.path(u"out.txt"_s);
+  const auto out = cli.call({u"rows"_s, u"export"_s, path, u"11031512"_s});
+  EXPECT_EQ(out.status, exitDone);
+  EXPECT_EQ(out.out, u"\n\n号码导出完成．\n"_s);
+  EXPECT_EQ(readFile(u"out.txt"_s),
+            "01,02,03,04,05\r\n01,02,03,04,06\r\n01,02,03,05,06\r\n01,02,04,05,06\r\n01,03,04,05,06\r\n"
+            "02,03,04,05,06\r\n");
+  const auto in = cli.call({u"rows"_s, u"import"_s, path, u"11031513"_s, u"--format"_s, u"0"_s});
+  EXPECT_EQ(in.status, exitDone);
+  EXPECT_EQ(in.err,
+            u"[question] elevenfive 11选5: 表格中原有的数据要保留吗？\n"
+            "[plain] elevenfive 11选5: 数据导入完成，共导入：６ 注！\n"_s);
+  EXPECT_TRUE(in.out.endsWith(u"\n\n数据导入完成，共导入：６ 注！\n"_s));
+  EXPECT_EQ(cli.rows(u"SELECT 期号, COUNT(*), MAX(ID) FROM 日志表 GROUP BY 期号"_s), u"11031513\t6\t6\n"_s);
+  cli.call({u"rows"_s, u"import"_s, path, u"11031513"_s, u"--format"_s, u"0"_s, u"--keep"_s});
+  EXPECT_EQ(cli.rows(u"SELECT 期号, COUNT(*), MAX(序号) FROM 日志表 GROUP BY 期号"_s), u"11031513\t12\t12\n"_s);
+}
+
+TEST_F(RunCommands, ExportTakesFieldsAndSeparator) {
+  cli.batch(u"pick clear\npick 1 1\npick 2 1\npick 3 1\npick 4 1\npick 5 1\npick 6 1\nexpand 11031512\n"_s);
+  cli.call({u"rows"_s, u"export"_s, cli.path(u"out.txt"_s), u"11031512"_s, u"--fields"_s, u"序号,期号,号码,分隔行"_s,
+            u"--separator"_s, u"--"_s});
+  EXPECT_TRUE(readFile(u"out.txt"_s).startsWith("1   11031512 01--02--03--04--05\r\n2   11031512 01--"));
+  EXPECT_TRUE(readFile(u"out.txt"_s).contains("03--04--05--06\r\n\r\n6   11031512 02--"));
+}
+
+TEST_F(RunCommands, ResultFilesThatCannotBeAreRefused) {
+  cli.batch(u"expand 11031512\n"_s);
+  EXPECT_EQ(cli.call({u"rows"_s, u"export"_s, cli.path(u"out.txt"_s), u"11031599"_s}).err,
+            u"[plain] elevenfive 11选5: 表格中没有该期的号码！\n"_s);
+  EXPECT_EQ(cli.call({u"rows"_s, u"export"_s, cli.path(u"out.txt"_s), u"11031599"_s}).status, exitFailed);
+  EXPECT_FALSE(QFile::exists(cli.path(u"out.txt"_s)));
+  EXPECT_EQ(cli.call({u"rows"_s, u"export"_s, cli.path(u"none/out.txt"_s), u"11031512"_s}).status, exitFailed);
+  EXPECT_EQ(cli.call({u"rows"_s, u"export"_s, cli.path(u"x"_s), u"11031512"_s, u"--fields"_s, u"别的"_s}).status,
+            exitUsage);
+  const auto missing = cli.call({u"rows"_s, u"import"_s, cli.path(u"none"_s), u"11031512"_s, u"--format"_s, u"0"_s});
+  EXPECT_EQ(missing.status, exitFailed);
+  EXPECT_EQ(missing.err, u"[critical] elevenfive 11选5: 无法打开文件 %1。\n"_s.arg(cli.path(u"none"_s)));
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 日志表"_s), u"462\n"_s);
 }
 
 TEST_F(RunCommands, RowsDeleteEmptiesTheTable) {

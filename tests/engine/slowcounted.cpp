@@ -103,6 +103,8 @@ void SlowEngine::scan(Qihao period, const QString& label, const std::vector<int>
       if (number < 1 || number > 11)
         throw Fault{};
     const int value = attribute(row.numbers);
+    if (value < 0 || value > 199)
+      throw Fault{};  // beyond the buffer: five numbers that repeat
     if (buffer.at(static_cast<std::size_t>(value)) >= 1) {
       row.guolv = *row.guolv + 1;
       ++passes;

@@ -63,7 +63,7 @@ TEST_F(Expansion, CountingLinesStandInFullWidthDigits) {
   EXPECT_EQ(driver.countTuoma(), 9);
   EXPECT_EQ(driver.countDanma(), 2);
   EXPECT_EQ(driver.state().zuheTotal, 84);
-  EXPECT_EQ(view.tip, u"已选“拖码”个数： ９\r\n已选“胆码”个数： ２\r\n过滤缩水前全部号码组合： ８４  注"_s);
+  EXPECT_EQ(view.tip, u"已选“拖码”个数： ９\r\n\r\n已选“胆码”个数： ２\r\n过滤缩水前全部号码组合： ８４  注"_s);
 }
 
 TEST_F(Expansion, TooFewPicksAreToldAndThePickingPageShown) {
