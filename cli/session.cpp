@@ -18,8 +18,11 @@ Session::Session(Workspace::Folders folders, std::ostream& out, std::ostream& er
 Session::~Session() = default;
 
 OpenProgram& Session::program() {
-  if (!program_)
+  if (!program_) {
     program_ = std::make_unique<OpenProgram>(folders_, ports_, resultFiles_);
+    for (const QString& notice : program_->workspace.notices())
+      ports_.information(notice);
+  }
   return *program_;
 }
 
@@ -31,6 +34,8 @@ void Session::run(const std::function<void(Session&)>& action) {
 }
 
 void Session::close() {
+  if (program_)
+    program_->workspace.close();
   program_.reset();
 }
 

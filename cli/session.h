@@ -58,7 +58,7 @@ class Session final {
   /// Runs an action; throws Refused where one of its boxes said no.
   void run(const std::function<void(Session&)>& action);
 
-  /// Puts the data back, as the window's close does.
+  /// Puts the data back where it has changed, as the window's close does. Throws where that fails; nothing is lost then.
   void close();
 
  private:

@@ -43,6 +43,13 @@ class FileError final : public Error {
   using Error::Error;
 };
 
+/// A data file is there but what it holds is not usable: cut off, no pack, no sound database. The message is the reason, a
+/// phrase without a full stop.
+class DamagedData final : public Error {
+ public:
+  using Error::Error;
+};
+
 /// Another instance of the program has the data open.
 class AlreadyRunning final : public Error {
  public:

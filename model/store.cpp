@@ -215,6 +215,10 @@ Store::Store(const QString& path, StoreAccess access) : path_(path) {
 
 Store::~Store() = default;
 
+void Store::close() {
+  database_.reset();
+}
+
 void Store::executeScript(std::string_view purpose, const std::string& script) {
   guarded(purpose, [&] { database_->exec(script); });
 }

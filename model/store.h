@@ -107,6 +107,10 @@ class Store final {
 
   [[nodiscard]] const QString& path() const noexcept { return path_; }
 
+  /// Closes the file before the object ends; all statements must be gone, and only path() may be called afterwards.
+  void close();
+  [[nodiscard]] bool isOpen() const noexcept { return database_ != nullptr; }
+
   /// A statement with its first values bound, ready for next() or run().
   template <typename... Values>
   [[nodiscard]] Statement query(std::string_view purpose, std::string_view sql, const Values&... values) {

@@ -4,12 +4,16 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QStandardPaths>
-#include <filesystem>
+#include <QtEndian>
+#include <array>
+#include <utility>
 
+#include "model/compaction.h"
 #include "model/errors.h"
+#include "model/packfile.h"
 #include "model/schema.h"
+#include "model/sideicon.h"
 #include "model/texts.h"
 
 namespace elevenfive {
@@ -18,77 +22,137 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr QLatin1StringView dataFile("/elevenfive.dat");
-constexpr QLatin1StringView templateFile("/TJmode.tjmod");
-constexpr QLatin1StringView lockFile("/elevenfive.lock");
-
-std::unique_ptr<QLockFile> lockFolder(const QString& folder) {
-  if (!QFileInfo(folder).isDir())
-    throw FileError(u"找不到程序文件夹 %1。"_s.arg(folder));
-  auto lock = std::make_unique<QLockFile>(folder + lockFile);
-  lock->setStaleLockTime(0);  // only a process that has ended leaves a stale lock
-  if (lock->tryLock(0))
-    return lock;
-  if (lock->error() == QLockFile::LockFailedError)
-    throw AlreadyRunning(u"程序正在运行,不允许同时打开多个!!!"_s);
-  throw FileError(u"无法在文件夹 %1 中写入文件。"_s.arg(folder));
+/// Both files called elevenfive.dat need a folder of their own.
+DataFolders apart(DataFolders folders) {
+  if (QFileInfo(folders.program).absoluteFilePath() == QFileInfo(folders.temporary).absoluteFilePath() ||
+      (QFileInfo::exists(folders.program) &&
+       QFileInfo(folders.program).canonicalFilePath() == QFileInfo(folders.temporary).canonicalFilePath()))
+    folders.temporary = folders.program + u"/Temp"_s;
+  return folders;
 }
 
-/// The journal that a closed store leaves beside its file.
-void removeJournal(const QString& path) {
-  QFile::remove(path + u"-journal"_s);
+std::vector<FolderLock> lockFolders(const DataFolders& folders, FileAccess& files) {
+  if (!QFileInfo(folders.program).isDir())
+    throw FileError(u"找不到程序文件夹 %1。"_s.arg(folders.program));
+  files.makeFolder(folders.temporary);
+  std::vector<FolderLock> locks;
+  locks.emplace_back(folders.program);
+  locks.emplace_back(folders.temporary);
+  return locks;
 }
 
-/// A fresh store beside its place, put there only when it is whole.
-void createStore(const QString& path, StoreKind kind) {
-  const QString fresh = path + u".new"_s;
-  QFile::remove(fresh);
-  try {
-    Store store(fresh, StoreAccess::create);
+/// Runs the start's file steps, so that the store can be opened behind them.
+DataFile& made(DataFile& data, const std::function<void()>& unpacked) {
+  data.unpack();
+  if (unpacked)
+    unpacked();
+  data.prepare();
+  return data;
+}
+
+/// SQLite counts its writing transactions in the file's header.
+quint32 changeCounter(const QString& path) {
+  constexpr qint64 place = 24;
+  QFile file(path);
+  std::array<char, 4> bytes{};
+  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || !file.seek(place) ||
+      file.read(bytes.data(), bytes.size()) != qint64{bytes.size()})
+    throw FileError(u"无法读取文件 %1。"_s.arg(path));
+  return qFromBigEndian<quint32>(bytes.data());
+}
+
+/// A fresh store in a scratch file.
+void createStore(FileAccess& files, const QString& path, StoreKind kind) {
+  files.remove(path);
+  {
+    Store store(path, StoreAccess::create);
     createSchema(store, kind);
-  } catch (...) {
-    QFile::remove(fresh);
-    removeJournal(fresh);
-    throw;
   }
-  removeJournal(fresh);
-  removeJournal(path);  // what a crash left for the old store must not be played back into the new one
-  std::error_code fault;
-  std::filesystem::rename(fresh.toStdString(), path.toStdString(), fault);  // replaces an old one in one step
-  if (fault) {
-    QFile::remove(fresh);
-    throw FileError(u"无法写入文件 %1。"_s.arg(path));
-  }
+  files.remove(path + u"-journal"_s);
 }
 
 bool isWritableFolder(const QString& folder) {
   return QFileInfo(folder).isDir() && QFileInfo(folder).isWritable();
 }
 
+/// Where an installation keeps the files that a user's folder begins with.
+DataFolders shippedFolder() {
+  return {QCoreApplication::applicationDirPath() + u"/../share/elevenfive"_s, {}};
+}
+
 }  // namespace
 
-Workspace::Workspace(const Folders& folders)
-    : folders_(folders),
-      lock_(lockFolder(folders.program)),
-      gConn(folders.program + dataFile, StoreAccess::readWrite) {
+Workspace::Workspace(const Folders& folders, const Options& options)
+    : folders_(apart(folders)),
+      locks_(lockFolders(folders_, options.files ? *options.files : realFiles())),
+      data_(folders_, options.files ? *options.files : realFiles()),
+      gConn((made(data_, options.unpacked), folders_.workingFile()), StoreAccess::readWrite) {
   checkSchema(gConn, StoreKind::main);
+  changeCounter_ = changeCounter(gConn.path());
   gUserMode = gConn.value("读取用户模式", "SELECT 模式 FROM 用户模式").value_or(0);
 }
 
-Workspace::~Workspace() = default;
+Workspace::~Workspace() {
+  try {
+    close();
+  } catch (const Error&) {
+    // Nothing is lost: the working database stays.
+  }
+}
 
-void Workspace::create(const Folders& folders, bool force) {
-  if (!QDir().mkpath(folders.program))
-    throw FileError(u"无法建立文件夹 %1。"_s.arg(folders.program));
-  const std::unique_ptr<QLockFile> lock = lockFolder(folders.program);
+bool Workspace::hasChanged() const {
+  return changeCounter(gConn.path()) != changeCounter_;
+}
+
+void Workspace::close() {
+  if (closed_)
+    return;
+  gConn.close();
+  if (hasChanged() || data_.needsPutBack())
+    data_.putBack();
+  else
+    data_.discard();
+  closed_ = true;
+  locks_.clear();
+}
+
+void Workspace::abandon() noexcept {
+  if (closed_)
+    return;
+  gConn.close();
+  data_.discard();
+  closed_ = true;
+  locks_.clear();
+}
+
+void Workspace::create(const Folders& given, bool force, FileAccess& files) {
+  const Folders folders = apart(given);
+  files.makeFolder(folders.program);
+  const std::vector<FolderLock> locks = lockFolders(folders, files);
   if (exists(folders) && !force)
     throw FileError(u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folders.program));
-  createStore(folders.program + templateFile, StoreKind::conditionTemplate);
-  createStore(folders.program + dataFile, StoreKind::main);
+  DataFile data(folders, files);
+  if (exists(folders))
+    data.keepPack(folders.packedFile());
+
+  createStore(files, folders.userScratch(), StoreKind::conditionTemplate);
+  replaceByCopy(files, folders.userScratch(), folders.templateFile());
+  files.remove(folders.userScratch());
+
+  const QString icon = folders.mainScratch() + u".ico"_s;
+  const QByteArray picture = sideIcon();
+  createStore(files, folders.mainScratch(), StoreKind::main);
+  replaceFile(
+      files, icon, [&](OutputFile& file) { file.write(picture.constData(), picture.size()); }, [](const QString&) {});
+  writePack(folders.mainScratch(), icon, folders.packedFile(), files);
+  if (QFileInfo::exists(folders.packInTransit()))
+    replaceByCopy(files, folders.packedFile(), folders.packInTransit());
+  files.remove(folders.mainScratch());
+  files.remove(icon);
 }
 
 bool Workspace::exists(const Folders& folders) {
-  return QFileInfo::exists(folders.program + dataFile);
+  return QFileInfo::exists(folders.packedFile());
 }
 
 Workspace::Folders Workspace::defaultFolders() {
@@ -96,6 +160,23 @@ Workspace::Folders Workspace::defaultFolders() {
   if (!exists(folders) && !isWritableFolder(folders.program))
     folders.program = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
   return folders;
+}
+
+void Workspace::install(const Folders& folders) {
+  for (const QString& path :
+       {folders.packedFile(), folders.backupFile(), folders.templateFile(), folders.bakFolder(), folders.workingFile()})
+    if (QFileInfo::exists(path))
+      return;
+  const Folders shipped = shippedFolder();
+  if (!exists(shipped)) {
+    create(folders, false);
+    return;
+  }
+  FileAccess& files = realFiles();
+  files.makeFolder(folders.program);
+  const FolderLock lock(folders.program);
+  replaceByCopy(files, shipped.templateFile(), folders.templateFile());
+  replaceByCopy(files, shipped.packedFile(), folders.packedFile());
 }
 
 }  // namespace elevenfive

@@ -1,47 +1,77 @@
 // The open workspace: the one object that owns the working database and what lives as long as it is open.
+//
+// Its construction is the program's start, close() its end: between the two the data lies unpacked in the temporary folder.
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <array>
-#include <memory>
+#include <functional>
+#include <vector>
 
+#include "model/datafile.h"
+#include "model/fileaccess.h"
+#include "model/folderlock.h"
+#include "model/folders.h"
 #include "model/numbers.h"
 #include "model/store.h"
-
-class QLockFile;
 
 namespace elevenfive {
 
 class Workspace final {
  public:
-  /// Where the program keeps its files. Paths have no trailing separator.
-  struct Folders {
-    QString program;    ///< data file, template, backup
-    QString temporary;  ///< working database
+  using Folders = DataFolders;
+
+  /// What a start may be given beside its folders.
+  struct Options {
+    FileAccess* files = nullptr;     ///< null: the disk itself
+    std::function<void()> unpacked;  ///< called once the data is unpacked and this is the only instance
   };
 
-  /// Takes the single-instance lock and opens the data of this folder. Throws AlreadyRunning where another instance has it,
-  /// StoreError where the data file is missing, damaged or lacks a table.
-  explicit Workspace(const Folders& folders);
+  /// Takes the single-instance locks, unpacks the data, keeps what an interrupted run left, restores the backup where that
+  /// is called for, compacts with a new backup and opens. Throws AlreadyRunning where another instance has one of the
+  /// folders, StoreError where no usable data is there, FileError where a file cannot be read or written.
+  explicit Workspace(const Folders& folders) : Workspace(folders, Options{}) {}
+  Workspace(const Folders& folders, const Options& options);
+  /// close() where it was not called; a fault goes unheard, and the next start keeps the changes in Bak.
   ~Workspace();
   Workspace(const Workspace&) = delete;
   Workspace& operator=(const Workspace&) = delete;
 
-  /// Writes a fresh data file and template with the default rows into the folder. Throws FileError where one stands there
-  /// already and force is not given; the old ones are replaced only by complete new ones.
-  static void create(const Folders& folders, bool force);
+  /// Closes gConn and, where anything has changed, puts the data back: packed into Bak, copied over the packed data file.
+  /// Throws StoreError or FileError where that fails; the old packed data file then still stands, the changes stay in the
+  /// working database, and another call tries again. Further calls after a success do nothing.
+  void close();
 
-  /// Whether the folder holds a data file.
+  /// Ends the run with nothing saved: the packed data file stays as it is and the working database goes.
+  void abandon() noexcept;
+
+  /// Writes a fresh packed data file and template with the default rows into the folder. Throws FileError where one stands
+  /// there already and force is not given; old ones are replaced only by complete new ones, and the old data goes to Bak.
+  static void create(const Folders& folders, bool force, FileAccess& files = realFiles());
+
+  /// Whether the folder holds a packed data file.
   static bool exists(const Folders& folders);
 
   /// The folder of the executable where it holds or can hold the data file, else the user's application data folder.
   static Folders defaultFolders();
 
+  /// Fills a program folder in which nothing of the program stands yet: from the installed files where there are any, else
+  /// with fresh ones. A folder that holds any of its files is left alone.
+  static void install(const Folders& folders);
+
   [[nodiscard]] const Folders& folders() const noexcept { return folders_; }
+
+  /// What the person should know about this start, one sentence each: a damaged file, interrupted work that was kept.
+  [[nodiscard]] const QStringList& notices() const noexcept { return data_.notices(); }
+
+  /// Whether anything was written since the start.
+  [[nodiscard]] bool hasChanged() const;
 
  private:
   Folders folders_;
-  std::unique_ptr<QLockFile> lock_;
+  std::vector<FolderLock> locks_;
+  DataFile data_;
 
  public:
   Store gConn;  ///< the one connection to the working database
@@ -49,6 +79,10 @@ class Workspace final {
   int gUserMode = 0;  ///< 0 not asked yet, 1 one user, 2 several
   QString gUserName;
   std::array<int, numberCount + 1> yilouNow{};  ///< current miss by number; slot 0 the largest of them
+
+ private:
+  quint32 changeCounter_ = 0;  ///< of the working database when it was opened
+  bool closed_ = false;
 };
 
 }  // namespace elevenfive

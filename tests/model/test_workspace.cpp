@@ -1,28 +1,191 @@
 #include "model/workspace.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <string>
-
-#include "model/errors.h"
-#include "tests/support/testworkspace.h"
+#include "model/compaction.h"
+#include "model/sideicon.h"
+#include "tests/model/datalife.h"
 
 namespace elevenfive {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-template <typename Call>
-std::string faultOf(Call&& call) {
+using WorkspaceLife = DataLife;
+
+QString messageOf(const std::function<void()>& call) {
   try {
     call();
   } catch (const Error& fault) {
-    return fault.message().toStdString();
+    return fault.message();
   }
-  return "no fault";
+  return u"no fault"_s;
+}
+
+TEST_F(WorkspaceLife, AFreshFolderHoldsThePackWithItsIconAndTheTemplate) {
+  EXPECT_EQ(programFiles(), (QStringList{u"TJmode.tjmod"_s, u"elevenfive.dat"_s}));
+  QFile pack(folders.packedFile());
+  ASSERT_TRUE(pack.open(QIODevice::ReadOnly));
+  const auto lengths = readPackLengths(pack);
+  ASSERT_TRUE(lengths);
+  EXPECT_EQ(lengths->second, 4286U);
+  EXPECT_EQ(pack.size(), 8 + qint64{lengths->first} + 4286);
+  EXPECT_NO_THROW(checkDatabase(folders.templateFile(), StoreKind::conditionTemplate));
+}
+
+TEST_F(WorkspaceLife, TheIconIsOnePictureOf32PointsIn32Bits) {
+  const QByteArray icon = sideIcon();
+  EXPECT_EQ(icon.size(), 4286);
+  EXPECT_EQ(icon.left(14).toHex(), "0000010001002020000001002000");
+}
+
+TEST_F(WorkspaceLife, WhatARunChangedIsThereAtTheNextStart) {
+  runWriting(7);
+  EXPECT_EQ(nextStart(), 7);
+}
+
+TEST_F(WorkspaceLife, AfterACloseThePackInBakEqualsThePackedDataFile) {
+  runWriting(7);
+  EXPECT_EQ(read(folders.packInTransit()), read(folders.packedFile()));
+  EXPECT_GT(read(folders.packedFile()).size(), 4286);
+}
+
+TEST_F(WorkspaceLife, AfterACloseNothingStaysInTheTemporaryFolder) {
+  runWriting(7);
+  EXPECT_EQ(QDir(folders.temporary).entryList(QDir::Files), QStringList());
+}
+
+TEST_F(WorkspaceLife, ARunThatChangesNothingLeavesThePackedDataFileAlone) {
+  const QByteArray before = read(folders.packedFile());
+  {
+    Workspace workspace(folders);
+    EXPECT_EQ(valueOf(workspace.gConn), 5);
+    EXPECT_FALSE(workspace.hasChanged());
+    workspace.close();
+  }
+  EXPECT_EQ(read(folders.packedFile()), before);
+  EXPECT_FALSE(QFile::exists(folders.packInTransit()));
+}
+
+TEST_F(WorkspaceLife, ClosingTwiceIsClosingOnce) {
+  Workspace workspace(folders);
+  setValue(workspace.gConn, 7);
+  workspace.close();
+  EXPECT_NO_THROW(workspace.close());
+  EXPECT_EQ(nextStart(), 7);
+}
+
+TEST_F(WorkspaceLife, ASecondInstanceIsRefusedAndTouchesNothing) {
+  Workspace first(folders);
+  setValue(first.gConn, 7);
+  const QByteArray working = read(folders.workingFile());
+  const QByteArray backup = read(folders.backupFile());
+  EXPECT_EQ(messageOf([&] { Workspace second(folders); }), u"程序正在运行,不允许同时打开多个!!!"_s);
+  EXPECT_THROW(Workspace second(folders), AlreadyRunning);
+  EXPECT_EQ(read(folders.workingFile()), working);
+  EXPECT_EQ(read(folders.backupFile()), backup);
+  setValue(first.gConn, 8);
+  first.close();
+  EXPECT_EQ(nextStart(), 8);
+}
+
+TEST_F(WorkspaceLife, TwoProgramFoldersCannotWorkInOneTemporaryFolder) {
+  const Workspace::Folders other{folder.filePath(u"other"_s), folders.temporary};
+  Workspace::create(other, false);
+  Workspace first(folders);
+  EXPECT_THROW(Workspace second(other), AlreadyRunning);
+  first.close();
+  EXPECT_NO_THROW(Workspace second(other));
+}
+
+TEST_F(WorkspaceLife, OneFolderCanServeForBoth) {
+  const Workspace::Folders same{folder.filePath(u"same"_s), folder.filePath(u"same"_s)};
+  Workspace::create(same, false);
+  {
+    Workspace workspace(same);
+    setValue(workspace.gConn, 7);
+    workspace.close();
+  }
+  Workspace workspace(same);
+  EXPECT_EQ(valueOf(workspace.gConn), 7);
+  EXPECT_NE(workspace.folders().temporary, same.program);
+}
+
+TEST_F(WorkspaceLife, AProgramFolderThatIsMissingIsNamed) {
+  const Workspace::Folders none{folder.filePath(u"none"_s), folders.temporary};
+  EXPECT_EQ(messageOf([&] { Workspace workspace(none); }), u"找不到程序文件夹 %1。"_s.arg(none.program));
+}
+
+TEST_F(WorkspaceLife, CreateRefusesAFolderThatHasAPackedDataFile) {
+  const QByteArray before = read(folders.packedFile());
+  EXPECT_EQ(messageOf([&] { Workspace::create(folders, false); }),
+            u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folders.program));
+  EXPECT_EQ(read(folders.packedFile()), before);
+}
+
+TEST_F(WorkspaceLife, AForcedCreateBeginsAnewAndKeepsTheOldDataInBak) {
+  runWriting(7);
+  Workspace::create(folders, true);
+  ASSERT_EQ(keptCopies().size(), 1);
+  EXPECT_EQ(valueInFile(folders.bakFolder() + u'/' + keptCopies().first()), 7);
+  Workspace workspace(folders);
+  EXPECT_EQ(valueOf(workspace.gConn), 5);
+  EXPECT_EQ(workspace.notices(), QStringList());
+}
+
+TEST_F(WorkspaceLife, CreateIsRefusedWhileAnInstanceRuns) {
+  Workspace first(folders);
+  EXPECT_THROW(Workspace::create(folders, true), AlreadyRunning);
+}
+
+TEST_F(WorkspaceLife, InstallFillsAnEmptyFolderOnly) {
+  const Workspace::Folders fresh{folder.filePath(u"fresh"_s), folder.filePath(u"fresh temp"_s)};
+  Workspace::install(fresh);
+  EXPECT_TRUE(Workspace::exists(fresh));
+
+  QFile::remove(folders.packedFile());  // its template still stands
+  Workspace::install(folders);
+  EXPECT_FALSE(Workspace::exists(folders));
+}
+
+TEST_F(WorkspaceLife, AnObjectThatGoesWithoutACloseStillPutsItsChangesBack) {
+  {
+    Workspace workspace(folders);
+    setValue(workspace.gConn, 7);
+  }
+  EXPECT_EQ(nextStart(), 7);
+}
+
+TEST_F(WorkspaceLife, AnAbandonedRunLeavesThePackedDataFileAndNoCopy) {
+  runWriting(7);
+  {
+    Workspace workspace(folders);
+    setValue(workspace.gConn, 8);
+    workspace.abandon();
+  }
+  EXPECT_EQ(nextStart(), 7);
+  EXPECT_EQ(keptCopies(), QStringList());
+}
+
+TEST_F(WorkspaceLife, TheUserModeIsReadAtTheStart) {
+  {
+    Workspace workspace(folders);
+    EXPECT_EQ(workspace.gUserMode, 0);
+    workspace.gConn.execute("test", "UPDATE 用户模式 SET 模式 = 2");
+    workspace.close();
+  }
+  EXPECT_EQ(Workspace(folders).gUserMode, 2);
+}
+
+TEST_F(WorkspaceLife, TheCallAfterUnpackingSeesTheWorkingDatabaseButNoBackupYet) {
+  bool seen = false;
+  Workspace::Options options;
+  options.unpacked = [&] {
+    seen = true;
+    EXPECT_TRUE(QFile::exists(folders.workingFile()));
+    EXPECT_FALSE(QFile::exists(folders.backupFile()));
+  };
+  Workspace workspace(folders, options);
+  EXPECT_TRUE(seen);
+  EXPECT_TRUE(QFile::exists(folders.backupFile()));
 }
 
 /// All files of a folder with their bytes.
@@ -55,14 +218,6 @@ TEST_F(WorkspaceFolder, CreatingMakesAMissingFolder) {
   EXPECT_TRUE(Workspace::exists(folders));
 }
 
-TEST_F(WorkspaceFolder, CreatingRefusesWhereADataFileStandsAndTouchesNothing) {
-  Workspace::create(folders, false);
-  const auto before = contentOf(folder.path());
-  EXPECT_EQ(faultOf([&] { Workspace::create(folders, false); }),
-            u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folder.path()).toStdString());
-  EXPECT_EQ(contentOf(folder.path()), before);
-}
-
 TEST_F(WorkspaceFolder, ForcedCreatingBringsTheDefaultRowsBack) {
   Workspace::create(folders, false);
   {
@@ -84,16 +239,6 @@ TEST_F(WorkspaceFolder, CreatingReplacesALeftoverOfACreationThatWasCutOff) {
   EXPECT_FALSE(leftover.exists());
 }
 
-TEST_F(WorkspaceFolder, ForcedCreatingLeavesNoJournalThatCouldBePlayedBackIntoTheNewFile) {
-  Workspace::create(folders, false);
-  QFile journal(folder.filePath(u"elevenfive.dat-journal"_s));
-  ASSERT_TRUE(journal.open(QIODevice::WriteOnly));
-  journal.write(QByteArray(4096, 'j'));
-  journal.close();
-  Workspace::create(folders, true);
-  EXPECT_FALSE(journal.exists());
-}
-
 TEST_F(WorkspaceFolder, CreatingWhereAFileStandsInTheFoldersPlaceIsAFault) {
   QFile file(folder.filePath(u"x"_s));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -101,23 +246,9 @@ TEST_F(WorkspaceFolder, CreatingWhereAFileStandsInTheFoldersPlaceIsAFault) {
   EXPECT_THROW(Workspace::create(folders, false), FileError);
 }
 
-TEST_F(WorkspaceFolder, OpeningAMissingFolderNamesItAndMakesNothing) {
-  folders.program = folder.filePath(u"缺"_s);
-  EXPECT_EQ(faultOf([&] { const Workspace workspace(folders); }),
-            u"找不到程序文件夹 %1。"_s.arg(folders.program).toStdString());
-  EXPECT_FALSE(QDir(folders.program).exists());
-}
-
 TEST_F(WorkspaceFolder, OpeningAFolderWithoutADataFileIsAFaultAndMakesNone) {
   EXPECT_THROW(const Workspace workspace(folders), StoreError);
   EXPECT_TRUE(contentOf(folder.path()).isEmpty());
-}
-
-TEST_F(WorkspaceFolder, ASecondInstanceIsRefusedWithItsSentence) {
-  Workspace::create(folders, false);
-  const Workspace first(folders);
-  EXPECT_THROW(const Workspace second(folders), AlreadyRunning);
-  EXPECT_EQ(faultOf([&] { const Workspace second(folders); }), "程序正在运行,不允许同时打开多个!!!");
 }
 
 TEST_F(WorkspaceFolder, ASecondInstanceTouchesNothing) {
@@ -150,34 +281,6 @@ TEST_F(WorkspaceFolder, TwoFoldersAreTwoInstances) {
   Workspace::create(otherFolders, false);
   const Workspace first(folders);
   EXPECT_NO_THROW(const Workspace second(otherFolders));
-}
-
-TEST_F(WorkspaceFolder, ADataFileThatLacksATableIsRefusedByItsName) {
-  Workspace::create(folders, false);
-  {
-    Workspace workspace(folders);
-    workspace.gConn.execute("test", "DROP TABLE 概率表");
-  }
-  EXPECT_EQ(faultOf([&] { const Workspace workspace(folders); }), "数据文件不完整，缺少：概率表。");
-}
-
-TEST_F(WorkspaceFolder, ADataFileThatLacksAColumnIsRefusedByItsName) {
-  Workspace::create(folders, false);
-  {
-    Workspace workspace(folders);
-    workspace.gConn.execute("test", "ALTER TABLE 历史记录 DROP COLUMN 间距七");
-  }
-  EXPECT_EQ(faultOf([&] { const Workspace workspace(folders); }), "数据文件不完整，缺少：历史记录.间距七。");
-}
-
-TEST_F(WorkspaceFolder, ReadsTheUserModeAtOpening) {
-  Workspace::create(folders, false);
-  {
-    Workspace workspace(folders);
-    EXPECT_EQ(workspace.gUserMode, 0);
-    workspace.gConn.execute("test", "UPDATE 用户模式 SET 模式 = 2");
-  }
-  EXPECT_EQ(Workspace(folders).gUserMode, 2);
 }
 
 TEST(Workspace, DefaultRowsSurviveClosingAndOpening) {

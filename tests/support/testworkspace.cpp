@@ -9,20 +9,27 @@ using namespace Qt::StringLiterals;
 TestWorkspace::TestWorkspace() {
   if (!folder_.isValid())
     throw std::runtime_error("no temporary folder");
-  folders = {folder_.path(), folder_.path()};
-  Workspace::create(folders, false);
+  folders = {folder_.filePath(u"program"_s), folder_.filePath(u"temp"_s)};
+  Workspace::create(folders, false, files_);
   reopen();
 }
 
 void TestWorkspace::reopen() {
+  close();
+  workspace_ = std::make_unique<Workspace>(folders, Workspace::Options{&files_, {}});
+}
+
+void TestWorkspace::close() {
+  if (workspace_)
+    workspace_->close();
   workspace_.reset();
-  workspace_ = std::make_unique<Workspace>(folders);
 }
 
 void TestWorkspace::addDraws(const QString& lines) {
   StoreTransaction transaction(store());
-  Statement insert = store().query("test", "INSERT OR REPLACE INTO 历史记录 (期号, 开奖日期, 号码1, 号码2, 号码3, 号码4, "
-                                           "号码5, 已完成) VALUES (?, 43000, ?, ?, ?, ?, ?, 'Y')");
+  Statement insert = store().query("test",
+                                   "INSERT OR REPLACE INTO 历史记录 (期号, 开奖日期, 号码1, 号码2, 号码3, 号码4, "
+                                   "号码5, 已完成) VALUES (?, 43000, ?, ?, ?, ?, ?, 'Y')");
   for (const QString& line : lines.split(u'\n', Qt::SkipEmptyParts)) {
     const qsizetype blank = line.trimmed().indexOf(u' ');
     const Draw draw = drawFrom(line.trimmed().mid(blank + 1));

@@ -8,6 +8,7 @@
 #include <ostream>
 
 #include "model/workspace.h"
+#include "tests/support/faultyfiles.h"
 
 namespace elevenfive {
 
@@ -20,9 +21,9 @@ class TestWorkspace final {
   [[nodiscard]] Store& store() { return workspace_->gConn; }
   [[nodiscard]] Workspace& workspace() { return *workspace_; }
 
-  /// Closes the data and opens it again, as a second start of the program would.
+  /// Closes the data, which puts it back into its packed file, and opens it again as a second start of the program would.
   void reopen();
-  void close() { workspace_.reset(); }
+  void close();
 
   /// Puts draws into the history, one a line: "11031510 01 02 03 04 05". Derived columns stay empty.
   void addDraws(const QString& lines);
@@ -32,6 +33,7 @@ class TestWorkspace final {
 
  private:
   QTemporaryDir folder_;
+  UnflushedFiles files_;
   std::unique_ptr<Workspace> workspace_;
 };
 

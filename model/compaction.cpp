@@ -1,0 +1,86 @@
+#include "model/compaction.h"
+
+#include <QFileInfo>
+#include <vector>
+
+#include "model/errors.h"
+#include "model/store.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// How many rows each table of a kind has, in the order of the schema.
+std::vector<int> rowCounts(const QString& path, StoreKind kind) {
+  Store store(path, StoreAccess::readOnly);
+  std::vector<int> counts;
+  for (const Table& table : schemaTables(kind))
+    counts.push_back(
+        store.value("核对数据表", u"SELECT COUNT(*) FROM \"%1\""_s.arg(table.name).toStdString()).value_or(0));
+  return counts;
+}
+
+void compact(const QString& path, const QString& scratch, StoreKind kind, FileAccess& files) {
+  files.remove(scratch);
+  {
+    Store store(path, StoreAccess::readOnly);
+    store.execute("压缩数据文件", "VACUUM INTO ?", scratch);
+  }
+  if (rowCounts(path, kind) != rowCounts(scratch, kind))
+    throw FileError(u"压缩数据文件后核对失败。"_s);
+  files.rename(scratch, path);
+}
+
+QString compactDb(const QString& path, bool takeBackup, const DataFolders& folders, const QString& scratch,
+                  StoreKind kind, FileAccess& files) {
+  if (!QFileInfo::exists(path))
+    return {};
+  QString fault;
+  try {
+    if (takeBackup)
+      replaceByCopy(files, path, folders.backupFile());
+  } catch (const Error& error) {
+    fault = error.message();
+  }
+  try {
+    compact(path, scratch, kind, files);
+  } catch (const Error& error) {
+    if (fault.isEmpty())
+      fault = error.message();
+    try {
+      files.remove(scratch);
+    } catch (const FileError&) {
+      // The next compaction removes it first.
+    }
+  }
+  return fault;
+}
+
+}  // namespace
+
+void checkDatabase(const QString& path, StoreKind kind) {
+  try {
+    Store store(path, StoreAccess::readOnly);
+    checkSchema(store, kind);
+    Statement check = store.query("检查数据库", "PRAGMA integrity_check(1)");
+    if (!check.next() || check.text(0) != u"ok"_s)
+      throw DamagedData(u"数据库已损坏"_s);
+  } catch (const StoreError& fault) {
+    QString reason = fault.message();
+    if (reason.endsWith(u'。'))
+      reason.chop(1);
+    throw DamagedData(reason);
+  }
+}
+
+QString compactMainDb(const QString& path, bool takeBackup, const DataFolders& folders, FileAccess& files) {
+  return compactDb(path, takeBackup, folders, folders.mainScratch(), StoreKind::main, files);
+}
+
+QString compactUserDb(const QString& path, bool takeBackup, const DataFolders& folders, FileAccess& files) {
+  return compactDb(path, takeBackup, folders, folders.userScratch(), StoreKind::conditionTemplate, files);
+}
+
+}  // namespace elevenfive

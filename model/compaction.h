@@ -1,0 +1,27 @@
+// Compaction and soundness of database files.
+#pragma once
+
+#include <QString>
+
+#include "model/fileaccess.h"
+#include "model/folders.h"
+#include "model/schema.h"
+
+namespace elevenfive {
+
+/// Throws DamagedData with the reason where a file is no database, its pages, indexes or values are not sound, or it lacks
+/// a table or column of its kind.
+void checkDatabase(const QString& path, StoreKind kind);
+
+/// Compacts the main database in place; first copies it to the plain backup where takeBackup is set. A missing file is
+/// passed over. The backup and the database are replaced only by complete, checked files, so each fault leaves them as they
+/// were and is ignored; the first one's sentence is the result, empty where all went well. The compacted file is not
+/// flushed: the working database lasts for one run.
+QString compactMainDb(const QString& path, bool takeBackup, const DataFolders& folders,
+                      FileAccess& files = realFiles());
+
+/// The same for a user's file or a copy of the template.
+QString compactUserDb(const QString& path, bool takeBackup, const DataFolders& folders,
+                      FileAccess& files = realFiles());
+
+}  // namespace elevenfive

@@ -1,0 +1,242 @@
+#include "model/datafile.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+
+#include "model/compaction.h"
+#include "model/errors.h"
+#include "model/packfile.h"
+#include "model/sideicon.h"
+#include "model/store.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// What SQLite may leave beside a database whose process was ended.
+constexpr QLatin1StringView journalSuffixes[] = {QLatin1StringView("-journal"), QLatin1StringView("-wal"),
+                                                 QLatin1StringView("-shm")};
+
+/// A name beside a file that nothing has yet.
+QString freeName(const QString& path) {
+  const QString stamped = path + QDateTime::currentDateTime().toString(u"'.damaged-'yyyyMMdd-HHmmss"_s);
+  QString name = stamped;
+  for (int n = 2; QFileInfo::exists(name); ++n)
+    name = stamped + u"-%1"_s.arg(n);
+  return name;
+}
+
+}  // namespace
+
+DataFile::DataFile(const DataFolders& folders, FileAccess& files)
+    : folders_(folders), files_(files), copies_(folders.bakFolder(), files) {}
+
+bool DataFile::packToBak() {
+  try {
+    writePackToBak();
+    return true;
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+bool DataFile::unpackToTemp() {
+  try {
+    readPackedFile();
+    return true;
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+void DataFile::unpack() {
+  files_.makeFolder(folders_.temporary);
+  keepInterrupted();
+  keepStrayPack();
+  if (!QFileInfo::exists(folders_.packedFile())) {
+    useAnother({});
+    return;
+  }
+  try {
+    readPackedFile();
+  } catch (const DamagedData& damage) {
+    useAnother(damage.message());
+  }
+}
+
+void DataFile::prepare() {
+  if (!QFileInfo::exists(folders_.workingFile()))
+    restoreBackup();
+  if (!QFileInfo::exists(folders_.sideFile()))
+    writeSideFile();
+  const QString fault = compactMainDb(folders_.workingFile(), true, folders_, files_);
+  if (!fault.isEmpty()) {
+    notices_ << fault;
+  } else if (QFileInfo(folders_.workingFile()).size() >= largestCompacted) {
+    replaceByCopy(files_, folders_.backupFile(), folders_.workingFile());
+  }
+  settleInterrupted();
+}
+
+void DataFile::putBack() {
+  try {
+    checkDatabase(folders_.workingFile(), StoreKind::main);
+  } catch (const DamagedData& damage) {
+    throw StoreError(u"工作数据库已损坏（%1），没有写回，原来的数据文件没有改动。"_s.arg(damage.message()));
+  }
+  try {
+    if (!QFileInfo::exists(folders_.sideFile()))
+      writeSideFile();
+    writePackToBak();
+    replaceByCopy(files_, folders_.packInTransit(), folders_.packedFile());
+  } catch (const FileError& fault) {
+    throw FileError(fault.message() + u"本次的改动没有写回数据文件，还保存在 %1 中。"_s.arg(folders_.workingFile()));
+  }
+  discard();
+}
+
+void DataFile::discard() noexcept {
+  try {
+    files_.remove(folders_.workingFile());
+    removeJournals();
+    files_.remove(folders_.sideFile());
+  } catch (const FileError&) {
+    // What is left equals what was packed; the next start sees that and replaces it.
+  }
+}
+
+QString DataFile::keepPack(const QString& packFile) {
+  const QString database = folders_.mainScratch();
+  const QString icon = database + u".ico"_s;
+  QString copy;
+  try {
+    readPack(packFile, icon, database, files_, [](const QString& fresh) { checkDatabase(fresh, StoreKind::main); });
+    copy = copies_.keep(database);
+  } catch (const DamagedData&) {
+    // Nothing in it that could be kept.
+  }
+  files_.remove(database);
+  files_.remove(icon);
+  return copy;
+}
+
+void DataFile::writePackToBak() {
+  files_.makeFolder(folders_.bakFolder());
+  writePack(folders_.workingFile(), folders_.sideFile(), folders_.packInTransit(), files_);
+}
+
+/// The journal of the former working database must be gone before another one takes its name: it would be rolled back into
+/// the new one.
+void DataFile::readPackedFile() {
+  readPack(folders_.packedFile(), folders_.sideFile(), folders_.workingFile(), files_, [&](const QString& fresh) {
+    checkDatabase(fresh, StoreKind::main);
+    removeJournals();
+  });
+}
+
+/// A working database that is there now was left by a run that did not end: it goes to Bak before anything replaces it,
+/// unless it holds just what the pack holds.
+void DataFile::keepInterrupted() {
+  const QString& working = folders_.workingFile();
+  if (QFileInfo(working).size() == 0)
+    return;
+  bool readable = true;
+  try {
+    // Opening it undoes what its last transaction did not finish. Nothing less than a writing connection does that.
+    Store store(working, StoreAccess::readWrite);
+  } catch (const StoreError&) {
+    readable = false;
+  }
+  if (packHolds(folders_.packedFile(), working))
+    return;
+  const QStringList before = copies_.list();
+  const QString copy = copies_.keep(working);
+  const QString journal = working + journalSuffixes[0];
+  if (!readable && QFileInfo(journal).size() > 0)
+    replaceByCopy(files_, journal, copy + journalSuffixes[0]);
+  if (!before.contains(copy))
+    interrupted_ = copy;
+}
+
+/// The pack in Bak differs from the packed data file only where the last step of a close failed, or where someone has taken
+/// the packed data file away or damaged it: then it may be the newest work there is.
+void DataFile::keepStrayPack() {
+  const QString& stray = folders_.packInTransit();
+  if (!QFileInfo(stray).isFile() || sameContent(stray, folders_.packedFile()))
+    return;
+  const QStringList before = copies_.list();
+  const QString copy = keepPack(stray);
+  if (!copy.isEmpty() && !before.contains(copy))
+    notices_ << u"上次退出时的数据没有写回数据文件，已保存为 %1。"_s.arg(copy);
+}
+
+bool DataFile::isUsable(const QString& path) const {
+  if (!QFileInfo(path).isFile())
+    return false;
+  try {
+    checkDatabase(path, StoreKind::main);
+    return true;
+  } catch (const DamagedData&) {
+    return false;
+  }
+}
+
+/// Chooses what takes the place of a pack that is missing (no reason) or damaged. With no pack at all a working database that
+/// is still there goes before the backup; with a damaged one the backup goes first.
+void DataFile::useAnother(const QString& reason) {
+  const bool missing = reason.isEmpty();
+  const bool hasBackup = isUsable(folders_.backupFile());
+  const bool useWorking = (missing || !hasBackup) && isUsable(folders_.workingFile());
+  if (!useWorking && !hasBackup) {
+    if (!missing)
+      throw StoreError(u"数据文件已损坏（%1），没有可用的备份，程序无法启动。"_s.arg(reason));
+    throw StoreError(QFileInfo::exists(folders_.backupFile())
+                         ? u"找不到数据文件，备份文件已损坏，程序无法启动。"_s
+                         : u"找不到数据文件，也没有备份，程序无法启动，请重新安装！"_s);
+  }
+  if (!missing) {
+    const QString name = freeName(folders_.packedFile());
+    files_.rename(folders_.packedFile(), name);
+    notices_ << u"数据文件已损坏（%1），已改用%2；损坏的文件保留为 %3。"_s.arg(
+        reason, useWorking ? u"上次没有保存的数据"_s : u"备份"_s, name);
+  } else if (!useWorking) {
+    notices_ << u"找不到数据文件，已改用备份。"_s;
+  }
+  if (!useWorking) {
+    files_.remove(folders_.workingFile());
+    removeJournals();
+  }
+  needsPutBack_ = true;
+}
+
+void DataFile::restoreBackup() {
+  removeJournals();
+  replaceByCopy(files_, folders_.backupFile(), folders_.workingFile());
+}
+
+/// A copy that holds no more than the working database just compacted need not stay.
+void DataFile::settleInterrupted() {
+  if (!interrupted_.isEmpty()) {
+    if (sameContent(interrupted_, folders_.workingFile()))
+      files_.remove(interrupted_);
+    else
+      notices_ << u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(interrupted_);
+  }
+  copies_.prune();
+}
+
+void DataFile::removeJournals() {
+  for (const QLatin1StringView suffix : journalSuffixes)
+    files_.remove(folders_.workingFile() + suffix);
+}
+
+void DataFile::writeSideFile() {
+  const QByteArray icon = sideIcon();
+  replaceFile(
+      files_, folders_.sideFile(), [&](OutputFile& file) { file.write(icon.constData(), icon.size()); },
+      [](const QString&) {});
+}
+
+}  // namespace elevenfive

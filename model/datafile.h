@@ -1,0 +1,79 @@
+// The life of the packed data file across one run: unpacked to the temporary folder, worked on there, packed again.
+//
+//   unpack()    keeps what an interrupted run left, then unpacks the packed data file
+//   prepare()   restores the backup where no working database is there; takes a new backup, compacts, applies the size rule
+//   putBack()   packs the working database into Bak and copies that pack over the packed data file
+//   discard()   drops a working database that nothing has changed
+//
+// Promises: the packed data file is replaced only by a complete, flushed and compared one, so at no instant is there no good
+// copy. A database that is not sound is never started on and never packed. Interrupted work goes to Bak (the newest three
+// stay) before anything replaces it; a damaged pack stays where it is under another name. The folders must be locked.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "model/fileaccess.h"
+#include "model/folders.h"
+#include "model/keptcopies.h"
+
+namespace elevenfive {
+
+class DataFile final {
+ public:
+  DataFile(const DataFolders& folders, FileAccess& files);
+
+  /// Packs the working database and the side file into the folder Bak; false on any fault.
+  bool packToBak();
+  /// Unpacks the packed data file into the temporary folder. False on any fault, a database that is not sound included; what
+  /// stood there stays.
+  bool unpackToTemp();
+
+  /// The first half of a start. Throws FileError where a file cannot be read, written or kept, StoreError where neither the
+  /// pack nor the backup nor a working database is usable; nothing is lost then.
+  void unpack();
+
+  /// The second half; afterwards a sound working database stands in the temporary folder. Throws as unpack() does.
+  void prepare();
+
+  /// Puts the working database back and removes it from the temporary folder. Throws StoreError where it is not sound,
+  /// FileError where a file cannot be written; the packed data file is then the old one and the working database stays, so
+  /// that it can be tried again.
+  void putBack();
+
+  /// Removes the working database and the side file.
+  void discard() noexcept;
+
+  /// What the person should know about this start, one sentence each.
+  [[nodiscard]] const QStringList& notices() const noexcept { return notices_; }
+
+  /// Whether the packed data file must be written at the close even where the run changes nothing.
+  [[nodiscard]] bool needsPutBack() const noexcept { return needsPutBack_; }
+
+  /// Keeps the database of a pack in Bak; an empty path where the pack is missing or not sound.
+  QString keepPack(const QString& packFile);
+
+ private:
+  void keepInterrupted();
+  void keepStrayPack();
+  void readPackedFile();
+  void writePackToBak();
+  void useAnother(const QString& reason);
+  bool isUsable(const QString& path) const;
+  void restoreBackup();
+  void settleInterrupted();
+  void removeJournals();
+  void writeSideFile();
+
+  DataFolders folders_;
+  FileAccess& files_;
+  KeptCopies copies_;
+  QStringList notices_;
+  QString interrupted_;  ///< the copy of the interrupted run's database that this start made
+  bool needsPutBack_ = false;
+};
+
+/// From this size on, in bytes, a compacted working database is replaced by the backup just taken of it.
+inline constexpr qint64 largestCompacted = 51685169;
+
+}  // namespace elevenfive

@@ -1,0 +1,35 @@
+// Copies of work that never reached the packed data file, kept in the folder Bak as plain databases.
+//
+// A copy is called elevenfive-NUMBER-DATE-TIME.bak; the highest number is the newest.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "model/fileaccess.h"
+
+namespace elevenfive {
+
+class KeptCopies final {
+ public:
+  /// So many stay.
+  static constexpr int most = 3;
+
+  KeptCopies(const QString& folder, FileAccess& files) : folder_(folder), files_(files) {}
+
+  /// Paths of the copies, oldest first.
+  [[nodiscard]] QStringList list() const;
+
+  /// Keeps a copy of a file, flushed and compared; returns its path, or that of a copy with the same content that is there
+  /// already. Throws FileError where it cannot be written.
+  QString keep(const QString& path);
+
+  /// Removes all but the newest ones.
+  void prune();
+
+ private:
+  QString folder_;
+  FileAccess& files_;
+};
+
+}  // namespace elevenfive

@@ -1,0 +1,373 @@
+#include "model/datafile.h"
+
+#include "model/compaction.h"
+#include "tests/model/datalife.h"
+
+namespace elevenfive {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class DataFileLife : public DataLife {
+ protected:
+  /// Writes other bytes over the middle of a file.
+  static void spoil(const QString& path, qint64 offset, qint64 size) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.seek(offset));
+    ASSERT_EQ(file.write(QByteArray(size, '\xA5')), size);
+  }
+
+  QString startFault() const {
+    try {
+      Workspace workspace(folders);
+      workspace.close();
+    } catch (const Error& fault) {
+      return fault.message();
+    }
+    return u"no fault"_s;
+  }
+};
+
+TEST_F(DataFileLife, TheBackupHoldsTheDatabaseOfTheLastStart) {
+  runWriting(7);
+  EXPECT_EQ(valueInFile(folders.backupFile()), 5);
+  runWriting(8);
+  EXPECT_EQ(valueInFile(folders.backupFile()), 7);
+}
+
+TEST_F(DataFileLife, TheBackupIsTakenBeforeCompaction) {
+  {
+    Workspace workspace(folders);
+    workspace.gConn.executeScript("test",
+                                  "CREATE TABLE filler (b BLOB); INSERT INTO filler VALUES (zeroblob(300000)); "
+                                  "DELETE FROM filler;");
+    workspace.close();
+  }
+  Workspace workspace(folders);
+  EXPECT_GT(QFileInfo(folders.backupFile()).size(), QFileInfo(folders.workingFile()).size() + 250000);
+}
+
+TEST_F(DataFileLife, WithoutThePackTheBackupIsUsed) {
+  runWriting(7);
+  runWriting(8);
+  QFile::remove(folders.packedFile());
+  QFile::remove(folders.packInTransit());
+  Workspace workspace(folders);
+  EXPECT_EQ(valueOf(workspace.gConn), 7);
+  EXPECT_EQ(workspace.notices(), QStringList{u"找不到数据文件，已改用备份。"_s});
+  workspace.close();
+  EXPECT_EQ(nextStart(), 7);  // the pack is there again, though nothing was changed
+}
+
+TEST_F(DataFileLife, WithoutThePackTheNewestPackInBakIsNotLostEither) {
+  runWriting(7);
+  runWriting(8);
+  QFile::remove(folders.packedFile());
+  runWriting(9);
+  ASSERT_EQ(keptCopies().size(), 1);
+  EXPECT_EQ(valueInFile(folders.bakFolder() + u'/' + keptCopies().first()), 8);
+}
+
+TEST_F(DataFileLife, WithoutThePackAWorkingDatabaseThatIsStillThereGoesOn) {
+  runWriting(7);
+  crashWriting(8);
+  QFile::remove(folders.packedFile());
+  EXPECT_EQ(nextStart(), 8);
+  EXPECT_EQ(nextStart(), 8);
+}
+
+TEST_F(DataFileLife, WithNeitherPackNorBackupNothingStarts) {
+  QFile::remove(folders.packedFile());
+  EXPECT_EQ(startFault(), u"找不到数据文件，也没有备份，程序无法启动，请重新安装！"_s);
+}
+
+TEST_F(DataFileLife, AnInterruptedRunIsKeptInBakAndThePackIsUsed) {
+  runWriting(7);
+  crashWriting(8);
+  Workspace workspace(folders);
+  EXPECT_EQ(valueOf(workspace.gConn), 7);
+  ASSERT_EQ(keptCopies().size(), 1);
+  const QString copy = folders.bakFolder() + u'/' + keptCopies().first();
+  EXPECT_EQ(valueInFile(copy), 8);
+  EXPECT_EQ(workspace.notices(), QStringList{u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(copy)});
+}
+
+TEST_F(DataFileLife, OnlyTheNewestThreeInterruptedRunsStay) {
+  for (const int value : {11, 12, 13, 14, 15})
+    crashWriting(value);
+  EXPECT_EQ(nextStart(), 5);
+  QList<int> values;
+  for (const QString& name : keptCopies())
+    values << valueInFile(folders.bakFolder() + u'/' + name);
+  EXPECT_EQ(values, (QList<int>{13, 14, 15}));
+}
+
+TEST_F(DataFileLife, AnInterruptedRunThatChangedNothingLeavesNoCopy) {
+  runWriting(7);
+  crash([](Store&) {});
+  Workspace workspace(folders);
+  EXPECT_EQ(keptCopies(), QStringList());
+  EXPECT_EQ(workspace.notices(), QStringList());
+}
+
+TEST_F(DataFileLife, AnUnfinishedTransactionOfAnInterruptedRunIsUndoneInItsCopy) {
+  runWriting(7);
+  const QString working = folders.workingFile();
+  const QString aside = folder.filePath(u"aside"_s);
+  {
+    FaultyFiles files;
+    Workspace workspace(folders, {&files, {}});
+    setValue(workspace.gConn, 8);
+    workspace.gConn.executeScript("test", "PRAGMA cache_size = 1; BEGIN");
+    setValue(workspace.gConn, 9);
+    workspace.gConn.executeScript("test",
+                                  "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20000) "
+                                  "INSERT INTO 日志表 (序号, 期号) SELECT i, i FROM n");
+    ASSERT_GT(QFileInfo(working + u"-journal"_s).size(), 0);
+    ASSERT_TRUE(QFile::copy(working, aside) && QFile::copy(working + u"-journal"_s, aside + u"-journal"_s));
+    workspace.gConn.executeScript("test", "ROLLBACK");
+    files.failingStep = 0;
+  }
+  QFile::remove(working);
+  QFile::remove(working + u"-journal"_s);
+  ASSERT_TRUE(QFile::copy(aside, working) && QFile::copy(aside + u"-journal"_s, working + u"-journal"_s));
+  EXPECT_EQ(nextStart(), 7);
+  ASSERT_EQ(keptCopies().size(), 1);
+  EXPECT_EQ(valueInFile(folders.bakFolder() + u'/' + keptCopies().first()), 8);
+}
+
+TEST_F(DataFileLife, RubbishInThePlaceOfTheWorkingDatabaseGivesWayToThePack) {
+  runWriting(7);
+  write(folders.workingFile(), "no database at all");
+  write(folders.workingFile() + u"-journal"_s, "no journal");
+  EXPECT_EQ(nextStart(), 7);
+  ASSERT_EQ(keptCopies().size(), 1);
+  EXPECT_EQ(read(folders.bakFolder() + u'/' + keptCopies().first()), "no database at all");
+}
+
+TEST_F(DataFileLife, ADamagedPackStaysUnderAnotherNameAndTheBackupIsUsed) {
+  runWriting(7);
+  runWriting(8);
+  const QByteArray whole = read(folders.packedFile());
+  QByteArray flipped = whole;
+  flipped.replace(8 + 4096 * 3, 4096, QByteArray(4096, '\xA5'));
+  QByteArray lying = whole;
+  lying.replace(0, 4, QByteArray(4, '\xFF'));
+  for (const QByteArray& damaged :
+       {QByteArray("garbage that is no pack"), QByteArray(), whole.left(5), whole.left(5000), flipped, lying}) {
+    write(folders.packedFile(), damaged);
+    {
+      Workspace workspace(folders);
+      EXPECT_EQ(valueOf(workspace.gConn), 7);
+      bool told = false;
+      for (const QString& notice : workspace.notices())
+        told |= notice.startsWith(u"数据文件已损坏（"_s) && notice.contains(u"已改用备份；损坏的文件保留为 "_s);
+      EXPECT_TRUE(told);
+      workspace.close();
+    }
+    const QStringList names = programFiles(u"elevenfive.dat.damaged-*"_s);
+    ASSERT_EQ(names.size(), 1);
+    EXPECT_EQ(read(folders.program + u'/' + names.first()), damaged);
+    QFile::remove(folders.program + u'/' + names.first());
+    EXPECT_EQ(nextStart(), 7);
+  }
+}
+
+TEST_F(DataFileLife, ADamagedPackWithoutABackupStaysAsItIsAndNothingStarts) {
+  write(folders.packedFile(), "garbage");
+  EXPECT_EQ(startFault(),
+            u"数据文件已损坏（数据包 %1 不完整），没有可用的备份，程序无法启动。"_s.arg(folders.packedFile()));
+  EXPECT_EQ(read(folders.packedFile()), "garbage");
+  EXPECT_EQ(programFiles(u"*.damaged*"_s), QStringList());
+}
+
+TEST_F(DataFileLife, ADamagedPackAndADamagedBackupStayAsTheyAre) {
+  runWriting(7);
+  write(folders.packedFile(), "garbage");
+  write(folders.backupFile(), "more garbage");
+  EXPECT_TRUE(startFault().startsWith(u"数据文件已损坏（"_s));
+  EXPECT_EQ(read(folders.packedFile()), "garbage");
+  EXPECT_EQ(read(folders.backupFile()), "more garbage");
+}
+
+TEST_F(DataFileLife, ADamagedBackupIsNotStartedOn) {
+  runWriting(7);
+  QFile::remove(folders.packedFile());
+  spoil(folders.backupFile(), 4096, 4096);
+  EXPECT_EQ(startFault(), u"找不到数据文件，备份文件已损坏，程序无法启动。"_s);
+}
+
+TEST_F(DataFileLife, APackThatLacksATableIsNotStartedOn) {
+  {
+    Workspace workspace(folders);
+    workspace.gConn.executeScript("test", "DROP TABLE 数据源");
+    workspace.gConn.close();
+    DataFile data(folders, realFiles());
+    ASSERT_TRUE(data.packToBak());
+    replaceByCopy(realFiles(), folders.packInTransit(), folders.packedFile());
+    data.discard();
+  }
+  QFile::remove(folders.backupFile());
+  EXPECT_EQ(startFault(), u"数据文件已损坏（数据文件不完整，缺少：数据源），没有可用的备份，程序无法启动。"_s);
+}
+
+TEST_F(DataFileLife, ADamagedWorkingDatabaseIsNeverPacked) {
+  runWriting(7);
+  const QByteArray before = read(folders.packedFile());
+  {
+    Workspace workspace(folders);
+    setValue(workspace.gConn, 8);
+    workspace.gConn.close();
+    spoil(folders.workingFile(), 4096 * 3, 4096);
+    EXPECT_THROW(workspace.close(), StoreError);
+  }
+  EXPECT_EQ(read(folders.packedFile()), before);
+  EXPECT_EQ(read(folders.packInTransit()), before);
+  EXPECT_EQ(nextStart(), 7);
+}
+
+TEST_F(DataFileLife, ACloseThatFailedCanBeTriedAgain) {
+  FaultyFiles files;
+  Workspace workspace(folders, {&files, {}});
+  setValue(workspace.gConn, 8);
+  files.writableBytes = 1000;
+  try {
+    workspace.close();
+    FAIL() << "closed";
+  } catch (const FileError& fault) {
+    EXPECT_TRUE(fault.message().contains(u"磁盘空间已满。本次的改动没有写回数据文件，还保存在 "_s));
+  }
+  EXPECT_THROW(workspace.close(), FileError);
+  files.writableBytes = FaultyFiles::never;
+  workspace.close();
+  EXPECT_EQ(nextStart(), 8);
+}
+
+TEST_F(DataFileLife, PackToBakAndUnpackToTempSayWhetherTheyWorked) {
+  DataFile data(folders, realFiles());
+  EXPECT_FALSE(data.packToBak());  // no working database
+  EXPECT_TRUE(data.unpackToTemp());
+  EXPECT_TRUE(data.packToBak());
+  EXPECT_EQ(read(folders.packInTransit()), read(folders.packedFile()));
+  write(folders.packedFile(), "garbage");
+  const QByteArray working = read(folders.workingFile());
+  EXPECT_FALSE(data.unpackToTemp());
+  EXPECT_EQ(read(folders.workingFile()), working);
+}
+
+TEST_F(DataFileLife, AFullDiskAtTheStartIsNotTakenForADamagedPack) {
+  runWriting(7);
+  FaultyFiles files;
+  files.writableBytes = 1000;
+  EXPECT_THROW(Workspace(folders, {&files, {}}), FileError);
+  EXPECT_EQ(programFiles(u"*.damaged*"_s), QStringList());
+  EXPECT_EQ(nextStart(), 7);
+}
+
+TEST_F(DataFileLife, AnInterruptedRunThatCannotBeKeptIsNotReplaced) {
+  runWriting(7);
+  crashWriting(8);
+  const QByteArray working = read(folders.workingFile());
+  FaultyFiles files;
+  files.writableBytes = 1000;
+  EXPECT_THROW(Workspace(folders, {&files, {}}), FileError);
+  EXPECT_EQ(read(folders.workingFile()), working);
+}
+
+TEST_F(DataFileLife, FromItsLimitOnTheCompactedDatabaseIsReplacedByTheBackup) {
+  {
+    Workspace workspace(folders);
+    workspace.gConn.executeScript("test",
+                                  "CREATE TABLE filler (b BLOB); INSERT INTO filler VALUES (zeroblob(51685169)); "
+                                  "INSERT INTO filler VALUES (zeroblob(100000)); "
+                                  "DELETE FROM filler WHERE length(b) = 100000;");
+    workspace.close();
+  }
+  Workspace workspace(folders);
+  workspace.gConn.close();
+  EXPECT_TRUE(sameContent(folders.workingFile(), folders.backupFile()));
+}
+
+TEST_F(DataFileLife, BelowTheLimitTheCompactedDatabaseIsUsed) {
+  {
+    Workspace workspace(folders);
+    workspace.gConn.executeScript("test",
+                                  "CREATE TABLE filler (b BLOB); INSERT INTO filler VALUES (zeroblob(100000)); "
+                                  "DELETE FROM filler;");
+    workspace.close();
+  }
+  Workspace workspace(folders);
+  workspace.gConn.close();
+  EXPECT_FALSE(sameContent(folders.workingFile(), folders.backupFile()));
+}
+
+TEST_F(DataFileLife, TheFileStepsOfAStartAndACloseComeInOrder) {
+  FaultyFiles files;
+  Workspace workspace(folders, {&files, {}});
+  QStringList start = files.log;
+  start.removeIf([](const QString& step) { return step.startsWith(u"write "_s) || step.startsWith(u"folder "_s); });
+  EXPECT_EQ(start, (QStringList{
+                       u"create temp/elevenfive.dat.new"_s,
+                       u"create temp/elevenfive.ico.new"_s,
+                       u"remove temp/elevenfive.dat-journal"_s,
+                       u"remove temp/elevenfive.dat-wal"_s,
+                       u"remove temp/elevenfive.dat-shm"_s,
+                       u"rename temp/elevenfive.ico.new -> temp/elevenfive.ico"_s,
+                       u"rename temp/elevenfive.dat.new -> temp/elevenfive.dat"_s,
+                       u"create program/elevenfive.bak.new"_s,
+                       u"flush program/elevenfive.bak.new"_s,
+                       u"rename program/elevenfive.bak.new -> program/elevenfive.bak"_s,
+                       u"flush folder program"_s,
+                       u"remove temp/Temp_fu.mdb"_s,
+                       u"rename temp/Temp_fu.mdb -> temp/elevenfive.dat"_s,
+                   }));
+  files.log.clear();
+  setValue(workspace.gConn, 7);
+  workspace.close();
+  files.log.removeIf([](const QString& step) { return step.startsWith(u"write "_s); });
+  EXPECT_EQ(files.log, (QStringList{
+                           u"folder program/Bak"_s,
+                           u"create Bak/elevenfive.dat.new"_s,
+                           u"flush Bak/elevenfive.dat.new"_s,
+                           u"rename Bak/elevenfive.dat.new -> Bak/elevenfive.dat"_s,
+                           u"flush folder Bak"_s,
+                           u"create program/elevenfive.dat.new"_s,
+                           u"flush program/elevenfive.dat.new"_s,
+                           u"rename program/elevenfive.dat.new -> program/elevenfive.dat"_s,
+                           u"flush folder program"_s,
+                           u"remove temp/elevenfive.dat"_s,
+                           u"remove temp/elevenfive.dat-journal"_s,
+                           u"remove temp/elevenfive.dat-wal"_s,
+                           u"remove temp/elevenfive.dat-shm"_s,
+                           u"remove temp/elevenfive.ico"_s,
+                       }));
+}
+
+TEST_F(DataFileLife, CompactingAMissingFileDoesNothing) {
+  const QString none = folder.filePath(u"none"_s);
+  EXPECT_EQ(compactMainDb(none, true, folders), QString());
+  EXPECT_FALSE(QFile::exists(none));
+  EXPECT_FALSE(QFile::exists(folders.backupFile()));
+}
+
+TEST_F(DataFileLife, CompactingAUsersFileTakesNoBackupUnlessAsked) {
+  const QString path = folder.filePath(u"user"_s);
+  ASSERT_TRUE(QFile::copy(folders.templateFile(), path));
+  EXPECT_EQ(compactUserDb(path, false, folders), QString());
+  EXPECT_FALSE(QFile::exists(folders.backupFile()));
+  EXPECT_NO_THROW(checkDatabase(path, StoreKind::conditionTemplate));
+  EXPECT_EQ(compactUserDb(path, true, folders), QString());
+  EXPECT_TRUE(QFile::exists(folders.backupFile()));
+  EXPECT_EQ(QDir(folders.temporary).entryList(QDir::Files), QStringList());
+}
+
+TEST_F(DataFileLife, AFaultInCompactionLeavesTheDatabase) {
+  const QString path = folder.filePath(u"garbage"_s);
+  write(path, "no database");
+  EXPECT_NE(compactMainDb(path, false, folders), QString());
+  EXPECT_EQ(read(path), "no database");
+}
+
+}  // namespace
+}  // namespace elevenfive

@@ -1,0 +1,197 @@
+// The data file when the disk fails or the process is ended: the next start finds the state before or the state after.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <random>
+
+#include "tests/model/datalife.h"
+
+namespace elevenfive {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+using DataFileFaults = DataLife;
+
+/// Start, change, close with files that fail; true where all of it worked.
+bool tryRun(const Workspace::Folders& folders, FaultyFiles& files, int value) {
+  try {
+    Workspace workspace(folders, {&files, {}});
+    workspace.gConn.execute("test", "UPDATE 过滤条件 SET VALUE = ? WHERE ID = 3900", value);
+    workspace.close();
+    return true;
+  } catch (const Error& fault) {
+    EXPECT_TRUE(fault.message().endsWith(u'。')) << fault.what();
+    return false;
+  }
+}
+
+TEST_F(DataFileFaults, WhicheverStepFailsTheStateIsTheOneBeforeOrTheOneAfter) {
+  int before = 100;
+  runWriting(before);
+  qint64 step = 0;
+  for (bool done = false; !done; ++step) {
+    FaultyFiles files;
+    files.failingStep = step;
+    const int after = before + 1;
+    done = tryRun(folders, files, after) && files.steps <= step;
+    const int found = nextStart();
+    EXPECT_TRUE(found == before || found == after) << "step " << step << " found " << found;
+    before = found;
+  }
+  EXPECT_GT(step, 30);
+  EXPECT_EQ(programFiles(u"*.damaged*"_s), QStringList());
+}
+
+TEST_F(DataFileFaults, WheneverTheDiskFillsTheStateIsTheOneBeforeOrTheOneAfter) {
+  int before = 100;
+  runWriting(before);
+  // Each round writes five copies of the data; the places where it stops go through all of them, headers included.
+  const qint64 size = QFileInfo(folders.packedFile()).size();
+  std::vector<qint64> places{0, 1, 7, 8, 9, size - 1, size};
+  for (qint64 place = 4099; place < 6 * size; place += size / 11)
+    places.push_back(place);
+  for (const qint64 place : places) {
+    FaultyFiles files;
+    files.writableBytes = place;
+    const int after = before + 1;
+    const bool done = tryRun(folders, files, after);
+    const int found = nextStart();
+    EXPECT_EQ(found, done ? after : before) << "after " << place << " bytes";
+    before = found;
+  }
+  EXPECT_EQ(programFiles(u"*.damaged*"_s), QStringList());
+}
+
+TEST_F(DataFileFaults, WhicheverStepTheProcessEndsAtTheStateIsTheOneBeforeOrTheOneAfter) {
+  int before = 100;
+  runWriting(before);
+  qint64 step = 0;
+  for (bool done = false; !done; ++step) {
+    const int after = before + 1;
+    const pid_t child = ::fork();
+    if (child == 0) {
+      FaultyFiles files;
+      files.failingStep = step;
+      files.kill = true;
+      ::_exit(tryRun(folders, files, after) ? 0 : 1);
+    }
+    ASSERT_GT(child, 0);
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    done = WIFEXITED(status);
+    if (done) {
+      EXPECT_EQ(WEXITSTATUS(status), 0);
+    }
+    const int found = nextStart();
+    EXPECT_TRUE(found == before || found == after) << "step " << step << " found " << found;
+    if (done) {
+      EXPECT_EQ(found, after);
+    }
+    before = found;
+  }
+  EXPECT_GT(step, 30);
+  EXPECT_EQ(programFiles(u"*.damaged*"_s), QStringList());
+}
+
+/// What a worker printed, by its key; -1 where it did not come so far.
+int printed(const QByteArray& output, const char* key) {
+  for (const QByteArray& line : output.split('\n'))
+    if (line.startsWith(key))
+      return line.mid(qstrlen(key) + 1).toInt();
+  return -1;
+}
+
+TEST_F(DataFileFaults, EndedAtAnyInstantTheNextStartFindsTheStateBeforeOrTheOneAfter) {
+  constexpr qint64 longest = 15000;  // ms
+  constexpr int mostRounds = 400;
+  std::mt19937 random(20261121);
+  QElapsedTimer clock;
+  clock.start();
+  int before = 5;     // what the packed data file was last known to hold
+  int attempted = 5;  // what the last worker wrote, where it came so far
+  int ended = 0;
+  int whole = 20;  // ms that a whole run takes, followed as it goes
+  for (int round = 0; round < mostRounds && clock.elapsed() < longest; ++round) {
+    QProcess worker;
+    QElapsedTimer run;
+    run.start();
+    worker.start(QStringLiteral(WORKER_DATAFILE), {folders.program, folders.temporary});
+    ASSERT_TRUE(worker.waitForStarted());
+    const bool letFinish = round % 10 == 0;
+    if (!letFinish) {
+      const int wait = std::uniform_int_distribution<int>(0, whole * 1100)(random);  // us
+      ::usleep(static_cast<useconds_t>(wait));
+      worker.kill();
+    }
+    ASSERT_TRUE(worker.waitForFinished());
+    const QByteArray output = worker.readAllStandardOutput();
+    if (worker.exitStatus() == QProcess::NormalExit) {
+      ASSERT_EQ(worker.exitCode(), 0) << worker.readAllStandardError().toStdString();
+      whole = static_cast<int>(std::max<qint64>(run.elapsed(), 2));
+    } else {
+      ++ended;
+    }
+    const int found = printed(output, "found");
+    if (found >= 0) {
+      ASSERT_TRUE(found == before || found == attempted) << "round " << round << " found " << found;
+      before = found;
+      attempted = found + 1;  // it may have got there before it could say so
+    }
+    if (output.contains("done"))
+      before = attempted;
+  }
+  EXPECT_GT(ended, 50);
+  const int last = nextStart();
+  EXPECT_TRUE(last == before || last == attempted) << last;
+  EXPECT_EQ(programFiles(u"*.damaged*"_s), QStringList());
+  EXPECT_LE(keptCopies().size(), 3);
+  Workspace workspace(folders);
+  Statement rows = workspace.gConn.query("test", "SELECT DISTINCT VALUE FROM 过滤条件 WHERE ID BETWEEN 3900 AND 4040");
+  ASSERT_TRUE(rows.next());
+  EXPECT_EQ(rows.integer(0), last);
+  EXPECT_FALSE(rows.next());
+}
+
+TEST_F(DataFileFaults, OfTwoThatStartInTheSameMomentOneWinsAndTheOtherTouchesNothing) {
+  for (int round = 0; round < 20; ++round) {
+    QProcess first;
+    QProcess second;
+    const QStringList arguments{folders.program, folders.temporary, u"hold"_s};
+    first.start(QStringLiteral(WORKER_DATAFILE), arguments);
+    second.start(QStringLiteral(WORKER_DATAFILE), arguments);
+    ASSERT_TRUE(first.waitForStarted() && second.waitForStarted());
+    QProcess* loser = nullptr;
+    QElapsedTimer clock;
+    clock.start();
+    while (loser == nullptr && clock.elapsed() < 10000) {
+      if (first.waitForFinished(5))
+        loser = &first;
+      else if (second.waitForFinished(5))
+        loser = &second;
+    }
+    ASSERT_NE(loser, nullptr) << "both run";
+    QProcess& winner = loser == &first ? second : first;
+    EXPECT_EQ(loser->exitCode(), 3);
+    EXPECT_EQ(QString::fromUtf8(loser->readAllStandardError()), u"程序正在运行,不允许同时打开多个!!!\n"_s);
+    winner.closeWriteChannel();
+    ASSERT_TRUE(winner.waitForFinished());
+    EXPECT_EQ(winner.exitCode(), 0) << winner.readAllStandardError().toStdString();
+  }
+  EXPECT_EQ(nextStart(), 5);
+}
+
+TEST_F(DataFileFaults, AProcessThatWasEndedLeavesNoLock) {
+  QProcess worker;
+  worker.start(QStringLiteral(WORKER_DATAFILE), {folders.program, folders.temporary, u"hold"_s});
+  ASSERT_TRUE(worker.waitForReadyRead());
+  EXPECT_THROW(Workspace workspace(folders), AlreadyRunning);
+  worker.kill();
+  ASSERT_TRUE(worker.waitForFinished());
+  EXPECT_EQ(nextStart(), 5);
+}
+
+}  // namespace
+}  // namespace elevenfive

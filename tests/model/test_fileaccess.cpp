@@ -1,0 +1,119 @@
+#include "model/fileaccess.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "model/errors.h"
+#include "tests/support/faultyfiles.h"
+#include "tests/support/testworkspace.h"
+
+namespace elevenfive {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+void write(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+QByteArray read(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+}
+
+void noCheck(const QString&) {}
+
+TEST(FileAccess, AReplacedFileIsWrittenBesideFlushedCheckedAndRenamed) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(u"data"_s);
+  write(path, "old");
+  FaultyFiles files;
+  QByteArray seenByCheck;
+  QByteArray standingMeanwhile;
+  replaceFile(
+      files, path, [](OutputFile& file) { file.write("new content", 11); },
+      [&](const QString& fresh) {
+        seenByCheck = read(fresh);
+        standingMeanwhile = read(path);
+      });
+  EXPECT_EQ(seenByCheck, "new content");
+  EXPECT_EQ(standingMeanwhile, "old");
+  EXPECT_EQ(read(path), "new content");
+  const QString name = path.section(u'/', -2);
+  EXPECT_EQ(files.log, (QStringList{u"create "_s + name + u".new"_s, u"write "_s + name + u".new"_s,
+                                    u"flush "_s + name + u".new"_s, u"rename "_s + name + u".new -> "_s + name,
+                                    u"flush folder "_s + name.section(u'/', 0, 0)}));
+}
+
+TEST(FileAccess, AFailedCheckLeavesTheOldFileAndNoNewOne) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(u"data"_s);
+  write(path, "old");
+  EXPECT_THROW(replaceFile(
+                   realFiles(), path, [](OutputFile& file) { file.write("new", 3); },
+                   [](const QString&) { throw FileError(u"no"_s); }),
+               FileError);
+  EXPECT_EQ(read(path), "old");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"data"_s});
+}
+
+TEST(FileAccess, AFolderThatIsMissingIsNamed) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(u"none/data"_s);
+  try {
+    replaceFile(
+        realFiles(), path, [](OutputFile&) {}, noCheck);
+    FAIL() << "written";
+  } catch (const FileError& fault) {
+    EXPECT_EQ(fault.message(), u"无法写入文件 %1.new：文件夹不存在。"_s.arg(path));
+  }
+}
+
+TEST(FileAccess, AFullDiskIsNamedAsTheReason) {
+  if (!QFile::exists(u"/dev/full"_s))
+    GTEST_SKIP() << "no /dev/full";
+  try {
+    const auto file = realFiles().create(u"/dev/full"_s);
+    file->write("x", 1);
+    FAIL() << "written";
+  } catch (const FileError& fault) {
+    EXPECT_EQ(fault.message(), u"无法写入文件 /dev/full：磁盘空间已满。"_s);
+  }
+}
+
+TEST(FileAccess, RemovingAFileThatIsNotThereIsNoFault) {
+  const QTemporaryDir folder;
+  EXPECT_NO_THROW(realFiles().remove(folder.filePath(u"none"_s)));
+}
+
+TEST(FileAccess, ContentIsTheSameOnlyByteForByte) {
+  const QTemporaryDir folder;
+  const QString a = folder.filePath(u"a"_s);
+  const QString b = folder.filePath(u"b"_s);
+  const QByteArray large(3 * (1 << 20) + 7, 'x');
+  write(a, large);
+  write(b, large);
+  EXPECT_TRUE(sameContent(a, b));
+  write(b, QByteArray(large).replace(2 * (1 << 20), 1, "y"));
+  EXPECT_FALSE(sameContent(a, b));
+  write(b, large.chopped(1));
+  EXPECT_FALSE(sameContent(a, b));
+  EXPECT_FALSE(sameContent(a, folder.filePath(u"none"_s)));
+  EXPECT_FALSE(sameContent(folder.filePath(u"none"_s), folder.filePath(u"none"_s)));
+}
+
+TEST(FileAccess, ACopyHoldsTheWholeFile) {
+  const QTemporaryDir folder;
+  const QByteArray content = QByteArray(2 * (1 << 20), 'a') + "end";
+  write(folder.filePath(u"a"_s), content);
+  replaceByCopy(realFiles(), folder.filePath(u"a"_s), folder.filePath(u"b"_s));
+  EXPECT_EQ(read(folder.filePath(u"b"_s)), content);
+}
+
+}  // namespace
+}  // namespace elevenfive
