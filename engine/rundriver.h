@@ -24,7 +24,7 @@ class RunDriver;
 struct RunButton {
   QStringView caption;
   QStringView tip;
-  void (RunDriver::*action)() = nullptr;  ///< nullptr: it does nothing yet and stands disabled
+  void (RunDriver::*action)() = nullptr;  ///< nullptr: the button stands disabled
 };
 
 class RunDriver final {

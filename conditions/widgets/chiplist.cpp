@@ -70,7 +70,8 @@ void ChipList::setChips(const QStringList& items, const std::vector<bool>& selec
     widest = std::max(widest, fontMetrics().horizontalAdvance(items[i]));
   }
   const int text = fontMetrics().height();
-  setGridSize({std::max(widest, text * 2) + text * 2, text * 2 + 6});
+  setGridSize(compact_ ? QSize(std::max(widest, text) + text, text * 3 / 2 + 6)
+                       : QSize(std::max(widest, text * 2) + text * 2, text * 2 + 6));
   filling_ = false;
 }
 

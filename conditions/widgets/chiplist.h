@@ -13,6 +13,9 @@ class ChipList final : public QListWidget {
  public:
   explicit ChipList(QWidget* parent = nullptr);
 
+  /// Small chips, for pages of many lists.
+  void setCompact(bool compact) { compact_ = compact; }
+
   /// Shows these items, selected or not, without telling it as clicks.
   void setChips(const QStringList& items, const std::vector<bool>& selected);
 
@@ -28,6 +31,7 @@ class ChipList final : public QListWidget {
 
  private:
   bool filling_ = false;
+  bool compact_ = false;
 };
 
 }  // namespace elevenfive

@@ -12,6 +12,7 @@
 #include <array>
 
 #include "conditions/widgets/pickpage.h"
+#include "conditions/widgets/settingpages.h"
 #include "conditions/widgets/tabcaptions.h"
 #include "conditions/widgets/valuepage.h"
 #include "model/widgets/ball.h"
@@ -23,12 +24,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::array<ValuePageFacts, 4> valuePages{{
+constexpr std::array<ValuePageFacts, 5> valuePages{{
     {2, 10, u"List_TiaoJian", -1, 1, u"Check_useTiaojiao", 1, u"Text_tiaojianTip"},
     {11, 13, u"List_TJ", 0, 2, u"Check_useTiaojiao", 2, u""},
     {14, 14, u"List_QJ", 1, 4, u"Check_useTiaojiao", 4, u""},
+    {15, 15, u"List_DingweiNumber", 1, 7, u"Check_useDingWeiTiaojiao", 30, u""},
     {16, 21, u"List_TiaojianElse", -1, 1, u"Check_useTiaojiao_else", -1, u"Text_elseTiaojianTip"},
 }};
+
+constexpr int positionTab = 15;
+constexpr int matchTab = 23;
+constexpr int reductionTab = 24;
+constexpr int summaryTab = 25;
 
 /// A dot in the highlight colour, or nothing of the same size.
 QIcon markIcon(bool inUse, const QWidget& widget) {
@@ -124,13 +131,27 @@ void ConditionView::buildPages() {
     pages_->addWidget(page);
     for (int tab = facts.firstTab; tab <= facts.lastTab; ++tab)
       pageOfTab_[static_cast<std::size_t>(tab)] = page;
+    if (facts.firstTab == positionTab) {
+      tolerance_ = new PositionTolerance(panel_, boxes_, page);
+      page->layout()->addWidget(tolerance_);
+    }
   }
+  addPage(matchTab, matchPage_ = new MatchPage(panel_, boxes_, pages_));
+  addPage(reductionTab, reductionPage_ = new ReductionPage(panel_, boxes_, pages_));
+  addPage(summaryTab, summaryPage_ = new SummaryPage(gConn_, boxes_, pages_));
+  connect(matchPage_, &MatchPage::tabChanged, this, &ConditionView::markTab);
+  connect(reductionPage_, &ReductionPage::tabChanged, this, &ConditionView::markTab);
   for (int tab = 1; tab <= conditionTabCount; ++tab) {
     if (pageOfTab_[static_cast<std::size_t>(tab)] != nullptr)
       continue;
-    pageOfTab_[static_cast<std::size_t>(tab)] = placeholder(tab);
-    pages_->addWidget(pageOfTab_[static_cast<std::size_t>(tab)]);
+    addPage(tab, placeholder(tab));
   }
+}
+
+void ConditionView::addPage(int tab, QWidget* page) {
+  page->setObjectName(u"pic_subTiaojian_%1"_s.arg(pages_->count() + 1));
+  pageOfTab_[static_cast<std::size_t>(tab)] = page;
+  pages_->addWidget(page);
 }
 
 QWidget* ConditionView::placeholder(int tab) {
@@ -161,8 +182,16 @@ void ConditionView::showTab(int tab) {
   QWidget* page = pageOfTab_[static_cast<std::size_t>(tab)];
   if (auto* values = qobject_cast<ValuePage*>(page))
     values->showTab(tab);
-  else if (page == pickPage_)
+  if (page == pickPage_)
     pickPage_->reload();
+  if (tab == positionTab)
+    tolerance_->reload();
+  if (page == matchPage_)
+    matchPage_->reload();
+  if (page == reductionPage_)
+    reductionPage_->reload();
+  if (page == summaryPage_)
+    summaryPage_->reload();
   pages_->setCurrentWidget(page);
 }
 

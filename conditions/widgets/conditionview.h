@@ -16,7 +16,11 @@ class QStackedWidget;
 
 namespace elevenfive {
 
+class MatchPage;
 class PickPage;
+class PositionTolerance;
+class ReductionPage;
+class SummaryPage;
 class ValuePage;
 
 class ConditionView final : public QWidget {
@@ -42,6 +46,7 @@ class ConditionView final : public QWidget {
   QWidget* buildTabs();
   void fitTabs();
   void buildPages();
+  void addPage(int tab, QWidget* page);
   QWidget* placeholder(int tab);
   void showTab(int tab);
   void markTab(int tab);
@@ -56,6 +61,10 @@ class ConditionView final : public QWidget {
   QLabel* count_ = nullptr;
   QStackedWidget* pages_ = nullptr;
   PickPage* pickPage_ = nullptr;
+  PositionTolerance* tolerance_ = nullptr;
+  MatchPage* matchPage_ = nullptr;
+  ReductionPage* reductionPage_ = nullptr;
+  SummaryPage* summaryPage_ = nullptr;
   std::vector<QWidget*> pageOfTab_;  ///< by tab; slot 0 unused
 };
 

@@ -72,6 +72,7 @@ QWidget* ValuePage::buildGroup(int index) {
   group.check->setObjectName(nameOf(facts_.checkName, facts_.firstCheck, index));
   group.chips = new ChipList(frame);
   group.chips->setObjectName(nameOf(facts_.listName, facts_.firstList, index));
+  group.chips->setCompact(facts_.lists > 4);
   QPushButton* all = listButton(u"cmmAll_"_s + group.chips->objectName(), u"全选"_s, u"允许全部取值"_s);
   QPushButton* invert = listButton(u"cmmInvert_"_s + group.chips->objectName(), u"反选"_s, u"允许与不允许互换"_s);
   QPushButton* none = listButton(u"cmmNone_"_s + group.chips->objectName(), u"清空"_s, u"不允许任何取值"_s);
@@ -83,6 +84,7 @@ QWidget* ValuePage::buildGroup(int index) {
     line->addWidget(button);
   column->addLayout(line);
   column->addWidget(group.chips, 1);
+  group.chips->setMinimumHeight(fontMetrics().height() * 2);
 
   connect(group.check, &QCheckBox::toggled, this, [this, index](bool checked) {
     if (panel_.loadingPanel)

@@ -1,6 +1,7 @@
 #include "engine/widgets/runpanel.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -71,6 +72,7 @@ RunPanel::RunPanel(Store& gConn, QWidget* parent) : QWidget(parent), bar_(new QP
   panes->setStretchFactor(0, 3);
   panes->setStretchFactor(1, 2);
   panes->setChildrenCollapsible(false);
+  panes->setHandleWidth(fontMetrics().height() * 2 / 3);
 
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(buildButtons());
@@ -133,6 +135,7 @@ void RunPanel::clickButton(int index) {
 }
 
 void RunPanel::showRizhiGrid() {
+  grid_->balls().showAll();
   grid_->rows().setQuery({"显示号码",
                           "SELECT ID FROM 日志表 ORDER BY 期号 ASC, 序号 ASC, ID ASC",
                           {},
@@ -151,6 +154,13 @@ void RunPanel::setUpGridColumns() {
   grid_->fitColumns({u"期号"_s}, 10);
   grid_->showNumbersAsBalls();
   grid_->stretchColumns();
+}
+
+void RunPanel::showDrawnNumbers(const Draw& draw) {
+  grid_->balls().showOnly(draw);
+  grid_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 27 /
+                                                 16);  // 405 twips in the window's own units
+  grid_->viewport()->update();
 }
 
 std::optional<Qihao> RunPanel::currentQihao() const {

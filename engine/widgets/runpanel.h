@@ -32,6 +32,8 @@ class RunPanel final : public QWidget, public StatusText {
 
   /// Reads 日志表 again into the grid. Throws StoreError.
   void showRizhiGrid();
+  /// Marks the numbers of a draw in the grid until it is read again: they stay balls, the others become plain.
+  void showDrawnNumbers(const Draw& draw);
   [[nodiscard]] std::optional<Qihao> currentQihao() const;
   [[nodiscard]] QString rongcuoTipCaption() const;
 

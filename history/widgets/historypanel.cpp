@@ -13,12 +13,12 @@
 #include "history/entryrow.h"
 #include "history/historytable.h"
 #include "history/textfiles.h"
-#include "history/widgets/digitfield.h"
 #include "history/widgets/filterrow.h"
 #include "history/widgets/importprogress.h"
 #include "model/navigators.h"
 #include "model/store.h"
 #include "model/texts.h"
+#include "model/widgets/digitfield.h"
 #include "model/widgets/faultbox.h"
 #include "model/widgets/gridview.h"
 

@@ -4,7 +4,6 @@
 #include <QPainter>
 #include <QRadialGradient>
 
-#include "model/numbers.h"
 #include "model/texts.h"
 
 namespace elevenfive {
@@ -44,9 +43,19 @@ void BallDelegate::setColor(int number, const QColor& color) {
   colors_.at(static_cast<std::size_t>(number)) = color;
 }
 
+void BallDelegate::showOnly(const Draw& numbers) {
+  plain_.fill(true);
+  for (const int number : numbers)
+    plain_.at(static_cast<std::size_t>(number)) = false;
+}
+
+void BallDelegate::showAll() {
+  plain_.fill(false);
+}
+
 void BallDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const int number = index.data().toInt();
-  if (!isNumber(number)) {
+  if (!isNumber(number) || plain_[static_cast<std::size_t>(number)]) {
     QStyledItemDelegate::paint(painter, option, index);
     return;
   }

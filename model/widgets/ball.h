@@ -5,6 +5,8 @@
 #include <QStyledItemDelegate>
 #include <array>
 
+#include "model/numbers.h"
+
 class QPainter;
 class QRectF;
 
@@ -28,9 +30,14 @@ class BallDelegate final : public QStyledItemDelegate {
 
   void setColor(int number, const QColor& color);
 
+  /// Only these numbers are balls, the others plain text; showAll() ends that.
+  void showOnly(const Draw& numbers);
+  void showAll();
+
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
  private:
+  std::array<bool, 12> plain_{};
   std::array<QColor, 12> colors_{};  ///< by number; an invalid colour is red
 };
 

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "conditions/widgets/conditionview.h"
+#include "engine/widgets/resultdialogs.h"
 #include "engine/widgets/runpanel.h"
 #include "history/widgets/historypanel.h"
 #include "model/widgets/faultbox.h"
@@ -34,6 +35,7 @@ class MainWindow::View final : public RunView {
   void showRizhiGrid() override { window_.run_->showRizhiGrid(); }
   [[nodiscard]] std::optional<Qihao> currentQihao() const override { return window_.run_->currentQihao(); }
   [[nodiscard]] QString rongcuoTipCaption() const override { return window_.run_->rongcuoTipCaption(); }
+  void showDrawnNumbers(const Draw& draw) override { window_.run_->showDrawnNumbers(draw); }
   void showPickingPage() override {
     window_.selectTopTab(2);
     window_.conditions_->selectTab(1);
@@ -52,8 +54,10 @@ MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
   setObjectName(u"Form_main"_s);
   setWindowTitle(programTitle.toString());
   run_ = new RunPanel(workspace_.gConn, this);
-  driver_ = std::make_unique<RunDriver>(
-      workspace_.gConn, RunPorts{ports_.boxes, ports_.inputs, run_->progress(), controls_, *run_, events_, *view_});
+  dialogs_ = std::make_unique<QtResultFileDialogs>(workspace_.folders().program, ports_.boxes, ports_.files,
+                                                   ports_.texts, this);
+  driver_ = std::make_unique<RunDriver>(workspace_.gConn, RunPorts{ports_.boxes, ports_.inputs, run_->progress(),
+                                                                   controls_, *run_, events_, *view_, dialogs_.get()});
   history_ =
       new HistoryPanel(workspace_.gConn, workspace_.folders().program,
                        {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, statusLine_, busy_}, this);

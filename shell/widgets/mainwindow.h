@@ -23,6 +23,7 @@ namespace elevenfive {
 
 class ConditionView;
 class HistoryPanel;
+class ResultFileDialogs;
 class RunPanel;
 class Workspace;
 enum class MenuAction;
@@ -69,6 +70,7 @@ class MainWindow final : public QMainWindow {
   BusyState busy_;
   StatusLine statusLine_;
   std::unique_ptr<View> view_;
+  std::unique_ptr<ResultFileDialogs> dialogs_;
   std::unique_ptr<RunDriver> driver_;
 
   QTabBar* topTabs_ = nullptr;

@@ -53,8 +53,8 @@ QPushButton[primary="true"]:pressed { background: #245A93; }
 QPushButton[primary="true"]:focus { border: 1px solid #1F2933; }
 QPushButton[primary="true"]:disabled { background: #A9BFD6; border-color: #A9BFD6; }
 QTabBar#TabStrip_Top { background: palette(window); }
-QTabBar#TabStrip_Top::tab { padding: 0.5em 1.2em; margin-bottom: 4px; border-bottom: 3px solid palette(window); }
-QTabBar#TabStrip_Top::tab:selected { color: #2B6CB0; font-weight: bold; border-bottom: 3px solid palette(highlight); }
+QTabBar#TabStrip_Top::tab { padding: 0.5em 1.2em; margin-bottom: 4px; border: 3px solid palette(window); }
+QTabBar#TabStrip_Top::tab:selected { color: #2B6CB0; font-weight: bold; border-bottom-color: #2B6CB0; }
 QTabBar#TabStrip_Top::tab:hover:!selected { background: #EAF1F8; }
 QTabBar#TabStrip_Qiaqu::tab { padding: 0.35em 1.4em; border: 1px solid #C3CCD5; background: palette(base); }
 QTabBar#TabStrip_Qiaqu::tab:selected { color: white; background: palette(highlight); border-color: palette(highlight); }

@@ -1,4 +1,4 @@
-#include "history/widgets/digitfield.h"
+#include "model/widgets/digitfield.h"
 
 #include <QRegularExpression>
 #include <QRegularExpressionValidator>

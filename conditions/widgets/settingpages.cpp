@@ -1,0 +1,182 @@
+#include "conditions/widgets/settingpages.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "conditions/conditionsummary.h"
+#include "conditions/widgets/tabcaptions.h"
+#include "model/widgets/faultbox.h"
+
+namespace elevenfive {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int matchTab = 23;
+constexpr int reductionTab = 24;
+constexpr int summaryTab = 25;
+constexpr int positionOptions = 5;  ///< tolerances 0 to 4
+constexpr int recentPeriods = 100;
+constexpr int mostMatches = 5;
+constexpr int firstReductionType = 3;
+constexpr std::array<QStringView, 5> reductionTypes{u"保三型", u"保四型", u"保五型", u"保六型", u"保七型"};
+
+/// A page with the caption of its tab above a card; gives the card's layout.
+QVBoxLayout* cardOf(QWidget* page, int tab) {
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* title = new QLabel(tabCaption(tab), page);
+  title->setProperty("heading", true);
+  auto* card = new QFrame(page);
+  card->setProperty("card", true);
+  layout->addWidget(title);
+  layout->addWidget(card);
+  layout->addStretch(1);
+  return new QVBoxLayout(card);
+}
+
+}  // namespace
+
+PositionTolerance::PositionTolerance(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
+    : QFrame(parent), panel_(panel), boxes_(boxes), options_(new QButtonGroup(this)) {
+  setProperty("card", true);
+  auto* row = new QHBoxLayout(this);
+  row->addWidget(new QLabel(u"定位过滤容错条件个数："_s, this));
+  for (int i = 0; i < positionOptions; ++i) {
+    auto* option = new QRadioButton(QString::number(i), this);
+    option->setObjectName(u"Option_DingweiRongcuo_%1"_s.arg(i));
+    option->setAccessibleName(u"定位过滤容错条件个数 %1"_s.arg(i));
+    options_->addButton(option, i);
+    row->addWidget(option);
+  }
+  row->addStretch();
+  connect(options_, &QButtonGroup::idClicked, this,
+          [this](int id) { withFaultBox(boxes_, [&] { panel_.setPositionTolerance(id); }); });
+}
+
+void PositionTolerance::reload() {
+  withFaultBox(boxes_, [this] {
+    if (QAbstractButton* option = options_->button(panel_.positionTolerance()))
+      option->setChecked(true);
+  });
+}
+
+MatchPage::MatchPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
+    : QWidget(parent), panel_(panel), boxes_(boxes) {
+  QVBoxLayout* card = cardOf(this, matchTab);
+  use_ = new QCheckBox(u"使用这个条件(如果要使用这个条件来过滤掉历史数据相关的号码，请在前面打上勾)"_s, this);
+  use_->setObjectName(u"Check_Historyguolu"_s);
+  use_->setAccessibleName(u"使用历史数据过滤"_s);
+  periods_ = box(u"Combo_HistoryGuoLu_0"_s, u"最近期数"_s, recentPeriods, ConditionPanel::MatchField::minimum);
+  match_ = box(u"Combo_PiPei"_s, u"最大匹配值"_s, mostMatches, ConditionPanel::MatchField::match);
+  auto* line = new QHBoxLayout;
+  line->addWidget(new QLabel(u"过滤掉最近："_s, this));
+  line->addWidget(periods_);
+  line->addWidget(new QLabel(u"期内，"_s, this));
+  line->addWidget(new QLabel(u"最大匹配值为"_s, this));
+  line->addWidget(match_);
+  line->addWidget(new QLabel(u"及以上的号码"_s, this));
+  line->addStretch();
+  card->addWidget(use_);
+  card->addLayout(line);
+  connect(use_, &QCheckBox::toggled, this, [this](bool checked) {
+    if (panel_.loadingPanel)
+      return;
+    withFaultBox(boxes_, [&] { panel_.setMatchUsed(checked); });
+    Q_EMIT tabChanged(matchTab);
+  });
+}
+
+QComboBox* MatchPage::box(const QString& name, const QString& accessibleName, int last,
+                          ConditionPanel::MatchField field) {
+  auto* made = new QComboBox(this);
+  made->setObjectName(name);
+  made->setAccessibleName(accessibleName);
+  for (int value = 1; value <= last; ++value)
+    made->addItem(QString::number(value), value);
+  connect(made, &QComboBox::currentIndexChanged, this, [this, field](int index) {
+    if (!panel_.loadingPanel && index >= 0)
+      withFaultBox(boxes_, [&] { panel_.setMatchField(field, index + 1); });
+  });
+  return made;
+}
+
+void MatchPage::reload() {
+  panel_.loadingPanel = true;
+  withFaultBox(boxes_, [this] {
+    const ConditionPanel::MatchState state = panel_.matchState();
+    use_->setChecked(state.used);
+    periods_->setCurrentIndex(periods_->findData(state.minimum));
+    match_->setCurrentIndex(match_->findData(state.match));
+  });
+  panel_.loadingPanel = false;
+}
+
+ReductionPage::ReductionPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
+    : QWidget(parent), panel_(panel), boxes_(boxes), types_(new QButtonGroup(this)) {
+  QVBoxLayout* card = cardOf(this, reductionTab);
+  for (int i = 0; i < static_cast<int>(reductionTypes.size()); ++i) {
+    const QString caption = reductionTypes[static_cast<std::size_t>(i)].toString();
+    auto* option = new QRadioButton(caption, this);
+    option->setObjectName(u"Option_ShuoSuiLeiXing_%1"_s.arg(firstReductionType + i));
+    option->setAccessibleName(u"缩水类型 "_s + caption);
+    types_->addButton(option, firstReductionType + i);
+    card->addWidget(option);
+  }
+  optimise_ = new QCheckBox(this);
+  optimise_->setObjectName(u"Check_auto"_s);
+  card->addSpacing(fontMetrics().height() / 2);
+  card->addWidget(optimise_);
+  connect(types_, &QButtonGroup::idClicked, this, [this](int id) {
+    withFaultBox(boxes_, [&] { panel_.setReductionType(id); });
+    Q_EMIT tabChanged(reductionTab);
+  });
+  connect(optimise_, &QCheckBox::toggled, this, [this](bool checked) {
+    if (panel_.loadingPanel)
+      return;
+    withFaultBox(boxes_, [&] { panel_.clickSwitch(optimiseCode_, checked); });
+    Q_EMIT tabChanged(reductionTab);
+  });
+}
+
+void ReductionPage::reload() {
+  panel_.loadingPanel = true;
+  withFaultBox(boxes_, [this] {
+    if (QAbstractButton* option = types_->button(panel_.reductionType()))
+      option->setChecked(true);
+    for (const ConditionPanel::SwitchState& state : panel_.switches(reductionTab)) {
+      optimiseCode_ = state.code;
+      optimise_->setText(state.caption);
+      optimise_->setAccessibleName(state.caption);
+      optimise_->setChecked(state.checked);
+    }
+  });
+  panel_.loadingPanel = false;
+}
+
+SummaryPage::SummaryPage(Store& gConn, Boxes& boxes, QWidget* parent) : QWidget(parent), gConn_(gConn), boxes_(boxes) {
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* title = new QLabel(tabCaption(summaryTab), this);
+  title->setProperty("heading", true);
+  text_ = new QPlainTextEdit(this);
+  text_->setObjectName(u"Text_TiaoJianList"_s);
+  text_->setAccessibleName(u"全部过滤条件"_s);
+  text_->setReadOnly(true);
+  text_->setTabChangesFocus(true);
+  layout->addWidget(title);
+  layout->addWidget(text_, 1);
+}
+
+void SummaryPage::reload() {
+  withFaultBox(boxes_, [this] { text_->setPlainText(buildConditionSummary(gConn_)); });
+}
+
+}  // namespace elevenfive
