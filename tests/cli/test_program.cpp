@@ -252,6 +252,8 @@ history import FILE [--clear]
 history export FILE
 history derive FROM TO
 game list
+game use N
+game source
 source list
 source set NAME ADDRESS
 miss QIHAO
@@ -292,6 +294,9 @@ rows [QIHAO]
 rows export FILE QIHAO [--fields LIST] [--separator TEXT]
 rows import FILE QIHAO --format 0|1|2 [--keep]
 rows delete
+user list
+user mode N
+user logon NAME PASSWORD [--create]
 pack FILE1 FILE2 PACK
 unpack PACK FILE2 FILE1)"_s);
 }
