@@ -78,7 +78,7 @@ TEST_F(Program, TheDataIsLockedForOneAtATime) {
   const Workspace other({cli.folder(), cli.folder()});
   const auto outcome = cli.call({u"rows"_s});
   EXPECT_EQ(outcome.status, exitFailed);
-  EXPECT_TRUE(outcome.err.contains(u"程序正在运行,不允许同时打开多个!!!"_s)) << outcome.err.toStdString();
+  EXPECT_EQ(outcome.err, u"[info] elevenfive 11选5: 程序正在运行,不允许同时打开多个!!!\n"_s);
 }
 
 TEST_F(Program, WrongWordsEndWithTheUsageOfWhatWasMeant) {
