@@ -32,5 +32,7 @@ std::span<const Command> groupCommands();
 std::span<const Command> setupCommands();
 std::span<const Command> runCommands();
 std::span<const Command> rowCommands();
+std::span<const Command> userCommands();
+std::span<const Command> packCommands();
 
 }  // namespace elevenfive

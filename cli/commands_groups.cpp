@@ -161,8 +161,6 @@ Action prepareZonesRecalc(const Arguments&) {
 }
 
 constexpr Command commands[] = {
-    {u"group list", u"List_ZDY", u"lines", prepareGroupList},
-    {u"group entries", u"the entries of ComboZDYcyfz", u"lines", prepareEntries},
     {u"group K members NUMBERS", u"brings the group to exactly these numbers", u"the group's line of List_ZDY",
      prepareMembers},
     {u"group K counts COUNTS", u"brings the group to exactly these counts (0 to 5)", u"the group's line of List_ZDY",
@@ -172,6 +170,8 @@ constexpr Command commands[] = {
     {u"group K common ENTRY", u"fills the group by an entry of ComboZDYcyfz", u"the group's line of List_ZDY",
      prepareCommon},
     {u"group K clear", u"empties the group", u"the group's line of List_ZDY", prepareGroupClear},
+    {u"group list", u"List_ZDY", u"lines", prepareGroupList},
+    {u"group entries", u"the entries of ComboZDYcyfz", u"lines", prepareEntries},
     {u"zones show", u"the four zones", u"zone texts", prepareZonesShow},
     {u"zones click K N", u"number N clicked with zone K current", u"zone texts", prepareZonesClick},
     {u"zones clear", u"empties all zones", u"zone texts", prepareZonesClear},

@@ -52,7 +52,7 @@ const std::vector<Command>& allCommands() {
     std::vector<Command> all;
     for (const std::span<const Command> group :
          {dataCommands(), historyCommands(), catalogueCommands(), missCommands(), conditionCommands(), groupCommands(),
-          setupCommands(), runCommands(), rowCommands()})
+          setupCommands(), runCommands(), rowCommands(), userCommands(), packCommands()})
       all.insert(all.end(), group.begin(), group.end());
     return all;
   }();

@@ -84,6 +84,8 @@ int guarded(Session& session, const Streams& streams, Step&& step) {
     return exitUsage;
   } catch (const Refused&) {
     return exitFailed;  // its box is out
+  } catch (const AlreadyRunning& fault) {
+    session.ports().information(fault.message());
   } catch (const Error& fault) {
     streams.out.flush();
     session.ports().critical(fault.message());
