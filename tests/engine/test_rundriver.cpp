@@ -170,4 +170,18 @@ TEST_F(RunDriverTest, ASecondClickTakesNothingByTheFiltersButTheReductionMayThin
   EXPECT_EQ(survivors(), (QStringList{u"1: 01 02 03 04 05"_s, u"2: 06 07 08 09 10"_s}));
 }
 
+TEST_F(RunDriverTest, ASecondClickFinishesAReductionThatWasStopped) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06\n01 02 03 07 08\n06 07 08 09 10"_s);
+  use(1);
+  allow(1000, 1170);
+  setValue(3900, 3);
+  stopAtYield(4 + 4 + 1);  // the start, the sum, one row against the first kept one
+  driver.cmmTouZhu_Click(1);
+  EXPECT_EQ(numbers(), (QStringList{u"01 02 03 04 05"_s, u"01 02 03 07 08"_s, u"06 07 08 09 10"_s}));
+  driver.cmmTouZhu_Click(1);
+  EXPECT_EQ(survivors(), (QStringList{u"1: 01 02 03 04 05"_s, u"2: 06 07 08 09 10"_s}));
+  EXPECT_EQ(statusLines().mid(1), (QStringList{u"过滤缩水之前共：３注．"_s, u"[ 和 值 ]过滤后余：３ 注"_s,
+                                               u"[保三型]缩水后余：２ 注"_s, u"全部过滤缩水完成,余：２ 注"_s}));
+}
+
 }  // namespace elevenfive
