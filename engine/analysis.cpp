@@ -48,16 +48,16 @@ void markLowest(Store& store, Qihao period, int count, int mark) {
 }
 
 /// Scores and chooses inside one transaction, so that a fault in between leaves the rows as they were.
-void chooseRows(const RunContext& run, Qihao period, int wanted, const std::vector<Candidate>& rows,
-                const QString& tip) {
+void chooseRows(const RunContext& run, Qihao period, int wanted, const std::vector<Candidate>& rows) {
+  StageText text(run);
   LoopScope loop(run, static_cast<int>(rows.size()));
-  setStatus(run, tip + statusBreak() + u"[ 号码分析 ]分析正在进行中．．．"_s);
+  text.tell(u"[ 号码分析 ]分析正在进行中．．．"_s);
   HaomaScorer scorer(readEarlierDraws(run.gConn, period));
   StoreTransaction transaction(run.gConn, OnFault::undo);
   scoreRows(run, rows, scorer, loop);
   markLowest(run.gConn, period, wanted, chosenMark);
   if (!run.state.userStop)
-    setStatus(run, tip + statusBreak() + u"[ 号码分析 ] 完 成 "_s);
+    text.tell(u"[ 号码分析 ] 完 成 "_s);
   run.gConn.execute("删除未选中的号码", "DELETE FROM 日志表 WHERE 期号 = ? AND 临时数据 <> ?", period, chosenMark);
   transaction.commit();
 }
@@ -65,14 +65,13 @@ void chooseRows(const RunContext& run, Qihao period, int wanted, const std::vect
 }  // namespace
 
 void analyseHaoma(const RunContext& run, Qihao period, int wanted) {
-  const QString tip = run.ports.status.text();
   const std::vector<Candidate> rows = readAllRows(run.gConn, period);
   if (rows.empty()) {
     run.ports.boxes.plain(u"表中无第"_s + toQuanjiaoDigits(period) + u" 期的数据！"_s);
     return;
   }
   const StopCleared stopCleared(run.state);
-  chooseRows(run, period, wanted, rows, tip);
+  chooseRows(run, period, wanted, rows);
   run.ports.boxes.plain(u"精选号码完成！"_s);
   run.ports.view.showRizhiGrid();
 }
@@ -82,12 +81,12 @@ int zhinengYouhua(const RunContext& run, Qihao period, int type) {
   constexpr int leastTypeWithoutReduction = 5;
   if (!conditionInUse(run.gConn, optimiseSwitch) || type >= leastTypeWithoutReduction)
     return 0;
-  const QString tip = run.ports.status.text();
+  StageText text(run);
   const std::vector<Candidate> rows = readCandidates(run.gConn, period);
   if (rows.empty())
     return 0;
   LoopScope loop(run, static_cast<int>(rows.size()));
-  setStatus(run, tip + statusBreak() + u"[ 智能优化 ]优化正在进行中．．．"_s);
+  text.tell(u"[ 智能优化 ]优化正在进行中．．．"_s);
   YouhuaScorer scorer(readEarlierDraws(run.gConn, period), readPreviousFigures(run.gConn, period));
   StoreTransaction transaction(run.gConn, OnFault::undo);
   scoreRows(run, rows, scorer, loop);
@@ -95,7 +94,7 @@ int zhinengYouhua(const RunContext& run, Qihao period, int type) {
   markLowest(run.gConn, period, better, 0);
   transaction.commit();
   if (!run.state.userStop)
-    setStatus(run, tip + statusBreak() + u"[ 智能优化 ] 完 成 "_s);
+    text.tell(u"[ 智能优化 ] 完 成 "_s);
   return static_cast<int>(rows.size());
 }
 

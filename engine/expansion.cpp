@@ -138,7 +138,7 @@ int initXuanhao(const RunContext& run, Qihao period) {
     const QString text = u"初始化选号完成!共 "_s + toQuanjiaoDigits(count) + u" 注！"_s;
     run.ports.boxes.plain(text);
     run.ports.view.showRizhiGrid();
-    setStatus(run, text + u"\r\n"_s + statusBreak());
+    showTip(run, text + u"\r\n"_s, false);
   }
   return count;
 }

@@ -62,14 +62,13 @@ class MatchPass final {
       rows_.push_back({row, row.mark, row.xuhao});
   }
 
-  [[nodiscard]] int rowCount() const { return static_cast<int>(rows_.size()); }
   [[nodiscard]] int passes() const { return passes_; }
 
   /// Compares the rows with one draw, until the end or a stop; failed rows are out of the next comparison.
   void compare(const NumberSet& draw, int threshold, LoopScope& loop) {
     if (rows_.empty())
       return;
-    loop.restart(rowCount());
+    loop.restart(static_cast<int>(rows_.size()));
     passes_ = 0;
     for (Compared& row : rows_) {
       requireNumbers(row.stored);
@@ -79,7 +78,7 @@ class MatchPass final {
       } else {
         row.mark = deletedMark;
       }
-      if (!loop.nextRow())
+      if (!loop.nextRowUncounted())
         break;
     }
     const auto failed =
@@ -108,24 +107,25 @@ class MatchPass final {
 }  // namespace
 
 int filter_Lishi(const RunContext& run, Qihao period) {
-  const QString tip = run.ports.status.text();
+  StageText text(run);
   const MatchSettings settings = readSettings(run.gConn);
   if (!settings.inUse)
     return 0;
+  LoopScope loop(run);
   const std::vector<NumberSet> window = readWindow(run.gConn, period, settings.window);
   MatchPass pass(run, period);
-  LoopScope loop(run, pass.rowCount());
   if (!window.empty()) {
-    setStatus(run, tip + statusBreak() + u"[历史数据过滤]过滤正进行中．．．"_s);
+    text.tell(u"[历史数据过滤]过滤正进行中．．．"_s);
     for (const NumberSet& draw : window) {
       pass.compare(draw, settings.threshold, loop);
+      loop.advance();
       if (run.state.userStop)
         break;
     }
     pass.write();
   }
   if (!run.state.userStop)
-    setStatus(run, tip + statusBreak() + u"[历史数据过滤]过滤后余："_s + toQuanjiaoDigits(pass.passes()) + u" 注"_s);
+    text.tell(u"[历史数据过滤]过滤后余："_s + toQuanjiaoDigits(pass.passes()) + u" 注"_s);
   return pass.passes();
 }
 

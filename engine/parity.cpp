@@ -47,8 +47,7 @@ bool differs(const RunContext& run, const Candidate& row) {
 }
 
 /// Marks the rows until the end or a stop and deletes those that show the pattern; returns how many passed.
-int markRows(const RunContext& run, Qihao period, const std::vector<Candidate>& rows) {
-  LoopScope loop(run, static_cast<int>(rows.size()));
+int markRows(const RunContext& run, Qihao period, const std::vector<Candidate>& rows, LoopScope& loop) {
   StoreTransaction transaction(run.gConn, OnFault::undo);
   CandidateWriter writer(run.gConn);
   int passes = 0;
@@ -73,20 +72,21 @@ int filter_Danshuang(const RunContext& run, Qihao period, int j) {
     return 0;
   if (j == 0)
     setShangqiDanshuang(run.gConn, getPrevQihao(run.gConn, period, 1));
-  const QString tip = run.ports.status.text();
+  StageText text(run);
   if (!conditionInUse(run.gConn, codeOf(j)))
     return 0;
-  const QString head = tip + statusBreak() + u'[' + labelOf(j) + u']';
+  const QString head = u'[' + labelOf(j) + u']';
   const QString pattern = getDanshuangText(run.gConn, firstSlot(j), lastSlot(j));
-  setStatus(run, head + u' ' + pattern);
+  text.tell(head + u' ' + pattern);
   loadTiaojianValues(run.gConn, run.state, firstSlot(j), lastSlot(j));
   const std::vector<Candidate> rows = readCandidates(run.gConn, period);
   if (rows.empty())
     return 0;
-  setStatus(run, head + u"过滤正在进行中．．．"_s);
-  const int passes = markRows(run, period, rows);
+  LoopScope loop(run, static_cast<int>(rows.size()));
+  text.tell(head + u"过滤正在进行中．．．"_s);
+  const int passes = markRows(run, period, rows, loop);
   if (!run.state.userStop)
-    setStatus(run, head + pattern + statusBreak() + u"过滤后余："_s + toQuanjiaoDigits(passes) + u" 注"_s);
+    text.tell(head + pattern + statusBreak() + u"过滤后余："_s + toQuanjiaoDigits(passes) + u" 注"_s);
   return passes;
 }
 

@@ -108,6 +108,14 @@ void runClosingStages(const RunContext& run, Qihao period) {
   runSuoshui(run, run.state.tiaojianValue[0], period);
 }
 
+/// What would end the run in its midst ends it before the first stage, so that no row is lost: a row that holds what is no
+/// number of a draw, and a reduction that was never chosen.
+void requireRunnable(const RunContext& run, Qihao period) {
+  for (const Candidate& row : readCandidates(run.gConn, period))
+    requireNumbers(row);
+  requireReductionType(conditionValue(run.gConn, reductionTypeId));
+}
+
 /// What the status text says at the end of a run, and the grid as it is then.
 void showOutcome(const RunContext& run, Qihao period) {
   const QString count = toQuanjiaoDigits(countCandidates(run.gConn, period));
@@ -144,10 +152,13 @@ bool resetRizhiBiaoji(const RunContext& run, Qihao period) {
   const std::vector<int> ids = rowIds(run.gConn, period);
   if (!ids.empty()) {
     const int maximum = 2 * static_cast<int>(ids.size());
+    StageText text(run);
     LoopScope loop(run, maximum);
-    const QString old = run.ports.status.text();
-    setStatus(run, (old.size() > shortStatus ? QString() : old) + statusBreak() + u"正读取数据["_s +
-                       toQuanjiaoDigits(period) + u"期]．．．"_s);
+    const QString reading = u"正读取数据["_s + toQuanjiaoDigits(period) + u"期]．．．"_s;
+    if (run.ports.status.text().size() > shortStatus)
+      text.tellAlone(reading);
+    else
+      text.tell(reading);
     clearMarks(run, ids, loop);
     run.ports.progress.setValue(maximum);
   } else if (period > 0) {
@@ -163,6 +174,7 @@ void runGuolvSuoshui(const RunContext& run, Qihao period) {
   const RunScope scope(run);
   if (!resetRizhiBiaoji(run, period))
     return;
+  requireRunnable(run, period);
   try {
     runCountedStages(run, period);
     runClosingStages(run, period);

@@ -24,8 +24,9 @@ std::span<const PipelineStage> pipelineStages();
 /// has rows and the person did not stop.
 bool resetRizhiBiaoji(const RunContext& run, Qihao period);
 
-/// The pipeline over a period's rows with the tolerance of the state. Throws Error where a stage faults: its rows are as they
-/// were before it, the controls are usable again and no stop is pending.
+/// The pipeline over a period's rows with the tolerance of the state. Throws Error where a stage faults: its rows and the
+/// status text are as they were before it, the controls are usable again and no stop is pending. A row that holds no numbers
+/// of a draw, or a reduction that was never chosen, ends the run before its first stage.
 void runGuolvSuoshui(const RunContext& run, Qihao period);
 
 }  // namespace elevenfive

@@ -45,8 +45,7 @@ int missesOf(const Places& places, const Candidate& row) {
 }
 
 int markRows(const RunContext& run, Qihao period, const std::vector<Candidate>& rows, const Places& places,
-             int tolerance) {
-  LoopScope loop(run, static_cast<int>(rows.size()));
+             int tolerance, LoopScope& loop) {
   StoreTransaction transaction(run.gConn, OnFault::undo);
   CandidateWriter writer(run.gConn);
   int passes = 0;
@@ -71,23 +70,24 @@ QString positionColumn(int place) {
 }
 
 int filter_Dingwei(const RunContext& run, Qihao period) {
-  const QString tip = run.ports.status.text();
+  StageText text(run);
   const Places places = readPlaces(run.gConn);
   const int tolerance = conditionValue(run.gConn, toleranceId);
   if (places.active == 0)
     return 0;
   const QString label = u"[号码定位,容错值="_s + toQuanjiaoDigits(tolerance) + u']';
   if (tolerance >= places.active) {
-    setStatus(run, tip + statusBreak() + label + u" <容错值太大无法过滤掉号码.>"_s);
+    text.tell(label + u" <容错值太大无法过滤掉号码.>"_s);
     return 0;
   }
   const std::vector<Candidate> rows = readCandidates(run.gConn, period);
   if (rows.empty())
     return 0;
-  setStatus(run, tip + statusBreak() + u"[号码定位]过滤正在进行中．．．"_s);
-  const int passes = markRows(run, period, rows, places, tolerance);
+  LoopScope loop(run, static_cast<int>(rows.size()));
+  text.tell(u"[号码定位]过滤正在进行中．．．"_s);
+  const int passes = markRows(run, period, rows, places, tolerance, loop);
   if (!run.state.userStop)
-    setStatus(run, tip + statusBreak() + label + u"过滤后余："_s + toQuanjiaoDigits(passes) + u" 注"_s);
+    text.tell(label + u"过滤后余："_s + toQuanjiaoDigits(passes) + u" 注"_s);
   return passes;
 }
 

@@ -100,8 +100,8 @@ QString labelOf(int K) {
   return u"[%1]"_s.arg(reductionCaption(K));
 }
 
-void setResultLine(const RunContext& run, const QString& tip, int K, int count) {
-  setStatus(run, tip + statusBreak() + labelOf(K) + u"缩水后余："_s + toQuanjiaoDigits(count) + u" 注"_s);
+void tellResult(StageText& text, int K, int count) {
+  text.tell(labelOf(K) + u"缩水后余："_s + toQuanjiaoDigits(count) + u" 注"_s);
 }
 
 }  // namespace
@@ -110,25 +110,30 @@ QStringView reductionCaption(int type) {
   return captions.at(static_cast<std::size_t>(type - firstReductionType));
 }
 
-int runSuoshui(const RunContext& run, int K, Qihao period) {
-  if (K < firstReductionType)
+void requireReductionType(int type) {
+  if (type < firstReductionType)
     throw MissingData(u"还没有选择缩水类型，请先在“缩水设置”中选择保三型到保七型中的一种。"_s);
-  const QString tip = run.ports.status.text();
+}
+
+int runSuoshui(const RunContext& run, int K, Qihao period) {
+  requireReductionType(K);
+  StageText text(run);
   std::vector<Candidate> rows = readRows(run.gConn, period);
   const int count = static_cast<int>(rows.size());
   if (K >= noReductionType) {
-    setResultLine(run, tip, noReductionType, count);
+    tellResult(text, noReductionType, count);
     return count;
   }
-  int kept = 0;
-  if (!rows.empty()) {
-    const LoopScope loop(run, count);
-    setStatus(run, tip + statusBreak() + labelOf(K) + u"缩水正在进行中．．．"_s);
-    kept = coverAll(run, rows, K);
-    writeRows(run, period, rows);
-    run.ports.progress.setValue(count);
+  if (rows.empty()) {
+    tellResult(text, K, 0);
+    return 0;
   }
-  setResultLine(run, tip, K, kept);
+  const LoopScope loop(run, count);
+  text.tell(labelOf(K) + u"缩水正在进行中．．．"_s);
+  const int kept = coverAll(run, rows, K);
+  writeRows(run, period, rows);
+  run.ports.progress.setValue(count);
+  tellResult(text, K, kept);
   return kept;
 }
 

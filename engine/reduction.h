@@ -18,8 +18,11 @@ inline constexpr int noReductionType = 5;
 /// The caption of a type from 3 to 7.
 QStringView reductionCaption(int type);
 
+/// Throws MissingData where a type is below 3, as after a clearing of all conditions.
+void requireReductionType(int type);
+
 /// Reduces a period's rows with type K and returns how many rows are kept. After a stop the rows not reached stay as they are.
-/// Throws MissingData where K is below 3, as after a clearing of all conditions.
+/// Throws as requireReductionType does.
 int runSuoshui(const RunContext& run, int K, Qihao period);
 
 }  // namespace elevenfive

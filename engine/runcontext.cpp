@@ -1,5 +1,7 @@
 #include "engine/runcontext.h"
 
+#include <exception>
+
 namespace elevenfive {
 
 using namespace Qt::StringLiterals;
@@ -16,6 +18,14 @@ PanelHold::~PanelHold() {
 
 LoopScope::LoopScope(const RunContext& run, int maximum) : run_(run), hold_(run) {
   restart(maximum);
+  show();
+}
+
+LoopScope::LoopScope(const RunContext& run) : run_(run), hold_(run) {
+  show();
+}
+
+void LoopScope::show() {
   run_.ports.progress.setVisible(true);
   run_.ports.controls.setEnabled(ControlId::cmm_stop, true);
 }
@@ -27,12 +37,23 @@ LoopScope::~LoopScope() {
 
 bool LoopScope::nextRow() {
   run_.ports.events.yield();
-  run_.ports.progress.setValue(++done_);
+  advance();
   return !run_.state.userStop;
+}
+
+bool LoopScope::nextRowUncounted() {
+  run_.ports.events.yield();
+  return !run_.state.userStop;
+}
+
+void LoopScope::advance() {
+  if (done_ < maximum_)
+    run_.ports.progress.setValue(++done_);
 }
 
 void LoopScope::restart(int maximum) {
   done_ = 0;
+  maximum_ = maximum;
   run_.ports.progress.setMinimum(0);
   run_.ports.progress.setMaximum(maximum);
   run_.ports.progress.setValue(0);
@@ -42,6 +63,24 @@ QString statusBreak() {
   return u"\r\n\r\n"_s;
 }
 
+StageText::StageText(const RunContext& run)
+    : run_(run), tip_(run.ports.status.text()), faults_(std::uncaught_exceptions()) {}
+
+StageText::~StageText() {
+  if (told_ && std::uncaught_exceptions() > faults_)
+    setStatus(run_, tip_);
+}
+
+void StageText::tell(const QString& line) {
+  told_ = true;
+  setStatus(run_, tip_ + statusBreak() + line);
+}
+
+void StageText::tellAlone(const QString& line) {
+  told_ = true;
+  setStatus(run_, statusBreak() + line);
+}
+
 void setStatus(const RunContext& run, const QString& text) {
   run.ports.status.setText(text);
   run.ports.status.moveCaretToEnd();
@@ -49,6 +88,11 @@ void setStatus(const RunContext& run, const QString& text) {
 
 void addStatusLine(const RunContext& run, const QString& line) {
   setStatus(run, run.ports.status.text() + statusBreak() + line);
+}
+
+void showTip(const RunContext& run, const QString& text, bool append) {
+  StatusText& status = run.ports.status;
+  status.setText(append ? text + statusBreak() + status.text() : text + statusBreak());
 }
 
 }  // namespace elevenfive

@@ -35,6 +35,8 @@ class PanelHold final {
 class LoopScope final {
  public:
   LoopScope(const RunContext& run, int maximum);
+  /// Shows the bar as it stands; restart gives it its ends once there is something to walk over.
+  explicit LoopScope(const RunContext& run);
   ~LoopScope();
   LoopScope(const LoopScope&) = delete;
   LoopScope& operator=(const LoopScope&) = delete;
@@ -42,13 +44,22 @@ class LoopScope final {
   /// The end of one row: lets waiting events run and moves the bar on. False when the loop must end here.
   [[nodiscard]] bool nextRow();
 
+  /// The same for a row that the bar does not count.
+  [[nodiscard]] bool nextRowUncounted();
+
+  /// Moves the bar on by one, not beyond its end.
+  void advance();
+
   /// Begins another walk over rows with the bar at its start.
   void restart(int maximum);
 
  private:
+  void show();
+
   RunContext run_;
   PanelHold hold_;
   int done_ = 0;
+  int maximum_ = 0;
 };
 
 /// A control that works only inside a scope, or only outside it.
@@ -81,10 +92,35 @@ class StopCleared final {
 /// Two line ends: what parts the lines of the status text.
 QString statusBreak();
 
+/// The line of one stage behind the status text that it met. A fault in the stage takes the line away again; after a stop it
+/// stays, so that the text tells where the run ended.
+class StageText final {
+ public:
+  explicit StageText(const RunContext& run);
+  ~StageText();
+  StageText(const StageText&) = delete;
+  StageText& operator=(const StageText&) = delete;
+
+  /// The line takes the place of the one that the stage told before.
+  void tell(const QString& line);
+
+  /// The same with nothing ahead of it.
+  void tellAlone(const QString& line);
+
+ private:
+  RunContext run_;
+  QString tip_;  ///< the text before the stage
+  int faults_;   ///< in flight when the stage began
+  bool told_ = false;
+};
+
 /// The status text becomes text, with the caret at its end.
 void setStatus(const RunContext& run, const QString& text);
 
 /// Adds a line to the status text: two line ends, then the line.
 void addStatusLine(const RunContext& run, const QString& line);
+
+/// append false: the status text becomes text and an empty line; true: text stands ahead of the old one. The caret stays.
+void showTip(const RunContext& run, const QString& text, bool append);
 
 }  // namespace elevenfive

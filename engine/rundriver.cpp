@@ -164,7 +164,7 @@ void RunDriver::deleteRizhi(Qihao period) {
 }
 
 void RunDriver::showTip(const QString& text, bool append) {
-  ports_.status.setText(append ? text + statusBreak() + ports_.status.text() : text + statusBreak());
+  elevenfive::showTip(context(), text, append);
 }
 
 }  // namespace elevenfive

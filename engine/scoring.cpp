@@ -38,17 +38,18 @@ int sumOf(const Draw& row) {
 }  // namespace
 
 EarlierDraws readEarlierDraws(Store& store, Qihao period) {
-  const Qihao to = getPrevQihao(store, period, 1);
-  const Qihao from = getPrevQihao(store, period, EarlierDraws::depth);
-  Statement rows = store.query("读取前十期号码",
-                               "SELECT 号码1, 号码2, 号码3, 号码4, 号码5, 和值 FROM 历史记录"
-                               " WHERE 期号 >= ? AND 期号 <= ? ORDER BY 期号",
-                               from, to);
+  LookBackBlock block;
+  getHistoryRecord(store, block, period);
+  Statement sums =
+      store.query("读取前十期和值", "SELECT 和值 FROM 历史记录 WHERE 期号 >= ? AND 期号 <= ? ORDER BY 期号",
+                  getPrevQihao(store, period, EarlierDraws::depth), getPrevQihao(store, period, 1));
   EarlierDraws earlier;
-  for (std::size_t back = EarlierDraws::depth; back >= 1 && rows.next(); --back) {
-    earlier.numbers[back] = {rows.integer(0), rows.integer(1), rows.integer(2), rows.integer(3), rows.integer(4)};
-    earlier.sums[back] = rows.integer(5);
-  }
+  for (int back = 1; back <= EarlierDraws::depth; ++back)
+    for (int position = 1; position <= drawSize; ++position)
+      earlier.numbers[static_cast<std::size_t>(back)][static_cast<std::size_t>(position - 1)] =
+          block.at(position, back);
+  for (std::size_t back = EarlierDraws::depth; back >= 1 && sums.next(); --back)
+    earlier.sums[back] = sums.integer(0);
   return earlier;
 }
 

@@ -53,7 +53,7 @@ int markRows(const RunContext& run, Qihao period, const std::vector<Candidate>& 
 }  // namespace
 
 int runStandardPass(const RunContext& run, Qihao period, const StandardStage& stage) {
-  const QString tip = run.ports.status.text();
+  StageText text(run);
   if (!conditionInUse(run.gConn, stage.code))
     return 0;
   if (stage.warning && stage.warning->evenWithoutRows)
@@ -62,14 +62,14 @@ int runStandardPass(const RunContext& run, Qihao period, const StandardStage& st
   const std::vector<Candidate> rows = readCandidates(run.gConn, period);
   if (rows.empty())
     return 0;
+  LoopScope loop(run, static_cast<int>(rows.size()));
   if (stage.warning)
     warnOnce(run, *stage.warning);
-  LoopScope loop(run, static_cast<int>(rows.size()));
-  setStatus(run, tip + statusBreak() + stage.label + u"过滤正在进行中．．．"_s);
   const Attribute attribute = stage.attribute(run, period);
+  text.tell(stage.label + u"过滤正在进行中．．．"_s);
   const int passes = markRows(run, period, rows, attribute, loop);
   if (!run.state.userStop)
-    setStatus(run, tip + statusBreak() + stage.label + u"过滤后余："_s + toQuanjiaoDigits(passes) + u" 注"_s);
+    text.tell(stage.label + u"过滤后余："_s + toQuanjiaoDigits(passes) + u" 注"_s);
   return passes;
 }
 

@@ -13,13 +13,15 @@ using namespace Qt::StringLiterals;
 
 }  // namespace
 
-// A stage whose rows are as before where a fault ends it.
+// A stage whose rows and status text are as before where a fault ends it.
 void SlowEngine::guarded(const std::function<void()>& stage) {
-  const std::vector<Row> before = rows;
+  const std::vector<Row> rowsBefore = rows;
+  const QString statusBefore = status;
   try {
     stage();
   } catch (const Fault&) {
-    rows = before;
+    rows = rowsBefore;
+    status = statusBefore;
     throw;
   }
 }

@@ -184,6 +184,13 @@ bool SlowEngine::runGuolvSuoshui(Qihao period) {
     stop = false;
     return true;
   }
+  // What no stage could do anything with ends the run before the first one.
+  for (const Row& row : rows)
+    for (int number : row.numbers)
+      if (row.qihao == period && (number < 1 || number > 11))
+        return false;
+  if (values.at(3900) < 3)
+    return false;
   try {
     countedStages(period);
     if (tolerance > 0)

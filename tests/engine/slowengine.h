@@ -73,7 +73,7 @@ class SlowEngine {
   /// The expansion. Returns the number of rows of the period.
   int initXuanhao(Qihao period);
 
-  /// The run. False where a fault ended it; the rows are then as they were before that stage.
+  /// The run. False where a fault ended it; rows and status text are then as they were before that stage.
   bool runGuolvSuoshui(Qihao period);
 
   int countConditions() const;

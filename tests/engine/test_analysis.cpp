@@ -126,7 +126,9 @@ TEST_F(AnalysisTest, WithNoDrawAtAllItStillScores) {
 TEST_F(AnalysisTest, AFaultLeavesTheRowsAndFreesThePanel) {
   addFiveSums();
   sql("CREATE TRIGGER refuse BEFORE DELETE ON 日志表 BEGIN SELECT RAISE(ABORT, 'full'); END");
+  ports.status = u"此前"_s;
   EXPECT_THROW(analyseHaoma(run(), period, 1), StoreError);
+  EXPECT_EQ(ports.status, u"此前"_s);
   EXPECT_EQ(workspace.rows("SELECT SUM(临时数据), COUNT(*) FROM 日志表"), (QStringList{u"0 5"_s}));
   EXPECT_TRUE(ports.enabled[ControlId::Pic_subTouZhu]);
   EXPECT_FALSE(ports.enabled[ControlId::cmm_stop]);

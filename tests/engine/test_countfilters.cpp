@@ -150,4 +150,16 @@ TEST_F(CountFilters, ZonesAndGroupsDoNothingAfterAStop) {
   EXPECT_EQ(ports.status, QString());
 }
 
+TEST_F(CountFilters, AChangedZoneTakesEffectOnTheNextRun) {
+  setMembers("区间1", "1, 2, 3, 4, 5");
+  use(16);
+  allow(3704, 3705);
+  addRows(u"01 02 03 04 05\n01 02 03 04 06"_s);
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(numbers(), (QStringList{u"01 02 03 04 05"_s, u"01 02 03 04 06"_s}));
+  setMembers("区间1", "2, 3, 4, 5");
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(numbers(), QStringList{u"01 02 03 04 05"_s});
+}
+
 }  // namespace elevenfive

@@ -190,4 +190,31 @@ TEST_F(HistoryFilters, LabelsStandAsTheyAre) {
                                         u"[温度值5]过滤后余：１ 注"_s, u"[温度值10]过滤后余：１ 注"_s}));
 }
 
+TEST_F(HistoryFilters, TheHottestRowOfTenDrawsReadsTheFiftiethSlotOfAnEarlierLoad) {
+  QString draws;
+  for (int i = 0; i < 10; ++i)
+    draws += u"1103150%1 01 02 03 04 05\n"_s.arg(i);
+  setHistory(draws);
+  use(47);
+  allow(4180, 4209);
+  addRows(u"01 02 03 04 05"_s);  // ten hits of each number
+  setValue(1050, 1);
+  driver.loadTiaojianValues(1000, 1170);
+  EXPECT_EQ(filter_Wendu10(run(), period), 1);
+  setValue(1050, 0);
+  driver.loadTiaojianValues(1000, 1170);
+  EXPECT_EQ(filter_Wendu10(run(), period), 0);
+  EXPECT_TRUE(survivors().isEmpty());
+}
+
+TEST_F(HistoryFilters, TheBarStandsBeforeTheOverlapWarns) {
+  use(7);
+  allow(3470, 3480);
+  addRows(u"01 02 03 04 05"_s);
+  filter_Chongdie(run(), period);
+  ASSERT_GE(ports.log.size(), 4);
+  EXPECT_EQ(ports.log[1], u"progress 0..1"_s);
+  EXPECT_TRUE(ports.log[3].startsWith(u"plain [] 注意"_s));
+}
+
 }  // namespace elevenfive

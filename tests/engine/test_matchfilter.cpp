@@ -133,4 +133,45 @@ TEST_F(MatchFilter, ABadNumberEndsThePassWithTheRowsAsBefore) {
   EXPECT_TRUE(ports.enabled[ControlId::Pic_subTouZhu]);
 }
 
+TEST_F(MatchFilter, AThresholdOfZeroTakesEveryRow) {
+  setMatch(1, 5, 0);
+  addRows(u"01 03 05 07 09\n02 04 06 08 10"_s);
+  EXPECT_EQ(filter_Lishi(run(), period), 0);
+  EXPECT_TRUE(survivors().isEmpty());
+  EXPECT_EQ(ports.status, u"\r\n\r\n[历史数据过滤]过滤后余：０ 注"_s);
+}
+
+TEST_F(MatchFilter, WithoutItsSettingsItIsSilent) {
+  sql("DELETE FROM 历史数据过滤");
+  addRows(u"02 04 06 08 10"_s);
+  EXPECT_EQ(filter_Lishi(run(), period), 0);
+  EXPECT_TRUE(ports.log.isEmpty());
+  EXPECT_EQ(ports.status, QString());
+  EXPECT_EQ(survivors().size(), 1);
+}
+
+TEST_F(MatchFilter, WithoutRowsItTellsZeroAndLeavesTheEndsOfTheBar) {
+  setMatch(1, 5, 4);
+  ports.maximum = 7;
+  ports.value = 3;
+  EXPECT_EQ(filter_Lishi(run(), period), 0);
+  EXPECT_EQ(ports.status, u"\r\n\r\n[历史数据过滤]过滤后余：０ 注"_s);
+  EXPECT_EQ(ports.maximum, 7);
+  EXPECT_EQ(ports.value, 3);
+  EXPECT_EQ(ports.yields, 0);
+  EXPECT_EQ(ports.log, (QStringList{u"disable Pic_subTouZhu"_s, u"progress 0..7"_s, u"enable cmm_stop"_s,
+                                    u"progress hidden"_s, u"disable cmm_stop"_s, u"enable Pic_subTouZhu"_s}));
+}
+
+TEST_F(MatchFilter, TheBarMovesByDrawsAndEndsAtTheRowsOfTheDraw) {
+  setMatch(1, 2, 5);
+  setHistory(u"11031508 01 02 03 04 05\n11031509 01 03 05 07 09"_s);
+  addRows(u"02 04 06 08 10\n01 02 03 04 05\n02 03 04 05 06"_s);
+  QStringList bar;
+  ports.onYield = [&](int) { bar << u"%1/%2"_s.arg(ports.value).arg(ports.maximum); };
+  EXPECT_EQ(filter_Lishi(run(), period), 2);
+  EXPECT_EQ(bar, (QStringList{u"0/3"_s, u"0/3"_s, u"0/3"_s, u"0/2"_s, u"0/2"_s}));
+  EXPECT_EQ(ports.value, 1);
+}
+
 }  // namespace elevenfive

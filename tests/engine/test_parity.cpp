@@ -143,4 +143,16 @@ TEST_F(Parity, ABadNumberEndsThePass) {
   EXPECT_EQ(survivors().size(), 2);
 }
 
+TEST_F(Parity, AStopInsideThePatternsLetsTheRestLeaveNoLine) {
+  for (int j = 0; j <= parityPatterns; ++j)
+    use(70 + j);
+  addRows(u"01 03 05 07 09\n01 03 05 07 11"_s);
+  stopAtYield(2 + 2 + 1);  // the start, the pattern of the draw before, one row of the next
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(statusLines().mid(2),
+            (QStringList{u"[排除掉上期单双组合：]双双双双双"_s, u"过滤后余：２ 注"_s,
+                         u"[排除掉单双组合1：]过滤正在进行中．．．"_s, u"用户中止,当前记录余：２ 注"_s}));
+  EXPECT_EQ(marks(), (QStringList{u"2"_s, u"1"_s}));
+}
+
 }  // namespace elevenfive

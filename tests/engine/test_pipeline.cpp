@@ -1,5 +1,12 @@
 #include "engine/pipeline.h"
 
+#include <functional>
+
+#include "engine/matchfilter.h"
+#include "engine/parity.h"
+#include "engine/positionfilter.h"
+#include "engine/reduction.h"
+#include "engine/valuefilters.h"
 #include "model/errors.h"
 #include "tests/engine/enginefixture.h"
 
@@ -128,7 +135,6 @@ TEST_F(Pipeline, AFaultReachesTheCallerAndLeavesTheControlsUsable) {
   EXPECT_FALSE(ports.enabled[ControlId::cmm_stop]);
   EXPECT_FALSE(ports.visible);
   EXPECT_FALSE(driver.state().userStop);
-  EXPECT_EQ(view.gridShown, 1);  // what the stages before deleted is gone from the grid too
 }
 
 TEST_F(Pipeline, EveryStageInUseTellsItsLineInTheOrderOfTheRun) {
@@ -202,6 +208,95 @@ TEST_F(Pipeline, WithoutADrawBeforeTheRunEndsAtTheParityStage) {
   EXPECT_EQ(survivors(), QStringList{u"1: 01 02 03 04 05"_s});
   EXPECT_EQ(view.gridShown, 1);
   EXPECT_TRUE(ports.enabled[ControlId::mnu_UserQiehuan]);
+}
+
+TEST_F(Pipeline, ABadRowEndsTheRunAlsoWhereNoStageLooksAtIt) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 12\n00 02 03 04 05"_s);
+  sql("UPDATE 日志表 SET 过滤标记 = 9");
+  try {
+    driver.runGuolvSuoshui(period);
+    FAIL() << "no fault";
+  } catch (const NumberFault& fault) {
+    EXPECT_EQ(fault.message(),
+              u"序号 2 的号码（01 02 03 04 12）不在 01 到 11 之间，过滤已中止，请删除这一注或重新导入号码。"_s);
+  }
+  EXPECT_EQ(survivors(), (QStringList{u"1: 01 02 03 04 05"_s, u"2: 01 02 03 04 12"_s, u"3: 00 02 03 04 05"_s}));
+  EXPECT_EQ(marks(), (QStringList{u"0"_s, u"0"_s, u"0"_s}));
+  EXPECT_EQ(statusLines().last(), u"过滤缩水之前共：３注．"_s);
+  EXPECT_FALSE(ports.enabled[ControlId::cmm_stop]);
+}
+
+TEST_F(Pipeline, ABadRowOfAnotherPeriodIsNoConcernOfTheRun) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 12"_s);
+  sql("UPDATE 日志表 SET 期号 = 7 WHERE 号码5 = 12");
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(statusLines().last(), u"全部过滤缩水完成,余：１ 注"_s);
+}
+
+TEST_F(Pipeline, AReductionThatWasNeverChosenEndsTheRunBeforeARowIsLost) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06"_s);
+  use(1);  // no sum is allowed: the stage would take both rows
+  for (const int type : {0, 2, -1}) {
+    setValue(3900, type);
+    try {
+      driver.runGuolvSuoshui(period);
+      FAIL() << "no fault";
+    } catch (const MissingData& fault) {
+      EXPECT_EQ(fault.message(), u"还没有选择缩水类型，请先在“缩水设置”中选择保三型到保七型中的一种。"_s);
+    }
+    EXPECT_EQ(survivors(), (QStringList{u"1: 01 02 03 04 05"_s, u"2: 01 02 03 04 06"_s}));
+    EXPECT_EQ(statusLines().last(), u"过滤缩水之前共：２注．"_s);
+  }
+}
+
+TEST_F(Pipeline, AFaultTakesBackTheRunningLineOfItsStageAlone) {
+  addRows(u"01 02 03 04 05\n05 05 05 05 05"_s);  // the second row has no AC value
+  use(1);
+  allow(1015, 1025);
+  use(9);
+  allow(3600, 3630);
+  EXPECT_THROW(driver.runGuolvSuoshui(period), NumberFault);
+  EXPECT_EQ(statusLines().mid(1), (QStringList{u"过滤缩水之前共：２注．"_s, u"[ 和 值 ]过滤后余：２ 注"_s}));
+  EXPECT_EQ(view.gridShown, 1);
+}
+
+TEST_F(Pipeline, EveryStageWithALineOfItsOwnTakesItBackOnAFault) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06\n01 02 03 04 12"_s);
+  use(1);
+  allow(1000, 1170);
+  use(71);
+  use(30);
+  sql("UPDATE 号码特性 SET 第1位 = 1");
+  sql("UPDATE 历史数据过滤 SET 使用状态 = 1, 最小值 = 1, 匹配值 = 5");
+  const std::function<int()> calls[] = {
+      [this] { return filter_Hezhi(run(), period); }, [this] { return filter_Danshuang(run(), period, 1); },
+      [this] { return filter_Dingwei(run(), period); }, [this] { return filter_Lishi(run(), period); },
+      [this] { return runSuoshui(run(), 3, period); }};
+  for (const auto& call : calls) {
+    ports.status = u"此前"_s;
+    QString during;
+    ports.onYield = [&](int) { during = ports.status; };
+    EXPECT_THROW(call(), NumberFault);
+    EXPECT_TRUE(during.startsWith(u"此前\r\n\r\n["_s)) << during.toStdString();
+    EXPECT_EQ(ports.status, u"此前"_s) << during.toStdString();
+  }
+}
+
+TEST_F(Pipeline, AFaultInTheStartTakesItsReadingLineBack) {
+  addRows(u"01 02 03 04 05"_s);
+  ports.status = QString(31, u'x');
+  sql("CREATE TRIGGER locked BEFORE UPDATE ON 日志表 BEGIN SELECT RAISE(ABORT, 'locked'); END");
+  EXPECT_THROW(driver.resetRizhiBiaoji(period), StoreError);
+  EXPECT_EQ(ports.status, QString(31, u'x'));
+}
+
+TEST_F(Pipeline, AStopAtTheLastRowOfTheStartEndsTheRunAllTheSame) {
+  addRows(u"01 02 03 04 05\n02 03 04 05 06"_s);
+  sql("UPDATE 日志表 SET 过滤标记 = 9");
+  stopAtYield(2);
+  EXPECT_FALSE(driver.resetRizhiBiaoji(period));
+  EXPECT_EQ(marks(), (QStringList{u"0"_s, u"0"_s}));
+  EXPECT_EQ(ports.status, u"\r\n\r\n正读取数据[１１０３１５１０期]．．．"_s);
 }
 
 }  // namespace elevenfive

@@ -153,4 +153,13 @@ TEST_F(Reduction, EveryRowSharesEnoughWithAKeptOneAndKeptOnesShareLess) {
   }));
 }
 
+TEST_F(Reduction, TheBarTellsTheKeptRowsWhileItRuns) {
+  addFour();
+  QStringList bar;
+  ports.onYield = [&](int) { bar << QString::number(ports.value); };
+  runSuoshui(run(), 4, period);
+  // Three rows against the first kept one, its end; one row against the second, its end; the end of the third.
+  EXPECT_EQ(bar.join(u' '), u"0 0 0 1 1 2 3"_s);
+}
+
 }  // namespace elevenfive

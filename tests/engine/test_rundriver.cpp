@@ -140,4 +140,48 @@ TEST_F(RunDriverTest, ButtonsBeyondTheRowDoNothing) {
   EXPECT_TRUE(ports.log.isEmpty());
 }
 
+TEST_F(RunDriverTest, TheRunOffersTheNextPeriodWhereTheGridIsEmpty) {
+  view.current = std::nullopt;
+  driver.cmmTouZhu_Click(1);
+  EXPECT_EQ(ports.inputs[0].defaultText, u"11031510"_s);
+}
+
+TEST_F(RunDriverTest, WordsAndNegativeNumbersReadAsToleranceZero) {
+  for (const QString& typed : {u"-1"_s, u"abc"_s}) {
+    driver.state().rongcuoValue = 3;
+    ports.typed = {u"11031510"_s, typed};
+    driver.cmmTouZhu_Click(1);
+    EXPECT_EQ(driver.state().rongcuoValue, 0) << typed.toStdString();
+  }
+}
+
+TEST_F(RunDriverTest, ASecondClickTakesNothingByTheFiltersButTheReductionMayThinFurther) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06\n01 02 03 07 08\n06 07 08 09 10"_s);
+  use(1);
+  allow(1000, 1170);
+  setValue(3900, 4);
+  driver.cmmTouZhu_Click(1);
+  EXPECT_EQ(numbers(), (QStringList{u"01 02 03 04 05"_s, u"01 02 03 07 08"_s, u"06 07 08 09 10"_s}));
+  setValue(3900, 3);
+  driver.cmmTouZhu_Click(1);
+  EXPECT_EQ(survivors(), (QStringList{u"1: 01 02 03 04 05"_s, u"2: 06 07 08 09 10"_s}));
+  EXPECT_TRUE(statusLines().contains(u"[ 和 值 ]过滤后余：３ 注"_s));
+  driver.cmmTouZhu_Click(1);
+  EXPECT_EQ(survivors(), (QStringList{u"1: 01 02 03 04 05"_s, u"2: 06 07 08 09 10"_s}));
+}
+
+TEST_F(RunDriverTest, ASecondClickFinishesAReductionThatWasStopped) {
+  addRows(u"01 02 03 04 05\n01 02 03 04 06\n01 02 03 07 08\n06 07 08 09 10"_s);
+  use(1);
+  allow(1000, 1170);
+  setValue(3900, 3);
+  stopAtYield(4 + 4 + 1);  // the start, the sum, one row against the first kept one
+  driver.cmmTouZhu_Click(1);
+  EXPECT_EQ(numbers(), (QStringList{u"01 02 03 04 05"_s, u"01 02 03 07 08"_s, u"06 07 08 09 10"_s}));
+  driver.cmmTouZhu_Click(1);
+  EXPECT_EQ(survivors(), (QStringList{u"1: 01 02 03 04 05"_s, u"2: 06 07 08 09 10"_s}));
+  EXPECT_EQ(statusLines().mid(1), (QStringList{u"过滤缩水之前共：３注．"_s, u"[ 和 值 ]过滤后余：３ 注"_s,
+                                               u"[保三型]缩水后余：２ 注"_s, u"全部过滤缩水完成,余：２ 注"_s}));
+}
+
 }  // namespace elevenfive

@@ -92,4 +92,37 @@ TEST_F(Tolerance, ItRunsAfterAStopAndTakesTheRowsThatWereNotReached) {
   EXPECT_FALSE(ports.status.contains(u"容错"_s));
 }
 
+TEST_F(Tolerance, LinesGoUpAgainAndOnlyItsOwnTellsTheRowsLeft) {
+  driver.state().rongcuoValue = 2;
+  use(1);
+  setValue(1015, 1);
+  use(10);
+  setValue(3643, 1);
+  use(4);
+  setValue(3305, 1);
+  // The first has the sum and three odd numbers, the second the span, the third three odd numbers, the last nothing.
+  addRows(u"01 02 03 04 05\n01 02 03 04 06\n07 08 09 10 11\n01 03 05 07 09"_s);
+  driver.runGuolvSuoshui(period);
+  EXPECT_EQ(statusLines().mid(2), (QStringList{u"[ 和 值 ]过滤后余：１ 注"_s, u"[奇数个数]过滤后余：２ 注"_s,
+                                               u"[ 跨 度 ]过滤后余：１ 注"_s, u"以上条件容错２后余：３ 注"_s,
+                                               u"[保五型]缩水后余：３ 注"_s, u"全部过滤缩水完成,余：３ 注"_s}));
+  EXPECT_FALSE(numbers().contains(u"01 03 05 07 09"_s));
+}
+
+TEST_F(Tolerance, AStopInTheFifthStageLeavesWhatHadPassedEnoughByThen) {
+  driver.state().rongcuoValue = 1;
+  for (const int code : {1, 3, 4})
+    use(code);
+  allow(1000, 1170);
+  allow(3000, 3170);
+  allow(3300, 3340);
+  addRows(u"01 02 03 04 05\n01 02 03 04 06\n01 02 03 04 07"_s);
+  stopAtYield(3 + 3 + 2);  // the start, the sum, two rows of the even sum
+  driver.runGuolvSuoshui(period);
+  // Two of the three conditions are needed: the third row had only the sum.
+  EXPECT_EQ(numbers(), (QStringList{u"01 02 03 04 05"_s, u"01 02 03 04 06"_s}));
+  EXPECT_EQ(statusLines().mid(2), (QStringList{u"[ 和 值 ]过滤后余：３ 注"_s, u"[偶数和值]过滤正在进行中．．．"_s,
+                                               u"用户中止,当前记录余：２ 注"_s}));
+}
+
 }  // namespace elevenfive
