@@ -12,6 +12,7 @@
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTimer>
+#include <functional>
 
 #include "conditions/widgets/pickpage.h"
 #include "model/widgets/gridview.h"
@@ -23,10 +24,26 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+/// Boxes that let a test look at the window while one of them is up.
+class WatchedBoxes final : public Boxes {
+ public:
+  explicit WatchedBoxes(Boxes& boxes) : boxes_(boxes) {}
+  std::function<void()> onShow;
+
+  Answer show(const Box& box) override {
+    if (onShow)
+      onShow();
+    return boxes_.show(box);
+  }
+
+ private:
+  Boxes& boxes_;
+};
+
 class MainWindowTest : public ::testing::Test {
  protected:
   void open() {
-    window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{ports, ports, files, texts});
+    window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{boxes, ports, files, texts});
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
   }
@@ -51,10 +68,37 @@ class MainWindowTest : public ::testing::Test {
     return view.isColumnHidden(view.rows().columnOf(column));
   }
 
+  PagedTableModel& historyRows() { return the<GridView>(u"TDBGridHistory"_s).rows(); }
+
+  /// Turns the filter row on, types into it over a column and searches.
+  void searchFor(const QString& column, const QString& text) {
+    click(the<QPushButton>(u"CmmSousuo"_s));
+    QTest::keyClicks(&the<QLineEdit>(u"filter_"_s + column), text);
+    click(the<QPushButton>(u"filterBegin"_s));
+  }
+
+  /// The periods in the history's grid, joined by blanks.
+  QString shownPeriods() {
+    QStringList periods;
+    for (int row = 0; row < historyRows().rowCount(); ++row)
+      periods << QString::number(historyRows().keyOf(row));
+    return periods.join(u' ');
+  }
+
+  void importLines(const QByteArray& lines) {
+    files.paths = {data.folders.program + u"/lines.txt"_s};
+    QFile file(files.paths.front());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(lines);
+    file.close();
+    click(the<QPushButton>(u"newBtnHistory_99"_s));
+  }
+
   void triggerMenu(const QString& name) { the<QAction>(name).trigger(); }
 
   TestWorkspace data;
   RecordingPorts ports;
+  WatchedBoxes boxes{ports};
   AnsweringFiles files;
   RecordingTexts texts;
   std::unique_ptr<MainWindow> window;
@@ -122,8 +166,8 @@ TEST_F(MainWindowTest, ABadEntryIsRefusedAndItsNumbersComeBackSorted) {
   typeDraw(QString(), {u"03"_s, u"01"_s, u"02"_s, u"05"_s, u"04"_s});
   click(the<QPushButton>(u"cmmUpdateHistory_0"_s));
   EXPECT_EQ(ports.log.last(), u"critical [] 输入有误或不完整,请核对后重新输入!"_s);
-  EXPECT_EQ(the<QLineEdit>(u"TextHistory_1"_s).text(), u"01"_s);
-  EXPECT_EQ(the<QLineEdit>(u"TextHistory_5"_s).text(), u"05"_s);
+  for (int i = 1; i <= 5; ++i)
+    EXPECT_EQ(the<QLineEdit>(u"TextHistory_%1"_s.arg(i)).text(), u"0%1"_s.arg(i));
   EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"0"_s});
 }
 
@@ -149,6 +193,62 @@ TEST_F(MainWindowTest, TheLastHundredOrAllPeriodsShow) {
   EXPECT_EQ(rows.rowCount(), 120);
   triggerMenu(u"mnu_HistoryShow100"_s);
   EXPECT_EQ(rows.rowCount(), 100);
+}
+
+TEST_F(MainWindowTest, FewerThanAHundredPeriodsAllShowAsTheLastHundred) {
+  data.addDraws(u"11031510 01 02 03 04 05\n11031511 02 03 04 05 06\n11031601 02 03 04 05 07"_s);
+  open();
+  click(the<QRadioButton>(u"OptionHistoryMode_0"_s));
+  EXPECT_EQ(shownPeriods(), u"11031510 11031511 11031601"_s);
+}
+
+TEST_F(MainWindowTest, AnEmptyHistoryShowsNoLastHundred) {
+  open();
+  click(the<QRadioButton>(u"OptionHistoryMode_0"_s));
+  EXPECT_EQ(historyRows().rowCount(), 0);
+  EXPECT_TRUE(ports.boxes.empty());
+}
+
+TEST_F(MainWindowTest, AHistoryThatCannotBeOpenedIsToldInOneInformationBox) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  data.store().execute("test", "DROP TABLE 历史记录");
+  click(the<QRadioButton>(u"OptionHistoryMode_0"_s));
+  ASSERT_EQ(ports.boxes.size(), 1U);
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::information);
+  EXPECT_TRUE(ports.boxes[0].text.endsWith(u"(文件丢失,需要重新安装!)"_s));
+  EXPECT_GT(ports.boxes[0].text.size(), u"(文件丢失,需要重新安装!)"_s.size());
+  EXPECT_EQ(historyRows().rowCount(), 0);
+}
+
+TEST_F(MainWindowTest, ThePeriodFieldTakesTenDigits) {
+  open();
+  importLines("1999999999 01 02 03 04 05\r\n");
+  EXPECT_EQ(the<QLineEdit>(u"TextHistory_0"_s).text(), u"2000000000"_s);
+}
+
+TEST_F(MainWindowTest, TheProgressOfAnImportShowsThePlainLineCount) {
+  open();
+  importLines("11031510 01 02 03 04 05\r\n11031511 02 03 04 05 06\r\nbad\r\n");
+  EXPECT_EQ(the<QLabel>(u"Label_jindu_0"_s).text(), u"3"_s);
+  EXPECT_EQ(the<QLabel>(u"Label_jindu_1"_s).text(), u"3"_s);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成!"_s});
+}
+
+TEST_F(MainWindowTest, ADeletedPeriodIsOutOfTheGridBeforeTheBoxAndTheStatusLineFollows) {
+  data.addDraws(u"11031510 01 02 03 04 05\n11031511 02 03 04 05 06"_s);
+  open();
+  ports.typed = {u"11031511"_s};
+  QString gridAtBox;
+  QString statusAtBox;
+  boxes.onShow = [&] {
+    gridAtBox = shownPeriods();
+    statusAtBox = the<QLabel>(u"StatusBar_3"_s).text();
+  };
+  click(the<QPushButton>(u"cmm_scls"_s));
+  EXPECT_EQ(gridAtBox, u"11031510"_s);
+  EXPECT_TRUE(statusAtBox.contains(u"※※※  11031512 期 于 "_s));
+  EXPECT_TRUE(the<QLabel>(u"StatusBar_3"_s).text().contains(u"※※※  11031511 期 于 "_s));
 }
 
 TEST_F(MainWindowTest, OnePeriodIsDeletedOnRequest) {
@@ -241,7 +341,46 @@ TEST_F(MainWindowTest, ASearchComparesByPrefixAndTakesSignsAsTheyStand) {
   click(begin);
   EXPECT_EQ(the<GridView>(u"TDBGridHistory"_s).rows().rowCount(), 3);
   EXPECT_TRUE(the<QRadioButton>(u"OptionHistoryMode_0"_s).isChecked());
+  EXPECT_FALSE(field.isVisible());  // the filter row is gone, as by cmdClearFilter
+  EXPECT_EQ(field.text(), QString());
+  EXPECT_FALSE(begin.isVisible());
   EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"3"_s});
+}
+
+TEST_F(MainWindowTest, ASearchFindsNumbersAsTheyAreShown) {
+  data.addDraws(u"11031510 01 02 03 04 05\n11031511 02 03 04 05 06\n11031512 10 02 03 04 05"_s);
+  open();
+  searchFor(u"号码1"_s, u"01"_s);
+  EXPECT_EQ(shownPeriods(), u"11031510"_s);
+}
+
+TEST_F(MainWindowTest, ASearchForASumIsAPrefix) {
+  open();
+  importLines(
+      "11031510 01 02 03 04 05\n11031511 02 03 04 05 06\n11031512 07 08 09 10 11\n11031513 02 03 04 06 07\n"
+      "11031514 01 02 03 05 01\n");
+  searchFor(u"和值"_s, u"2"_s);  // sums from the second draw on: 20, 45, 22, and 18 with the 07 of the draw before
+  EXPECT_EQ(shownPeriods(), u"11031511 11031513"_s);
+}
+
+TEST_F(MainWindowTest, AnEmptySearchGivesTheTableWhole) {
+  data.addDraws(u"11031510 01 02 03 04 05\n11031511 02 03 04 05 06"_s);
+  open();
+  searchFor(u"期号"_s, u"11031511"_s);
+  EXPECT_EQ(shownPeriods(), u"11031511"_s);
+  searchFor(u"期号"_s, u" "_s);
+  EXPECT_EQ(shownPeriods(), u"11031510 11031511"_s);
+}
+
+TEST_F(MainWindowTest, TheSearchButtonIsEnabledAfterTheBoxOfTheFirstChangeIsGone) {
+  open();
+  click(the<QPushButton>(u"CmmSousuo"_s));
+  auto& begin = the<QPushButton>(u"filterBegin"_s);
+  bool enabledAtBox = true;
+  boxes.onShow = [&] { enabledAtBox = begin.isEnabled(); };
+  QTest::keyClicks(&the<QLineEdit>(u"filter_期号"_s), u"1"_s);
+  EXPECT_FALSE(enabledAtBox);
+  EXPECT_TRUE(begin.isEnabled());
 }
 
 TEST_F(MainWindowTest, PickButtonsBearTheColoursOfTheirState) {
