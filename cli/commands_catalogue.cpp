@@ -1,10 +1,13 @@
 // The catalogues: games, and the addresses that are configuration.
 #include <QString>
 
+#include "acquire/catalogue.h"
+#include "acquire/sources.h"
 #include "cli/command.h"
+#include "cli/output.h"
 #include "cli/readonlyquery.h"
 #include "cli/session.h"
-#include "model/errors.h"
+#include "cli/values.h"
 
 namespace elevenfive {
 
@@ -19,26 +22,41 @@ Action prepareGameList(const Arguments&) {
   };
 }
 
+Action prepareGameUse(const Arguments& arguments) {
+  const int row = numberOf(arguments, u"N"_s);
+  return [row](Session& session) { Catalogue(session.store()).selectCaizong(row); };
+}
+
+Action prepareGameSource(const Arguments&) {
+  return [](Session& session) { printText(session.out(), Catalogue(session.store()).getSourceUrl()); };
+}
+
 Action prepareSourceList(const Arguments&) {
   return [](Session& session) {
-    ReadOnlyQuery(session.store(), u"SELECT 名称, 地址 FROM 数据源 ORDER BY rowid"_s).print(session.out());
+    const std::vector<SourceRow> rows = sourceRows(session.store());
+    printRow(session.out(), {u"名称"_s, u"地址"_s});
+    for (const SourceRow& row : rows)
+      printRow(session.out(), {row.name, row.address});
   };
 }
 
 Action prepareSourceSet(const Arguments& arguments) {
   const QString name = arguments.text(u"NAME"_s);
   const QString address = arguments.text(u"ADDRESS"_s);
-  return [name, address](Session& session) {
-    if (session.store().execute("修改地址", "UPDATE 数据源 SET 地址 = ? WHERE 名称 = ?", address, name) == 0)
-      throw MissingData(u"没有名为“%1”的地址。"_s.arg(name));
-  };
+  return [name, address](Session& session) { setSourceAddress(session.store(), name, address); };
 }
 
+constexpr QStringView gamesText = u"catalogue; select row N; getSourceUrl";
+constexpr QStringView gamesPrint = u"table; address";
+constexpr QStringView sourcesText =
+    u"the addresses that are configuration (results site, second site, notice server, detail page)";
+
 constexpr Command commands[] = {
-    {u"game list", u"catalogue of the games", u"table", prepareGameList},
-    {u"source list", u"the addresses that are configuration (results site, second site, notice server, detail page)",
-     u"table", prepareSourceList},
-    {u"source set NAME ADDRESS", u"changes one of these addresses", u"", prepareSourceSet},
+    {u"game list", gamesText, gamesPrint, prepareGameList},
+    {u"game use N", gamesText, gamesPrint, prepareGameUse},
+    {u"game source", gamesText, gamesPrint, prepareGameSource},
+    {u"source list", sourcesText, u"table", prepareSourceList},
+    {u"source set NAME ADDRESS", sourcesText, u"table", prepareSourceSet},
 };
 
 }  // namespace

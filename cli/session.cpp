@@ -1,6 +1,9 @@
 #include "cli/session.h"
 
+#include <exception>
 #include <utility>
+
+#include "model/errors.h"
 
 namespace elevenfive {
 
@@ -10,7 +13,8 @@ OpenProgram::OpenProgram(const Workspace::Folders& folders, CliPorts& ports, Res
       panel(workspace.gConn),
       picking(workspace.gConn, driver, ports, ports),
       groups(workspace.gConn, panel, ports, ports),
-      zones(workspace.gConn, panel, ports) {}
+      zones(workspace.gConn, panel, ports),
+      users(workspace, ports) {}
 
 Session::Session(Workspace::Folders folders, std::ostream& out, std::ostream& err)
     : folders_(std::move(folders)), out_(out), ports_(err) {}
@@ -18,8 +22,11 @@ Session::Session(Workspace::Folders folders, std::ostream& out, std::ostream& er
 Session::~Session() = default;
 
 OpenProgram& Session::program() {
-  if (!program_)
+  if (!program_) {
     program_ = std::make_unique<OpenProgram>(folders_, ports_, resultFiles_);
+    for (const QString& notice : program_->workspace.notices())
+      ports_.information(notice);
+  }
   return *program_;
 }
 
@@ -30,8 +37,26 @@ void Session::run(const std::function<void(Session&)>& action) {
     throw Refused();
 }
 
+void Session::saveUser() {
+  const QString name = program().workspace.gUserName;
+  if (!name.isEmpty())
+    program().users.saveUserFile(name);
+}
+
 void Session::close() {
+  if (!program_)
+    return;
+  // The data goes back even where the user's file cannot be written.
+  std::exception_ptr fault;
+  try {
+    saveUser();
+  } catch (const Error&) {
+    fault = std::current_exception();
+  }
+  program_->workspace.close();
   program_.reset();
+  if (fault)
+    std::rethrow_exception(fault);
 }
 
 }  // namespace elevenfive

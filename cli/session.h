@@ -18,6 +18,7 @@
 #include "conditions/zones.h"
 #include "engine/rundriver.h"
 #include "model/workspace.h"
+#include "shell/users.h"
 
 namespace elevenfive {
 
@@ -37,6 +38,7 @@ struct OpenProgram {
   NumberPicking picking;
   CustomGroups groups;
   Zones zones;
+  Users users;
 };
 
 class Session final {
@@ -58,7 +60,10 @@ class Session final {
   /// Runs an action; throws Refused where one of its boxes said no.
   void run(const std::function<void(Session&)>& action);
 
-  /// Puts the data back, as the window's close does.
+  /// Saves the conditions of the user who is logged on, where one is.
+  void saveUser();
+
+  /// Saves the user's conditions and puts the data back where it has changed, as the window's close does. Throws where that fails; nothing is lost then.
   void close();
 
  private:

@@ -19,16 +19,15 @@ using namespace Qt::StringLiterals;
 constexpr QLatin1StringView journalSuffixes[] = {QLatin1StringView("-journal"), QLatin1StringView("-wal"),
                                                  QLatin1StringView("-shm")};
 
-/// A name beside a file that nothing has yet.
-QString freeName(const QString& path) {
+}  // namespace
+
+QString damagedName(const QString& path) {
   const QString stamped = path + QDateTime::currentDateTime().toString(u"'.damaged-'yyyyMMdd-HHmmss"_s);
   QString name = stamped;
   for (int n = 2; QFileInfo::exists(name); ++n)
     name = stamped + u"-%1"_s.arg(n);
   return name;
 }
-
-}  // namespace
 
 DataFile::DataFile(const DataFolders& folders, FileAccess& files)
     : folders_(folders), files_(files), copies_(folders.bakFolder(), files) {}
@@ -197,7 +196,7 @@ void DataFile::useAnother(const QString& reason) {
                          : u"找不到数据文件，也没有备份，程序无法启动，请重新安装！"_s);
   }
   if (!missing) {
-    const QString name = freeName(folders_.packedFile());
+    const QString name = damagedName(folders_.packedFile());
     files_.rename(folders_.packedFile(), name);
     notices_ << u"数据文件已损坏（%1），已改用%2；损坏的文件保留为 %3。"_s.arg(
         reason, useWorking ? u"上次没有保存的数据"_s : u"备份"_s, name);

@@ -73,6 +73,9 @@ class DataFile final {
   bool needsPutBack_ = false;
 };
 
+/// A name beside a damaged file that nothing has yet, under which it can stay.
+QString damagedName(const QString& path);
+
 /// From this size on, in bytes, a compacted working database is replaced by the backup just taken of it.
 inline constexpr qint64 largestCompacted = 51685169;
 

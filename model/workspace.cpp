@@ -120,7 +120,8 @@ void Workspace::abandon() noexcept {
   if (closed_)
     return;
   gConn.close();
-  data_.discard();
+  if (!data_.needsPutBack())  // else the working database may be all there is
+    data_.discard();
   closed_ = true;
   locks_.clear();
 }

@@ -43,7 +43,8 @@ class Workspace final {
   /// working database, and another call tries again. Further calls after a success do nothing.
   void close();
 
-  /// Ends the run with nothing saved: the packed data file stays as it is and the working database goes.
+  /// Ends the run with nothing saved: the packed data file stays as it is and the working database goes, unless the packed
+  /// data file was not usable.
   void abandon() noexcept;
 
   /// Writes a fresh packed data file and template with the default rows into the folder. Throws FileError where one stands

@@ -78,7 +78,7 @@ TEST_F(Program, TheDataIsLockedForOneAtATime) {
   const Workspace other({cli.folder(), cli.folder()});
   const auto outcome = cli.call({u"rows"_s});
   EXPECT_EQ(outcome.status, exitFailed);
-  EXPECT_TRUE(outcome.err.contains(u"程序正在运行,不允许同时打开多个!!!"_s)) << outcome.err.toStdString();
+  EXPECT_EQ(outcome.err, u"[info] elevenfive 11选5: 程序正在运行,不允许同时打开多个!!!\n"_s);
 }
 
 TEST_F(Program, WrongWordsEndWithTheUsageOfWhatWasMeant) {
@@ -86,6 +86,16 @@ TEST_F(Program, WrongWordsEndWithTheUsageOfWhatWasMeant) {
   EXPECT_EQ(outcome.status, exitUsage);
   EXPECT_EQ(outcome.out, QString());
   EXPECT_EQ(outcome.err, u"多余的参数：“1”。\nusage: elevenfive-cli [--folder DIR] [--temp DIR] rows [QIHAO]\n"_s);
+}
+
+TEST_F(Program, ACommandWithoutItsSecondWordIsTold) {
+  for (const QStringList& words : {QStringList{u"history"_s}, QStringList{u"group"_s, u"1"_s}}) {
+    const auto outcome = cli.call(words);
+    EXPECT_EQ(outcome.status, exitUsage);
+    EXPECT_EQ(outcome.err.section(u'\n', 0, 0), u"命令 %1 没有这种用法。"_s.arg(words.first()));
+    EXPECT_EQ(outcome.err.count(u'\n'), 7);  // one line for each of the six ways
+  }
+  EXPECT_EQ(cli.call({u"pick"_s}).err.section(u'\n', 0, 0), u"缺少参数 NUMBER。"_s);
 }
 
 TEST_F(Program, UnknownCommandEndsWithTheCall) {
@@ -224,10 +234,14 @@ TEST_F(Program, HelpOfACommandIsItsRows) {
   EXPECT_EQ(help.status, exitDone);
   EXPECT_TRUE(help.out.startsWith(rows)) << help.out.toStdString();
   EXPECT_EQ(help.err, QString());
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"--help"_s}).out,
-            u"source set NAME ADDRESS\n    changes one of these addresses\n"_s);
+  EXPECT_EQ(
+      cli.call({u"source"_s, u"set"_s, u"--help"_s}).out,
+      u"source list\nsource set NAME ADDRESS\n    the addresses that are configuration (results site, second site, "
+      "notice server, detail page)\n    prints: table\n"_s);
   EXPECT_EQ(cli.call({u"frobnicate"_s, u"--help"_s}).status, exitUsage);
-  EXPECT_EQ(cli.call({u"batch"_s, u"--help"_s}).out, callUsage);
+  const auto batch = cli.call({u"batch"_s, u"--help"_s});
+  EXPECT_EQ(batch.status, exitDone);
+  EXPECT_TRUE(batch.out.startsWith(u"batch [FILE | -]\n    reads one command a line "_s)) << batch.out.toStdString();
 }
 
 TEST(ProgramWithoutData, HelpNeedsNoData) {
@@ -235,6 +249,81 @@ TEST(ProgramWithoutData, HelpNeedsNoData) {
   EXPECT_EQ(help.status, exitDone);
   EXPECT_TRUE(help.out.startsWith(callUsage + u"\ninit [--force]\n"_s)) << help.out.left(300).toStdString();
   EXPECT_EQ(CliProcess::callAsIs({u"--folder"_s, u"/nonexistent"_s, u"--help"_s}).out, help.out);
+}
+
+TEST(ProgramWithoutData, HelpListsEveryCommand) {
+  QStringList usages;
+  for (const QString& line : CliProcess::callAsIs({u"--help"_s}).out.split(u'\n', Qt::SkipEmptyParts).mid(2))
+    if (!line.startsWith(u' '))
+      usages << line;
+  EXPECT_EQ(usages.join(u'\n'),
+            uR"(init [--force]
+sql STATEMENT
+history add QIHAO N1 N2 N3 N4 N5 [--date YYYY-MM-DD] [--plain]
+history delete QIHAO
+history clear
+history import FILE [--clear]
+history export FILE
+history derive FROM TO
+game list
+game use N
+game source
+source list
+source set NAME ADDRESS
+miss QIHAO
+misssum FROM TO
+pick NUMBER VALUE
+pick all
+pick clear
+value ID[-LAST] VALUE
+use CODE VALUE
+attr COLUMN NUMBERS
+match USE N M
+group K members NUMBERS
+group K counts COUNTS
+group K use 0|1
+group K name TEXT
+group K common ENTRY
+group K clear
+group list
+group entries
+zones show
+zones click K N
+zones clear
+zones recalc
+quick show
+quick submit ROW=TEXT ...
+preview CODE
+summary
+conditions export FILE
+conditions import FILE
+conditions restore
+count
+count --conditions
+expand QIHAO
+run QIHAO [--tolerance T]
+refine QIHAO COUNT
+check QIHAO
+rows [QIHAO]
+rows export FILE QIHAO [--fields LIST] [--separator TEXT]
+rows import FILE QIHAO --format 0|1|2 [--keep]
+rows delete
+user list
+user mode N
+user logon NAME PASSWORD [--create]
+pack FILE1 FILE2 PACK
+unpack PACK FILE2 FILE1
+batch [FILE | -])"_s);
+}
+
+TEST(ProgramWithoutData, EveryCommandHasAHelpOfItsOwn) {
+  const QString whole = CliProcess::callAsIs({u"--help"_s}).out;
+  for (const QString& words : {u"history add"_s, u"group K members"_s, u"count"_s, u"rows export"_s, u"unpack"_s}) {
+    const auto help = CliProcess::callAsIs(words.split(u' ') + QStringList{u"--help"_s});
+    EXPECT_EQ(help.status, exitDone) << words.toStdString();
+    EXPECT_TRUE((u'\n' + help.out).contains(u'\n' + words)) << help.out.toStdString();
+    EXPECT_TRUE(whole.contains(u'\n' + help.out)) << help.out.toStdString();
+  }
 }
 
 }  // namespace elevenfive

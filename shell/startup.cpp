@@ -1,0 +1,183 @@
+#include "shell/startup.h"
+
+#include "model/errors.h"
+#include "model/navigators.h"
+#include "model/numbers.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// Forms that may be open at the close, in the order in which they go.
+constexpr QStringView closingForms[] = {u"frmFromFile", u"frmInitapp", u"frmToFile", u"Frm_kuaisusizi"};
+
+}  // namespace
+
+std::vector<BallColors> readBallColors(Store& store) {
+  std::vector<BallColors> colors;
+  Statement query =
+      store.query("读取球的颜色", "SELECT 号码, 基本号, 特别号 FROM BallColor ORDER BY 号码 LIMIT ?", numberCount);
+  while (query.next())
+    colors.push_back({query.integer(0), query.integer(1), query.integer(2)});
+  return colors;
+}
+
+Startup::Startup(const Workspace::Folders& folders, Boxes& boxes, Screens& screens, FileAccess& files)
+    : folders_(folders), boxes_(boxes), screens_(screens), files_(files) {}
+
+Startup::~Startup() = default;
+
+bool Startup::start() {
+  if (!openWorkspace())
+    return false;
+  try {
+    if (!openMainDb() || !loadBalls()) {
+      quit();
+      return false;
+    }
+    screens_.loadMissBallImages();
+    screens_.layoutHistoryGrid();
+    screens_.initMainPanels();
+    screens_.showMainForm();
+    for (const QString& notice : workspace_->notices())
+      boxes_.critical(notice);
+    if (!askForUserMode() || !logOnUser()) {
+      quit();
+      return false;
+    }
+    screens_.showChartMode();
+    offerGames();
+    screens_.fillZdyGroups();
+  } catch (const Error& fault) {
+    // The window stays as far as it got.
+    boxes_.critical(fault.message());
+  }
+  return true;
+}
+
+bool Startup::openWorkspace() {
+  try {
+    workspace_ = std::make_unique<Workspace>(folders_, Workspace::Options{&files_, [this] { screens_.showSplash(); }});
+  } catch (const AlreadyRunning& fault) {
+    boxes_.information(fault.message());
+    return false;
+  } catch (const Error& fault) {
+    boxes_.critical(fault.message());
+    return false;
+  }
+  users_ = std::make_unique<Users>(*workspace_, boxes_, files_);
+  catalogue_ = std::make_unique<Catalogue>(workspace_->gConn);
+  return true;
+}
+
+bool Startup::openMainDb() {
+  try {
+    screens_.bindHistory(*workspace_);
+    screens_.layoutHistoryGrid();
+    return true;
+  } catch (const Error& fault) {
+    boxes_.information(fault.message() + u"(文件丢失,需要重新安装!)"_s);
+    return false;
+  }
+}
+
+bool Startup::loadBalls() {
+  const std::vector<BallColors> colors = readBallColors(workspace_->gConn);
+  if (colors.size() < std::size_t{numberCount}) {
+    boxes_.plain(u"程序初始化出错,即将退出。。。"_s);
+    return false;
+  }
+  screens_.loadBallImages(colors);
+  return true;
+}
+
+bool Startup::askForUserMode() {
+  int& mode = workspace_->gUserMode;
+  if (mode != static_cast<int>(UserMode::notAsked))
+    return true;
+  mode = static_cast<int>(UserMode::one);
+  if (!screens_.askUserMode(mode))
+    return false;
+  workspace_->gConn.execute("保存用户模式", "UPDATE 用户模式 SET 模式 = ?", mode);
+  return true;
+}
+
+bool Startup::logOnUser() {
+  const bool several = workspace_->gUserMode >= static_cast<int>(UserMode::several);
+  screens_.showUserMenu(several);
+  if (!several)
+    return true;
+  if (!screens_.logOn(*users_))
+    return false;
+  screens_.setUserCaption(*users_);
+  return true;
+}
+
+void Startup::offerGames() {
+  if (getNextQihao(workspace_->gConn) >= 2)
+    return;
+  boxes_.plain(u"历史开奖数据库中无记录，请选择相应的开奖数据添加！"_s);
+  screens_.chooseGame(*catalogue_);
+}
+
+bool Startup::switchUser() {
+  users_->saveUserFile(workspace_->gUserName);
+  if (!screens_.logOn(*users_))
+    return false;
+  screens_.setUserCaption(*users_);
+  return true;
+}
+
+bool Startup::close(bool exitNoAsk) {
+  if (!exitNoAsk && !boxes_.ask(u"确认要退出吗？"_s))
+    return false;
+  if (!saveConditions())
+    return false;
+  for (const QStringView form : closingForms)
+    screens_.unload(form.toString());
+  screens_.releaseData();
+  putDataBack();
+  users_.reset();
+  catalogue_.reset();
+  workspace_.reset();
+  return true;
+}
+
+bool Startup::saveConditions() {
+  if (workspace_->gUserMode <= static_cast<int>(UserMode::one) || workspace_->gUserName.isEmpty())
+    return true;
+  try {
+    users_->saveUserFile(workspace_->gUserName);
+    return true;
+  } catch (const Error& fault) {
+    boxes_.critical(fault.message());
+    return boxes_.ask(u"用户“%1”的过滤条件没有保存，仍要退出吗？"_s.arg(workspace_->gUserName));
+  }
+}
+
+/// What cannot be put back is tried as often as the person likes; it stays in the temporary folder otherwise, and the next
+/// start keeps it in Bak.
+void Startup::putDataBack() {
+  for (;;) {
+    try {
+      workspace_->close();
+      return;
+    } catch (const Error& fault) {
+      boxes_.critical(fault.message());
+    }
+    if (!boxes_.ask(u"数据没有写回，要再试一次吗？"_s))
+      return;
+  }
+}
+
+void Startup::quit() {
+  screens_.releaseData();
+  users_.reset();
+  catalogue_.reset();
+  workspace_->abandon();
+  workspace_.reset();
+}
+
+}  // namespace elevenfive

@@ -1,0 +1,101 @@
+// The order in which the program comes up and goes down.
+//
+// The window (or a test's double) is the Screens; this owns the order, the texts and the data's life. start() gives the open
+// workspace, or nothing where the program is to end; whatever was wrong has been said by then. close() ends the run.
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "acquire/catalogue.h"
+#include "model/fileaccess.h"
+#include "model/ports.h"
+#include "model/workspace.h"
+#include "shell/users.h"
+
+namespace elevenfive {
+
+/// Colours of a number's ball, as indexes into the list of ball images.
+struct BallColors {
+  int number;
+  int basic;
+  int special;
+};
+
+/// The balls of the game's numbers from BallColor; fewer than numberCount where the table has fewer rows.
+std::vector<BallColors> readBallColors(Store& store);
+
+/// What a start and a close do on the screen, in the order of their calls.
+class Screens {
+ public:
+  virtual ~Screens() = default;
+
+  // The start.
+  virtual void showSplash() = 0;                                           ///< frmInitapp; Form_main is hidden
+  virtual void bindHistory(Workspace& workspace) = 0;                      ///< TDBGridHistory on 历史记录
+  virtual void loadBallImages(const std::vector<BallColors>& colors) = 0;  ///< Img_Bred, Img_Bblue
+  virtual void loadMissBallImages() = 0;                                   ///< YLFX_QiuImg
+  virtual void layoutHistoryGrid() = 0;
+  virtual void initMainPanels() = 0;
+  virtual void showMainForm() = 0;                      ///< and the splash goes
+  virtual bool askUserMode(int& gUserMode) = 0;         ///< frmFirstrun; false: 退出系统
+  virtual void showUserMenu(bool visible) = 0;          ///< mnu_User
+  virtual bool logOn(Users& users) = 0;                 ///< frmODBCLogon; false: 退出系统
+  virtual void setUserCaption(const Users& users) = 0;  ///< gTitle and the user's name
+  virtual void showChartMode() = 0;                     ///< Option_TorD(1)
+  virtual void chooseGame(Catalogue& catalogue) = 0;    ///< frmDB
+  virtual void fillZdyGroups() = 0;
+
+  // The close.
+  virtual void unload(const QString& form) = 0;  ///< a form that may be open
+  virtual void releaseData() = 0;                ///< no panel may use the workspace from here on
+};
+
+/// frmFirstrun's answers.
+enum class UserMode { notAsked = 0, one = 1, several = 2 };
+
+class Startup final {
+ public:
+  Startup(const Workspace::Folders& folders, Boxes& boxes, Screens& screens, FileAccess& files = realFiles());
+  ~Startup();
+
+  /// Brings the program up. False where it is to end.
+  bool start();
+
+  /// Ends the run; asks first unless exitNoAsk is set. False where the window stays: the answer was No, or the user's
+  /// conditions could not be saved and the user would rather stay.
+  bool close(bool exitNoAsk);
+
+  /// After a start that gave true, until a close that gave true.
+  [[nodiscard]] Workspace& workspace() { return *workspace_; }
+  [[nodiscard]] Users& users() { return *users_; }
+  [[nodiscard]] Catalogue& catalogue() { return *catalogue_; }
+
+  /// The menu entry mnu_UserQiehuan up to the caption; the window then selects the first tab and loads the conditions.
+  /// False where 退出系统 was chosen: the window then ends at once with nothing saved, by quit().
+  bool switchUser();
+
+  /// 退出系统: the run ends with nothing saved or packed.
+  void quit();
+
+ private:
+  bool openWorkspace();
+  bool openMainDb();
+  bool loadBalls();
+  bool askForUserMode();
+  bool logOnUser();
+  void offerGames();
+  bool saveConditions();
+  void putDataBack();
+
+  Workspace::Folders folders_;
+  Boxes& boxes_;
+  Screens& screens_;
+  FileAccess& files_;
+  std::unique_ptr<Workspace> workspace_;
+  std::unique_ptr<Users> users_;
+  std::unique_ptr<Catalogue> catalogue_;
+};
+
+}  // namespace elevenfive

@@ -1,0 +1,100 @@
+// pack, unpack, and what a call leaves in the folders.
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "tests/cli/cliprocess.h"
+#include "tests/support/testworkspace.h"
+
+namespace elevenfive {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class PackCommands : public ::testing::Test {
+ protected:
+  QString file(const QString& name, const QByteArray& content) {
+    QFile written(cli.path(name));
+    written.open(QIODevice::WriteOnly);
+    written.write(content);
+    return written.fileName();
+  }
+
+  static QByteArray content(const QString& path) {
+    QFile read(path);
+    return read.open(QIODevice::ReadOnly) ? read.readAll() : QByteArray("none");
+  }
+
+  CliProcess cli;
+};
+
+}  // namespace
+
+TEST_F(PackCommands, PackJoinsTwoFilesBehindTheirLengths) {
+  const auto outcome = cli.call({u"pack"_s, file(u"a"_s, "abc"), file(u"b"_s, "xy"), cli.path(u"pack"_s)});
+  EXPECT_EQ(outcome.status, exitDone) << outcome.err.toStdString();
+  EXPECT_EQ(outcome.out + outcome.err, QString());
+  EXPECT_EQ(content(cli.path(u"pack"_s)), QByteArray::fromHex("0300000002000000") + "abcxy");
+}
+
+TEST_F(PackCommands, UnpackGivesBothFilesBack) {
+  const QString pack = file(u"pack"_s, QByteArray::fromHex("0300000002000000") + "abcxy");
+  EXPECT_EQ(cli.call({u"unpack"_s, pack, cli.path(u"second"_s), cli.path(u"first"_s)}).status, exitDone);
+  EXPECT_EQ(content(cli.path(u"first"_s)), "abc");
+  EXPECT_EQ(content(cli.path(u"second"_s)), "xy");
+}
+
+TEST_F(PackCommands, PacksThatLieLeaveTheOldFiles) {
+  const QString first = file(u"first"_s, "old");
+  const QString pack = file(u"pack"_s, QByteArray::fromHex("ffffffff02000000") + "abcxy");
+  for (const QString& damaged : {pack, cli.path(u"none"_s)}) {
+    const auto outcome = cli.call({u"unpack"_s, damaged, cli.path(u"second"_s), first});
+    EXPECT_EQ(outcome.status, exitFailed);
+    EXPECT_TRUE(outcome.err.startsWith(u"[critical] elevenfive 11选5: "_s)) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.err.count(u'\n'), 1);
+  }
+  EXPECT_EQ(content(first), "old");
+  EXPECT_EQ(cli.call({u"pack"_s, cli.path(u"none"_s), first, cli.path(u"p"_s)}).status, exitFailed);
+  EXPECT_FALSE(QFile::exists(cli.path(u"p"_s)));
+}
+
+TEST_F(PackCommands, EmptyFileNamesAreNone) {
+  const QString one = file(u"one"_s, "1");
+  for (const QStringList& words :
+       {QStringList{u"pack"_s, {}, one, cli.path(u"p"_s)}, QStringList{u"pack"_s, one, {}, cli.path(u"p"_s)},
+        QStringList{u"pack"_s, one, one, {}}, QStringList{u"unpack"_s, {}, cli.path(u"a"_s), cli.path(u"b"_s)},
+        QStringList{u"unpack"_s, one, {}, cli.path(u"b"_s)}, QStringList{u"unpack"_s, one, cli.path(u"a"_s), {}}})
+    EXPECT_EQ(cli.call(words).status, exitUsage) << words.join(u' ').toStdString();
+  EXPECT_FALSE(QFile::exists(cli.path(u"p"_s)));
+}
+
+TEST_F(PackCommands, ACallThatOnlyReadsLeavesThePackAsItIs) {
+  cli.call({u"init"_s});
+  const QByteArray before = content(cli.path(u"elevenfive.dat"_s));
+  cli.call({u"rows"_s});
+  EXPECT_EQ(content(cli.path(u"elevenfive.dat"_s)), before);
+  cli.call({u"source"_s, u"set"_s, u"版本公告"_s, u"changed"_s});
+  EXPECT_NE(content(cli.path(u"elevenfive.dat"_s)), before);
+}
+
+TEST_F(PackCommands, TheWorkingDatabaseStandsInTheTemporaryFolderOnlyDuringACall) {
+  const QTemporaryDir temporary;
+  const QStringList folders{u"--folder"_s, cli.folder(), u"--temp"_s, temporary.path()};
+  CliProcess::callAsIs(folders + QStringList{u"init"_s});
+  EXPECT_EQ(CliProcess::callAsIs(folders + QStringList{u"rows"_s}).status, exitDone);
+  EXPECT_FALSE(QFile::exists(temporary.filePath(u"elevenfive.dat"_s)));
+}
+
+TEST_F(PackCommands, DataThatCannotBePutBackIsAFailure) {
+  cli.call({u"init"_s});
+  file(u"Bak.block"_s, {});
+  QFile::remove(cli.path(u"Bak"_s));
+  ASSERT_TRUE(QFile::rename(cli.path(u"Bak.block"_s), cli.path(u"Bak"_s)));  // a file where the folder must stand
+  const auto outcome = cli.call({u"source"_s, u"set"_s, u"版本公告"_s, u"x"_s});
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_TRUE(outcome.err.startsWith(u"[critical]"_s)) << outcome.err.toStdString();
+}
+
+}  // namespace elevenfive

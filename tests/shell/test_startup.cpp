@@ -1,0 +1,278 @@
+#include "shell/startup.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "model/errors.h"
+#include "tests/support/faultyfiles.h"
+#include "tests/support/recordingports.h"
+#include "tests/support/testworkspace.h"
+
+namespace elevenfive {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// The screen as a list of calls, in one log with the boxes and the file steps.
+class RecordingScreens final : public Screens {
+ public:
+  explicit RecordingScreens(QStringList& log) : log_(log) {}
+
+  int mode = 1;          ///< the answer of frmFirstrun; 0: 退出系统
+  QString userName;      ///< typed into frmODBCLogon; empty: 退出系统
+  int game = 0;          ///< chosen in frmDB
+  QString historyFault;  ///< thrown when the history is bound
+
+  void showSplash() override { log_ << u"splash"_s; }
+  void bindHistory(Workspace&) override {
+    log_ << u"bind history"_s;
+    if (!historyFault.isEmpty())
+      throw StoreError(historyFault);
+  }
+  void loadBallImages(const std::vector<BallColors>& colors) override {
+    log_ << u"balls %1: 2 is %2, %3"_s.arg(colors.size()).arg(colors[1].basic).arg(colors[1].special);
+  }
+  void loadMissBallImages() override { log_ << u"miss balls"_s; }
+  void layoutHistoryGrid() override { log_ << u"grid"_s; }
+  void initMainPanels() override { log_ << u"panels"_s; }
+  void showMainForm() override { log_ << u"main form"_s; }
+  bool askUserMode(int& gUserMode) override {
+    log_ << u"first run, mode %1"_s.arg(gUserMode);
+    gUserMode = mode;
+    return mode != 0;
+  }
+  void showUserMenu(bool visible) override { log_ << (visible ? u"user menu"_s : u"no user menu"_s); }
+  bool logOn(Users& users) override {
+    log_ << u"logon"_s;
+    return !userName.isEmpty() && users.cmdOK(userName, {});
+  }
+  void setUserCaption(const Users& users) override { log_ << users.caption(u"caption"_s); }
+  void showChartMode() override { log_ << u"chart mode"_s; }
+  void chooseGame(Catalogue& catalogue) override {
+    log_ << u"choose game"_s;
+    catalogue.selectCaizong(game);
+  }
+  void fillZdyGroups() override { log_ << u"groups"_s; }
+  void unload(const QString& form) override { log_ << u"unload "_s + form; }
+  void releaseData() override { log_ << u"release"_s; }
+
+ private:
+  QStringList& log_;
+};
+
+class StartupTest : public ::testing::Test {
+ protected:
+  StartupTest() {
+    Workspace::create(folders, false, quick);
+    screens.userName = u"临时用户"_s;
+  }
+
+  QTemporaryDir folder;
+  UnflushedFiles quick;
+  Workspace::Folders folders{folder.filePath(u"program"_s), folder.filePath(u"temp"_s)};
+  RecordingPorts ports;
+  RecordingScreens screens{ports.log};
+  Startup startup{folders, ports, screens, quick};
+
+  /// A run before the one under test.
+  void prepare(const char* sql) {
+    Workspace workspace(folders, {&quick, {}});
+    workspace.gConn.execute("test", sql);
+    workspace.close();
+  }
+
+  void addDraw() {
+    prepare(
+        "INSERT INTO 历史记录 (期号, 开奖日期, 号码1, 号码2, 号码3, 号码4, 号码5) VALUES (11031510, 40000, 1, 2, 3, 4, "
+        "5)");
+  }
+
+  int stored(const char* sql) {
+    Workspace workspace(folders, {&quick, {}});
+    return workspace.gConn.value("test", sql).value_or(-1);
+  }
+
+  static inline const QStringList opening{u"splash"_s,     u"bind history"_s, u"grid"_s,   u"balls 11: 2 is 4, 4"_s,
+                                          u"miss balls"_s, u"grid"_s,         u"panels"_s, u"main form"_s};
+};
+
+TEST_F(StartupTest, TheFirstRunAsksTheModeThenOffersTheGames) {
+  screens.game = 4;
+  ASSERT_TRUE(startup.start());
+  EXPECT_EQ(ports.log, opening + QStringList({u"first run, mode 1"_s, u"no user menu"_s, u"chart mode"_s,
+                                              u"plain [] 历史开奖数据库中无记录，请选择相应的开奖数据添加！"_s,
+                                              u"choose game"_s, u"groups"_s}));
+  ASSERT_TRUE(startup.close(true));
+  EXPECT_EQ(stored("SELECT 模式 FROM 用户模式"), 1);
+  EXPECT_EQ(stored("SELECT 序号 FROM 彩票类型 WHERE 使用 = 1"), 4);
+}
+
+TEST_F(StartupTest, TheModeIsAskedOnlyOnce) {
+  addDraw();
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  ASSERT_TRUE(startup.start());
+  EXPECT_EQ(ports.log, opening + QStringList({u"no user menu"_s, u"chart mode"_s, u"groups"_s}));
+}
+
+TEST_F(StartupTest, WithSeveralUsersTheLogonComesBeforeTheChart) {
+  addDraw();
+  prepare("UPDATE 用户模式 SET 模式 = 2");
+  ASSERT_TRUE(startup.start());
+  EXPECT_EQ(ports.log, opening + QStringList({u"user menu"_s, u"logon"_s,
+                                              u"plain [] 用户文件丢失或损坏,无法打开！"_s,  // 临时用户 has none
+                                              u"caption  —— 临时用户"_s, u"chart mode"_s, u"groups"_s}));
+}
+
+TEST_F(StartupTest, LeavingTheFirstRunFormEndsWithNothingSaved) {
+  screens.mode = 0;
+  EXPECT_FALSE(startup.start());
+  EXPECT_EQ(ports.log, opening + QStringList({u"first run, mode 1"_s, u"release"_s}));
+  EXPECT_EQ(stored("SELECT 模式 FROM 用户模式"), 0);
+}
+
+TEST_F(StartupTest, LeavingTheLogonEndsWithNothingSaved) {
+  addDraw();
+  screens.mode = 2;
+  screens.userName.clear();
+  EXPECT_FALSE(startup.start());
+  EXPECT_EQ(ports.log.last(), u"release"_s);
+  EXPECT_EQ(stored("SELECT 模式 FROM 用户模式"), 0);
+}
+
+TEST_F(StartupTest, ASecondInstanceShowsItsBoxAndNothingElse) {
+  Workspace first(folders, {&quick, {}});
+  EXPECT_FALSE(startup.start());
+  EXPECT_EQ(ports.log, QStringList(u"info [] 程序正在运行,不允许同时打开多个!!!"_s));
+}
+
+TEST_F(StartupTest, WithNeitherPackNorBackupOneBoxEndsIt) {
+  QFile::remove(folders.packedFile());
+  EXPECT_FALSE(startup.start());
+  EXPECT_EQ(ports.log, QStringList(u"critical [] 找不到数据文件，也没有备份，程序无法启动，请重新安装！"_s));
+}
+
+TEST_F(StartupTest, TheSplashComesBehindTheUnpackingAndBeforeTheBackup) {
+  FaultyFiles disk;
+  screens.mode = 1;
+  Startup start(folders, ports, screens, disk);
+  bool seen = false;
+  ASSERT_TRUE(start.start());
+  // Both logs in one: the working database is there before the backup is begun.
+  const qsizetype unpacked = disk.log.indexOf(u"rename temp/elevenfive.dat.new -> temp/elevenfive.dat"_s);
+  const qsizetype backup = disk.log.indexOf(u"create program/elevenfive.bak.new"_s);
+  seen = unpacked >= 0 && backup > unpacked;
+  EXPECT_TRUE(seen);
+  EXPECT_EQ(ports.log.first(), u"splash"_s);
+}
+
+TEST_F(StartupTest, TooFewBallsEndIt) {
+  prepare("DELETE FROM BallColor WHERE 号码 > 10");
+  EXPECT_FALSE(startup.start());
+  EXPECT_EQ(ports.log, QStringList({u"splash"_s, u"bind history"_s, u"grid"_s,
+                                    u"plain [] 程序初始化出错,即将退出。。。"_s, u"release"_s}));
+}
+
+TEST_F(StartupTest, AHistoryThatCannotBeBoundIsToldWithTheAdvice) {
+  screens.historyFault = u"读取失败。"_s;
+  EXPECT_FALSE(startup.start());
+  EXPECT_EQ(ports.log[2], u"info [] 读取失败。(文件丢失,需要重新安装!)"_s);
+}
+
+TEST_F(StartupTest, WhatTheStartHadToRepairIsToldOnceTheMainFormIsUp) {
+  addDraw();
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  QFile::remove(folders.packedFile());
+  QFile::remove(folders.packInTransit());
+  ASSERT_TRUE(startup.start());
+  EXPECT_EQ(ports.log[8], u"critical [] 找不到数据文件，已改用备份。"_s);
+}
+
+TEST_F(StartupTest, TheCloseAsksAndNoLeavesEverything) {
+  screens.mode = 2;
+  ASSERT_TRUE(startup.start());
+  ports.log.clear();
+  ports.answers = {Answer::no};
+  EXPECT_FALSE(startup.close(false));
+  EXPECT_EQ(ports.log, QStringList(u"question [] 确认要退出吗？"_s));
+  EXPECT_EQ(startup.workspace().gConn.value("test", "SELECT 模式 FROM 用户模式"), 2);
+}
+
+TEST_F(StartupTest, TheCloseUnloadsTheFormsReleasesTheDataAndPutsItBack) {
+  ASSERT_TRUE(startup.start());
+  ports.log.clear();
+  EXPECT_TRUE(startup.close(false));
+  EXPECT_EQ(ports.log, QStringList({u"question [] 确认要退出吗？"_s, u"unload frmFromFile"_s, u"unload frmInitapp"_s,
+                                    u"unload frmToFile"_s, u"unload Frm_kuaisusizi"_s, u"release"_s}));
+  EXPECT_EQ(stored("SELECT 模式 FROM 用户模式"), 1);
+}
+
+TEST_F(StartupTest, TheCloseSavesTheUsersConditions) {
+  screens.mode = 2;
+  screens.userName = u"张三"_s;
+  ASSERT_TRUE(startup.start());
+  startup.workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");
+  const QString file = folders.program + u"/张三.uVorex"_s;
+  ASSERT_TRUE(startup.close(true));
+  Store saved(file, StoreAccess::readOnly);
+  EXPECT_EQ(saved.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
+}
+
+TEST_F(StartupTest, WithOneUserTheCloseSavesNoUsersFile) {
+  FaultyFiles disk;
+  Startup start(folders, ports, screens, disk);
+  ASSERT_TRUE(start.start());
+  disk.log.clear();
+  ASSERT_TRUE(start.close(true));
+  EXPECT_EQ(disk.log.filter(u"uVorex"_s), QStringList());
+}
+
+TEST_F(StartupTest, ADiskThatIsFullAtTheCloseIsToldAndTriedAgain) {
+  FaultyFiles disk;
+  Startup start(folders, ports, screens, disk);
+  ASSERT_TRUE(start.start());
+  disk.writableBytes = 100;
+  ports.boxes.clear();
+  ports.answers = {Answer::yes, Answer::no};
+  EXPECT_TRUE(start.close(true));
+  ASSERT_EQ(ports.boxes.size(), 4U);
+  EXPECT_TRUE(ports.boxes[0].text.contains(u"磁盘空间已满"_s));
+  EXPECT_EQ(ports.boxes[1].text, u"数据没有写回，要再试一次吗？"_s);
+  EXPECT_EQ(ports.boxes[3].text, u"数据没有写回，要再试一次吗？"_s);
+  EXPECT_TRUE(QFile::exists(folders.workingFile()));  // what was done is still there, and the next start keeps it
+}
+
+TEST_F(StartupTest, ConditionsThatCannotBeSavedLetTheUserStay) {
+  FaultyFiles disk;
+  screens.mode = 2;
+  screens.userName = u"张三"_s;
+  Startup start(folders, ports, screens, disk);
+  ASSERT_TRUE(start.start());
+  disk.writableBytes = 100;
+  ports.boxes.clear();
+  ports.answers = {Answer::no};
+  EXPECT_FALSE(start.close(true));
+  ASSERT_EQ(ports.boxes.size(), 2U);
+  EXPECT_EQ(ports.boxes[1].text, u"用户“张三”的过滤条件没有保存，仍要退出吗？"_s);
+  disk.writableBytes = FaultyFiles::never;
+  EXPECT_TRUE(start.close(true));
+}
+
+TEST_F(StartupTest, SwitchingSavesTheOldUserThenLogsOn) {
+  screens.mode = 2;
+  screens.userName = u"甲"_s;
+  ASSERT_TRUE(startup.start());
+  startup.workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");
+  screens.userName = u"乙"_s;
+  ports.log.clear();
+  ASSERT_TRUE(startup.switchUser());
+  EXPECT_EQ(ports.log, QStringList({u"logon"_s, u"question [] 用户不存在，要以当前的用户名及密码来建立新用户吗？"_s,
+                                    u"caption  —— 乙"_s}));
+  Store old(folders.program + u"/甲.uVorex"_s, StoreAccess::readOnly);
+  EXPECT_EQ(old.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
+  EXPECT_EQ(startup.workspace().gConn.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 5);
+}
+
+}  // namespace
+}  // namespace elevenfive

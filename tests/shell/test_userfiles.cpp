@@ -1,0 +1,158 @@
+#include "shell/userfiles.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include "model/compaction.h"
+#include "model/errors.h"
+#include "tests/support/faultyfiles.h"
+#include "tests/support/testworkspace.h"
+
+namespace elevenfive {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class UserFilesTest : public ::testing::Test {
+ protected:
+  TestWorkspace w;
+  FaultyFiles disk;
+  Workspace::Folders folders = w.workspace().folders();
+  UserFiles files{w.store(), folders, disk};
+
+  static QByteArray read(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+  }
+
+  static void write(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(bytes), bytes.size());
+  }
+
+  void setValue(int value) { w.store().execute("test", "UPDATE 过滤条件 SET VALUE = ? WHERE ID = 3900", value); }
+  int value() { return w.store().value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900").value_or(-1); }
+  QStringList userFiles() const { return QDir(folders.program).entryList({u"*.uVorex*"_s}, QDir::Files, QDir::Name); }
+};
+
+TEST(UserFileName, OrdinaryNamesAreFileNames) {
+  for (const QString& name : {u"a"_s, u"张三"_s, u"John Smith"_s, u"o'Brien"_s, u"a.b"_s, u"COM"_s, u"COM10"_s,
+                              u"console"_s, QString(50, u'名')})
+    EXPECT_TRUE(isUserFileName(name)) << name.toStdString();
+}
+
+TEST(UserFileName, NamesThatWouldLeaveTheFolderAreNone) {
+  for (const QString& name : {u""_s, u"."_s, u".."_s, u"../x"_s, u"a/b"_s, u"a\\b"_s, u"/etc"_s, u"C:"_s, u"..\\x"_s})
+    EXPECT_FALSE(isUserFileName(name)) << name.toStdString();
+}
+
+TEST(UserFileName, ReservedCharactersAndNamesAreNone) {
+  for (const QString& name :
+       {u"a*"_s,   u"a?"_s,           u"\"a"_s,      u"<a"_s,  u"a>"_s,  u"a|b"_s,          u"a\nb"_s,
+        u"a\tb"_s, u"a"_s + QChar(0), u"a\u202Eb"_s, u"con"_s, u"NUL"_s, u"nul.txt"_s,      u"Com1"_s,
+        u"lpt9"_s, u".hidden"_s,      u"end."_s,     u" a"_s,  u"a "_s,  QString(51, u'名')})
+    EXPECT_FALSE(isUserFileName(name)) << name.toStdString();
+}
+
+TEST_F(UserFilesTest, AFileBringsBackAllFourTables) {
+  setValue(3);
+  w.store().execute("test", "UPDATE 过滤条件使用情况 SET 使用情况 = 4 WHERE 条件 = 75");
+  w.store().execute("test", "UPDATE 号码特性 SET 自定义组1 = 1 WHERE 号码 = 7");
+  w.store().execute("test", "UPDATE 历史数据过滤 SET 使用状态 = 1, 最小值 = 2, 最大值 = 3, 匹配值 = 4");
+  ASSERT_TRUE(files.save(u"张三"_s));
+  setValue(9);
+  w.store().execute("test", "UPDATE 过滤条件使用情况 SET 使用情况 = 0");
+  w.store().execute("test", "UPDATE 号码特性 SET 自定义组1 = 0");
+  w.store().execute("test", "UPDATE 历史数据过滤 SET 使用状态 = 0, 最小值 = 0, 最大值 = 0, 匹配值 = 0");
+  ASSERT_TRUE(files.load(u"张三"_s));
+  EXPECT_EQ(value(), 3);
+  EXPECT_EQ(w.rows("SELECT 条件, 使用情况 FROM 过滤条件使用情况 WHERE 使用情况 = 4"), QStringList{u"75 4"_s});
+  EXPECT_EQ(w.rows("SELECT 号码 FROM 号码特性 WHERE 自定义组1 = 1"), QStringList{u"7"_s});
+  EXPECT_EQ(w.rows("SELECT * FROM 历史数据过滤"), QStringList{u"1 2 3 4"_s});
+}
+
+TEST_F(UserFilesTest, AFileIsACompleteDatabaseOfTheTemplatesTables) {
+  ASSERT_TRUE(files.save(u"a"_s));
+  EXPECT_NO_THROW(checkDatabase(files.path(u"a"_s), StoreKind::conditionTemplate));
+  EXPECT_EQ(userFiles(), QStringList{u"a.uVorex"_s});
+}
+
+TEST_F(UserFilesTest, TheTemplateIsNeverWritten) {
+  const QByteArray before = read(folders.templateFile());
+  setValue(3);
+  ASSERT_TRUE(files.save(u"a"_s));
+  EXPECT_EQ(read(folders.templateFile()), before);
+}
+
+TEST_F(UserFilesTest, WithoutTheTemplateNothingIsSaved) {
+  QFile::remove(folders.templateFile());
+  EXPECT_FALSE(files.save(u"a"_s));
+  EXPECT_EQ(userFiles(), QStringList());
+}
+
+TEST_F(UserFilesTest, AMissingFileChangesNothing) {
+  setValue(3);
+  EXPECT_FALSE(files.load(u"nobody"_s));
+  EXPECT_FALSE(files.load(u""_s));
+  EXPECT_EQ(value(), 3);
+}
+
+TEST_F(UserFilesTest, ADamagedFileChangesNothingAndStaysUnderAnotherName) {
+  setValue(3);
+  write(files.path(u"a"_s), "no database");
+  EXPECT_FALSE(files.load(u"a"_s));
+  EXPECT_EQ(value(), 3);
+  ASSERT_EQ(userFiles().size(), 1);
+  EXPECT_TRUE(userFiles().first().startsWith(u"a.uVorex.damaged-"_s));
+  EXPECT_EQ(read(folders.program + u'/' + userFiles().first()), "no database");
+}
+
+TEST_F(UserFilesTest, AFileWithAnEmptyTableChangesNothing) {
+  setValue(3);
+  ASSERT_TRUE(files.save(u"a"_s));
+  {
+    Store store(files.path(u"a"_s), StoreAccess::readWrite);
+    store.execute("test", "DELETE FROM 历史数据过滤");  // the last of the four
+  }
+  setValue(9);
+  EXPECT_FALSE(files.load(u"a"_s));
+  EXPECT_EQ(value(), 9);
+}
+
+TEST_F(UserFilesTest, WhicheverStepFailsTheOldFileOrTheNewOneStands) {
+  setValue(3);
+  ASSERT_TRUE(files.save(u"a"_s));
+  int steps = 0;
+  for (bool done = false; !done; ++steps) {
+    setValue(3);
+    disk.failingStep = FaultyFiles::never;
+    ASSERT_TRUE(files.save(u"a"_s));
+    setValue(4);
+    disk.steps = 0;
+    disk.failingStep = steps;
+    try {
+      done = files.save(u"a"_s);
+    } catch (const FileError&) {
+    }
+    disk.failingStep = FaultyFiles::never;
+    setValue(0);
+    ASSERT_TRUE(files.load(u"a"_s)) << steps;
+    EXPECT_TRUE(value() == 3 || value() == 4) << steps;
+    EXPECT_EQ(userFiles().filter(u"damaged"_s), QStringList()) << steps;
+  }
+  EXPECT_EQ(value(), 4);
+  EXPECT_GT(steps, 8);
+}
+
+TEST_F(UserFilesTest, ANameThatCanHaveNoFileIsRefusedEverywhere) {
+  EXPECT_FALSE(files.load(u"../x"_s));
+  EXPECT_THROW(files.save(u"../x"_s), FileError);
+  EXPECT_THROW(files.remove(u"../TJmode"_s), FileError);
+  EXPECT_TRUE(QFile::exists(folders.templateFile()));
+}
+
+}  // namespace
+}  // namespace elevenfive
