@@ -81,22 +81,17 @@ void calcHistoryAttr(Store& store, Qihao from, Qihao to, Progress* progress, Eve
     return;
   AttributeWriter writer(store);
   PassTransaction transaction(store);
-  DrawRows rows(store, firstRecentQihao(store, first->qihao), to);
-  RecentDraws recent;
-  Draw lastDraw{};
+  Draw lastDraw = first->numbers;
   bool alone = true;
-  while (const std::optional<DrawRow> row = rows.next()) {
-    if (row->qihao > first->qihao) {
-      alone = false;
-      writer.write(*row, lastDraw, recent);
-      transaction.rowDone();
-      showWenDuPeriod(panels, row->qihao);
-      events.yield();
-      bar.set(row->qihao);
-    }
-    lastDraw = row->numbers;
-    recent.add(row->numbers);
-  }
+  visitWithRecent(store, *first, to, [&](const DrawRow& row, const RecentDraws& recent) {
+    alone = false;
+    writer.write(row, lastDraw, recent);
+    lastDraw = row.numbers;
+    transaction.rowDone();
+    showWenDuPeriod(panels, row.qihao);
+    events.yield();
+    bar.set(row.qihao);
+  });
   if (alone)
     writer.writeAlone(*first);
   transaction.commit();

@@ -24,6 +24,16 @@ QStringView withoutOuterSeparators(QStringView text) {
   return text;
 }
 
+/// The line without the ASCII blanks around it. Any other separator in front leaves the line without a period.
+QStringView withoutOuterBlanks(QStringView text) {
+  const auto isBlank = [](QChar ch) { return ch.unicode() < 0x80 && ch.isSpace(); };
+  while (!text.isEmpty() && isBlank(text.front()))
+    text = text.sliced(1);
+  while (!text.isEmpty() && isBlank(text.back()))
+    text.chop(1);
+  return text;
+}
+
 /// The value of a field's first digits; separators may stand before them.
 int fieldNumber(QStringView field) {
   field = withoutOuterSeparators(field);
@@ -41,7 +51,7 @@ int fieldNumber(QStringView field) {
 std::optional<HistoryLine> HistoryLineReader::read(QStringView line) {
   if (line.size() < shortestLine)
     return std::nullopt;
-  QStringView rest = line.trimmed();
+  QStringView rest = withoutOuterBlanks(line);
   const Qihao qihao = leadingNumber(rest);
 
   std::array<bool, numberCount + 1> drawn{};

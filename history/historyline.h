@@ -15,7 +15,8 @@ struct HistoryLine {
 
 /// Reads the lines of one text in their order.
 ///
-/// Blanks, tabs, "-", "+", "，", "," and U+3000 separate, in any mix. The period is the number that the line begins with; the
+/// Blanks, tabs, "-", "+", "，", "," and U+3000 separate, in any mix. The period is the number that the line begins with, at
+/// most blanks and tabs before it; the
 /// numbers are its last five fields of two characters, read from the right, and come out ascending. A number outside 1..11 is
 /// passed over. Four different numbers are enough: 号码5 is then what the line before left there, 0 in the first line.
 class HistoryLineReader final {

@@ -45,23 +45,28 @@ int countHistory(Store& store) {
   return store.value("统计开奖记录", "SELECT COUNT(*) FROM 历史记录").value_or(0);
 }
 
-bool deleteToldRecord(Store& store, Qihao qihao, Boxes& boxes) {
+bool deleteToldRecord(Store& store, Qihao qihao, Boxes& boxes, const HistoryLayout& layout) {
   if (!deleteHistoryRecord(store, qihao)) {
     boxes.show({BoxKind::plain, u"删除失败"_s, u"无法完成，历史记录表格中没有该期记录！"_s, BoxButtons::ok});
     return false;
   }
+  if (layout)
+    layout();
   boxes.plain(u"删除完成！"_s);
   return true;
 }
 
-bool deleteAskedRecord(Store& store, Inputs& inputs, Boxes& boxes) {
+bool deleteAskedRecord(Store& store, Inputs& inputs, Boxes& boxes, const HistoryLayout& layout) {
   const Qihao qihao = inputNumber(inputs.askText({u"请输入期号"_s, u"您要删除哪期的记录？"_s, {}}));
-  return qihao != 0 && deleteToldRecord(store, qihao, boxes);
+  return qihao != 0 && deleteToldRecord(store, qihao, boxes, layout);
 }
 
-bool clearAskedHistory(Store& store, Boxes& boxes, Events& events) {
+bool clearAskedHistory(Store& store, Boxes& boxes, Events& events, const HistoryLayout& layout) {
   if (!boxes.ask(u"确定要清空所有的历史记录吗？"_s))
     return false;
+  clearHistoryTable(store, events);
+  if (layout)
+    layout();
   clearHistoryTable(store, events);
   return true;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDate>
+#include <functional>
 
 #include "model/numbers.h"
 #include "model/ports.h"
@@ -33,14 +34,18 @@ bool deleteHistoryRecord(Store& store, Qihao qihao);
 /// How many draws the history holds.
 int countHistory(Store& store);
 
-/// Deletes one period and tells how that went. True where a row is gone.
-bool deleteToldRecord(Store& store, Qihao qihao, Boxes& boxes);
+/// Brings what shows the history into line with it; empty where nothing shows it.
+using HistoryLayout = std::function<void()>;
 
-/// The button cmm_scls: asks for a period, deletes it, and tells how that went. True where a row is gone.
-bool deleteAskedRecord(Store& store, Inputs& inputs, Boxes& boxes);
+/// Deletes one period, has the grid laid out, and then tells how that went. True where a row is gone.
+bool deleteToldRecord(Store& store, Qihao qihao, Boxes& boxes, const HistoryLayout& layout = {});
 
-/// newBtnHistory_3: clears the history after a question. True where the answer was yes.
-bool clearAskedHistory(Store& store, Boxes& boxes, Events& events);
+/// The button cmm_scls: asks for a period and goes on as deleteToldRecord.
+bool deleteAskedRecord(Store& store, Inputs& inputs, Boxes& boxes, const HistoryLayout& layout = {});
+
+/// newBtnHistory_3: clears the history after a question, has the grid laid out, and clears once more what the yield between
+/// may have brought in. True where the answer was yes.
+bool clearAskedHistory(Store& store, Boxes& boxes, Events& events, const HistoryLayout& layout = {});
 
 /// The question before an import: where there are draws, whether they are to go first. True where they were cleared.
 bool clearBeforeImport(Store& store, Boxes& boxes, Events& events);

@@ -82,8 +82,12 @@ FilterSql buildFilterSql(const std::vector<ColumnFilter>& filters) {
   return sql;
 }
 
+std::string periodsSql(const std::string& where) {
+  return "SELECT 期号 FROM 历史记录" + where + " ORDER BY 期号 ASC";
+}
+
 std::vector<Qihao> searchHistory(Store& store, const FilterSql& filter) {
-  Statement rows = store.query("搜索历史记录", "SELECT 期号 FROM 历史记录" + filter.where + " ORDER BY 期号 ASC");
+  Statement rows = store.query("搜索历史记录", periodsSql(filter.where));
   int parameter = 0;
   for (const QString& value : filter.values)
     rows.bindValue(++parameter, value);

@@ -23,6 +23,9 @@ struct QihaoRange {
   Qihao last = 0;
 };
 
+/// The condition of the periods of a range, with parameters for first and last.
+inline constexpr char qihaoRangeWhere[] = " where 期号 >= ? AND 期号 <= ?";
+
 /// The periods of showHistoryMode with "最近100期": from the hundredth newest, or the oldest where there are fewer, to the newest;
 /// nothing in an empty history.
 std::optional<QihaoRange> recentQihaoRange(Store& store);
@@ -43,6 +46,9 @@ struct FilterSql {
 /// a draw are found with and without their leading 0, dates are YYYY-MM-DD, an empty cell has no text to begin with. What was
 /// typed is data: quotes, % and _ stand for themselves. Throws MissingData for a column that the history does not have.
 FilterSql buildFilterSql(const std::vector<ColumnFilter>& filters);
+
+/// The statement that gives the periods under a condition, ascending. Whatever shows draws asks by it.
+std::string periodsSql(const std::string& where);
 
 /// The periods that a condition finds, ascending.
 std::vector<Qihao> searchHistory(Store& store, const FilterSql& filter);

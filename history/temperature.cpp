@@ -37,8 +37,17 @@ int RecentDraws::temperature(const Draw& draw, int span) const {
   return sum;
 }
 
-Qihao firstRecentQihao(Store& store, Qihao q) {
-  return std::min(getPrevQihao(store, q, RecentDraws::longSpan), q);
+void visitWithRecent(Store& store, const DrawRow& first, Qihao to,
+                     const std::function<void(const DrawRow& row, const RecentDraws& recent)>& visit) {
+  // The draws up to the first one only warm the window up.
+  const Qihao warmUp = std::min(getPrevQihao(store, first.qihao, RecentDraws::longSpan), first.qihao);
+  DrawRows rows(store, warmUp, to);
+  RecentDraws recent;
+  while (const std::optional<DrawRow> row = rows.next()) {
+    if (row->qihao > first.qihao)
+      visit(*row, recent);
+    recent.add(row->numbers);
+  }
 }
 
 void showWenDuPeriod(StatusPanels* panels, Qihao q) {
@@ -74,22 +83,16 @@ void calcWenDuRange(Store& store, Qihao from, Qihao to, Progress* progress, Even
     return;
   Statement update = store.query("统计温度值", "UPDATE 历史记录 SET 温度值5 = ?, 温度值10 = ? WHERE 期号 = ?");
   PassTransaction transaction(store);
-  // The draws before the range only warm the window up.
-  DrawRows rows(store, firstRecentQihao(store, first->qihao), to);
-  RecentDraws recent;
   int done = 0;
-  while (const std::optional<DrawRow> row = rows.next()) {
-    if (row->qihao > first->qihao) {
-      checkNumbers(*row);
-      bar.set(++done);
-      update.run(recent.temperature(row->numbers, RecentDraws::shortSpan),
-                 recent.temperature(row->numbers, RecentDraws::longSpan), row->qihao);
-      transaction.rowDone();
-      showWenDuPeriod(panels, row->qihao);
-      events.yield();
-    }
-    recent.add(row->numbers);
-  }
+  visitWithRecent(store, *first, to, [&](const DrawRow& row, const RecentDraws& recent) {
+    checkNumbers(row);
+    bar.set(++done);
+    update.run(recent.temperature(row.numbers, RecentDraws::shortSpan),
+               recent.temperature(row.numbers, RecentDraws::longSpan), row.qihao);
+    transaction.rowDone();
+    showWenDuPeriod(panels, row.qihao);
+    events.yield();
+  });
   transaction.commit();
   bar.fill();
 }

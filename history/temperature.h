@@ -5,6 +5,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 
 #include "history/statuspanels.h"
 #include "model/numbers.h"
@@ -13,6 +14,7 @@
 namespace elevenfive {
 
 class Store;
+struct DrawRow;
 
 /// The temperature of the draw of period q; 0 where the history does not hold it. Throws NumberFault where a number of the
 /// draw lies outside 1..11.
@@ -39,8 +41,10 @@ class RecentDraws final {
   std::size_t count_ = 0;
 };
 
-/// Where a pass must start reading to know the draws before period q that its temperature counts.
-Qihao firstRecentQihao(Store& store, Qihao q);
+/// Goes through the draws behind the draw `first` up to the period `to`, in ascending order, and hands each over together
+/// with the draws before it, those before `first` included.
+void visitWithRecent(Store& store, const DrawRow& first, Qihao to,
+                     const std::function<void(const DrawRow& row, const RecentDraws& recent)>& visit);
 
 /// Tells in the panel of running passes which period's temperature is being counted.
 void showWenDuPeriod(StatusPanels* panels, Qihao q);

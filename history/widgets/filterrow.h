@@ -2,8 +2,9 @@
 #pragma once
 
 #include <QWidget>
-#include <utility>
 #include <vector>
+
+#include "history/search.h"
 
 class QLineEdit;
 class QTableView;
@@ -20,7 +21,7 @@ class FilterRow final : public QWidget {
   void rebuild();
 
   /// Header and trimmed text of the fields that are not empty.
-  [[nodiscard]] std::vector<std::pair<QString, QString>> conditions() const;
+  [[nodiscard]] std::vector<ColumnFilter> conditions() const;
 
   void clear();
 

@@ -12,6 +12,7 @@
 
 #include "history/entryrow.h"
 #include "history/historytable.h"
+#include "history/search.h"
 #include "history/textfiles.h"
 #include "history/widgets/filterrow.h"
 #include "history/widgets/importprogress.h"
@@ -28,18 +29,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The columns that the grid does not show.
-constexpr std::array<QStringView, 9> hiddenColumns{u"已完成", u"总期号",   u"遗漏数据", u"开奖日期",  u"间距七",
-                                                   u"间距九", u"间距十一", u"间距十二", u"遗漏值总和"};
+/// The largest period, 2147483647, has so many.
+constexpr int qihaoDigits = 10;
 
 /// The background of 期号, in the order 0xBBGGRR.
 constexpr unsigned qihaoBackground = 0xC0FFFF;
 
-constexpr int shownPeriods = 100;
 constexpr const char* historyPurpose = "显示历史记录";
 constexpr const char* rowSql = "SELECT * FROM 历史记录 WHERE 期号 = ?";
 
-QStringList listOf(const auto& names) {
+QStringList listOf(std::span<const QStringView> names) {
   QStringList list;
   for (const QStringView name : names)
     list << name.toString();
@@ -88,7 +87,7 @@ QWidget* HistoryPanel::buildEntryStrip() {
   entryStrip_->setObjectName(u"FrameHkaijian"_s);
   auto* row = new QHBoxLayout;
   for (int i = 0; i < static_cast<int>(entry_.size()); ++i) {
-    auto* field = new DigitField(i == 0 ? 9 : 2, entryStrip_);
+    auto* field = new DigitField(i == 0 ? qihaoDigits : 2, entryStrip_);
     field->setObjectName(u"TextHistory_%1"_s.arg(i));
     field->setAccessibleName(i == 0 ? u"期号"_s : u"第%1个号码"_s.arg(i));
     if (i < 2)
@@ -214,26 +213,33 @@ void HistoryPanel::focusEntry() {
 }
 
 void HistoryPanel::showHistoryMode(bool all) {
-  PagedQuery query{historyPurpose, "SELECT 期号 FROM 历史记录 ORDER BY 期号 ASC", {}, rowSql};
-  if (!all) {
-    query.keySql = "SELECT 期号 FROM (SELECT 期号 FROM 历史记录 ORDER BY 期号 DESC LIMIT ?) ORDER BY 期号 ASC";
-    query.keyValues = {shownPeriods};
+  try {
+    PagedQuery query{historyPurpose, periodsSql({}), {}, rowSql};
+    if (!all) {
+      const QihaoRange range = recentQihaoRange(gConn_).value_or(QihaoRange{1, 0});  // an empty history shows no period
+      query.keySql = periodsSql(qihaoRangeWhere);
+      query.keyValues = {range.first, range.last};
+    }
+    grid_->rows().setQuery(std::move(query));
+  } catch (const Error& fault) {
+    grid_->rows().clear();
+    ports_.boxes.information(fault.message() + u"(文件丢失,需要重新安装!)"_s);
+    return;
   }
-  grid_->rows().setQuery(std::move(query));
   setUpGridColumns();
   grid_->scrollToBottom();
 }
 
 void HistoryPanel::setUpGridColumns() {
   if (!grid_->isColumnHidden(grid_->rows().columnOf(u"开奖日期"_s))) {  // the columns are new to the grid
-    grid_->fitColumns({u"期号"_s}, 9);
+    grid_->fitColumns({u"期号"_s}, qihaoDigits);
     grid_->fitColumn(u"尾数形式"_s, u"1,1,1,1,1"_s);
     grid_->fitColumn(u"头数形式"_s, u"1,1,1,1,1"_s);
     grid_->showNumbersAsBalls();
     grid_->tintColumn(u"期号"_s, qihaoBackground);
     filter_->rebuild();
   }
-  grid_->hideColumns(listOf(hiddenColumns));
+  grid_->hideColumns(listOf(hiddenHistoryColumns()));
   filter_->align();
 }
 
@@ -244,6 +250,10 @@ void HistoryPanel::offerNextPeriod() {
 
 void HistoryPanel::tableChanged() {
   layoutHistoryGrid();
+  viewsChanged();
+}
+
+void HistoryPanel::viewsChanged() {
   offerNextPeriod();
   Q_EMIT historyChanged();
 }
@@ -253,8 +263,7 @@ void HistoryPanel::showWritten(Qihao period) {
   if (historyMode_[1]->isChecked() && !filter_->isVisible()) {
     grid_->rows().rowWritten(period);
     grid_->scrollTo(grid_->rows().index(grid_->rows().rowOf(period), 0));
-    offerNextPeriod();
-    Q_EMIT historyChanged();
+    viewsChanged();
     return;
   }
   tableChanged();
@@ -321,15 +330,15 @@ void HistoryPanel::exportText() {
 }
 
 void HistoryPanel::deletePeriod() {
-  if (!deleteAskedRecord(gConn_, ports_.inputs, ports_.boxes))
+  if (!deleteAskedRecord(gConn_, ports_.inputs, ports_.boxes, [this] { layoutHistoryGrid(); }))
     return;
-  tableChanged();
+  viewsChanged();
   Q_EMIT drawsDeleted();
 }
 
 void HistoryPanel::clearHistory() {
   const BusyScope busy(ports_.busy);
-  if (!clearAskedHistory(gConn_, ports_.boxes, ports_.events))
+  if (!clearAskedHistory(gConn_, ports_.boxes, ports_.events, [this] { layoutHistoryGrid(); }))
     return;
   tableChanged();
   Q_EMIT drawsDeleted();
@@ -346,31 +355,22 @@ void HistoryPanel::searchRecords() {
 }
 
 void HistoryPanel::filterEdited() {
+  if (!filterExplained_) {
+    filterExplained_ = true;
+    ports_.boxes.plain(u"通过输入相应项目的值(允许只输入一个或者多个条件)来搜索符合条件的记录!"_s);
+  }
   filterBegin_->setEnabled(true);
-  if (filterExplained_)
-    return;
-  filterExplained_ = true;
-  ports_.boxes.plain(u"通过输入相应项目的值(允许只输入一个或者多个条件)来搜索符合条件的记录!"_s);
 }
 
 void HistoryPanel::runSearch() {
   filterBegin_->setEnabled(false);
-  PagedQuery query{"搜索历史记录", "SELECT 期号 FROM 历史记录", {}, rowSql};
-  // Headers come from the table itself; what was typed is only ever bound. A prefix is compared as text, so that % and _
-  // stand for themselves.
-  for (const auto& [column, text] : filter_->conditions()) {
-    query.keySql += query.keyValues.empty() ? " WHERE " : " AND ";
-    query.keySql += "substr(CAST(\"" + column.toStdString() + "\" AS TEXT), 1, ?) = ?";
-    query.keyValues.emplace_back(static_cast<int>(text.toUcs4().size()));
-    query.keyValues.emplace_back(text);
-  }
-  query.keySql += " ORDER BY 期号 ASC";
-  grid_->rows().setQuery(std::move(query));
+  const FilterSql filter = buildFilterSql(filter_->conditions());
+  grid_->rows().setQuery(
+      {"搜索历史记录", periodsSql(filter.where), {filter.values.begin(), filter.values.end()}, rowSql});
   filter_->align();
   if (grid_->rows().rowCount() == 0) {
-    filter_->clear();
+    endSearch();
     selectHistoryMode(false);
-    layoutHistoryGrid();
   }
 }
 

@@ -84,6 +84,7 @@ class HistoryPanel final : public QWidget {
   void setUpGridColumns();
   void offerNextPeriod();
   void tableChanged();
+  void viewsChanged();
   void showWritten(Qihao period);
 
   Store& gConn_;

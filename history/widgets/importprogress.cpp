@@ -27,7 +27,9 @@ QProgressBar* bar(const QString& name, const QString& accessibleName, const QStr
 ImportProgress::ImportProgress(QWidget* parent)
     : QFrame(parent),
       done_(new QLabel(this)),
+      slash_(new QLabel(u"/"_s, this)),
       total_(new QLabel(this)),
+      unit_(new QLabel(u" 行"_s, this)),
       lineBar_(bar(u"ProgressBar_Lines"_s, u"行进度"_s, u"%p%"_s, this)),
       stopButton_(new QPushButton(u"停 止(&P)"_s, this)),
       derivationBar_(bar(u"ProgressBar_TuBiao"_s, u"属性计算进度"_s, u"正在计算各期属性 %p%"_s, this)),
@@ -40,24 +42,30 @@ ImportProgress::ImportProgress(QWidget* parent)
   total_->setAccessibleName(u"总行数"_s);
   stopButton_->setObjectName(u"CmmDaoruStop"_s);
   stopButton_->setAccessibleName(u"停止导入"_s);
-  stopButton_->hide();
 
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(done_);
+  layout->addWidget(slash_);
   layout->addWidget(total_);
+  layout->addWidget(unit_);
   layout->addWidget(lineBar_, 1);
   layout->addWidget(stopButton_);
   layout->addWidget(derivationBar_, 1);
   connect(stopButton_, &QPushButton::clicked, this, &ImportProgress::requestStop);
+  showParts(false);
+}
+
+void ImportProgress::showParts(bool visible) {
+  for (QWidget* part : std::initializer_list<QWidget*>{done_, slash_, total_, unit_, stopButton_})
+    part->setVisible(visible);
 }
 
 void ImportProgress::show(int lineCount) {
   lineCount_ = lineCount;
   done_->setText(u"0"_s);
-  total_->setText(u"/ %1 行"_s.arg(lineCount));
-  for (QWidget* part : std::initializer_list<QWidget*>{done_, total_, stopButton_})
-    part->show();
+  total_->setText(QString::number(lineCount));
+  showParts(true);
   lines_.setMinimum(0);
   lines_.setMaximum(std::max(lineCount, 1));
   lines_.setValue(0);
@@ -75,8 +83,7 @@ void ImportProgress::setDone(int lines) {
 
 void ImportProgress::hide() {
   lines_.setVisible(false);
-  for (QWidget* part : std::initializer_list<QWidget*>{done_, total_, stopButton_})
-    part->hide();
+  showParts(false);
 }
 
 }  // namespace elevenfive

@@ -32,8 +32,12 @@ class ImportProgress final : public QFrame, public LineProgress {
   [[nodiscard]] Progress& derivation() noexcept { return derivation_; }
 
  private:
+  void showParts(bool visible);
+
   QLabel* done_;
+  QLabel* slash_;
   QLabel* total_;
+  QLabel* unit_;
   QProgressBar* lineBar_;
   QPushButton* stopButton_;
   QProgressBar* derivationBar_;

@@ -45,6 +45,13 @@ void PagedTableModel::refresh() {
   endResetModel();
 }
 
+void PagedTableModel::clear() {
+  beginResetModel();
+  keys_.clear();
+  pages_.clear();
+  endResetModel();
+}
+
 void PagedTableModel::readKeys() {
   const Statement row = store_.query(query_.purpose, query_.rowSql);
   columns_.clear();

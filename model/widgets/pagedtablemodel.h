@@ -47,6 +47,9 @@ class PagedTableModel final : public QAbstractTableModel {
   /// Reads the keys again; cells are fetched when they are next shown. Throws StoreError, and then shows no rows.
   void refresh();
 
+  /// Shows no rows until the next query; the columns stay.
+  void clear();
+
   /// Puts in one key of a model that is ordered by ascending key, or drops the cells of a key it has already.
   void rowWritten(int key);
 

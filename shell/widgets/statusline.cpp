@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QStatusBar>
 
-#include "model/navigators.h"
+#include "history/statusline.h"
 
 namespace elevenfive {
 
@@ -25,11 +25,7 @@ void StatusLine::setPanel(int panel, const QString& text) {
 }
 
 void StatusLine::update(Store& store) {
-  const QString today = QDate::currentDate().toString(u"yyyy-MM-dd"_s);
-  const QString gap(5, u' ');
-  setPanel(3, gap + u"※※※  "_s + QString::number(getNextQihao(store)) + u" 期 于 "_s + today + u" 开奖"_s + gap +
-                  u"今天是： "_s + today + u"  ※※※"_s + gap);
-  setPanel(1, u"  ☆☆☆  历史记录： 已更新！  ☆☆☆  "_s);
+  updateStatusLine(store, *this, QDate::currentDate());
 }
 
 }  // namespace elevenfive

@@ -309,6 +309,15 @@ TEST_F(Derivation, NewZonesChangeTheZoneColumnsAlone) {
   EXPECT_EQ(workspace.rows(all).join(u'\n'), before);
 }
 
+TEST_F(Derivation, ANumberOutsideEndsTheCountOfNewZonesAfterTheRowsBefore) {
+  workspace.addDraws(
+      u"11031501 01 02 03 04 05\n11031502 07 08 09 10 11\n11031503 01 02 03 04 12\n11031504 01 02 03 04 05"_s);
+  EXPECT_THROW(recalcQujian(workspace.store(), 1, 11031504, ports, ports, ports), NumberFault);
+  EXPECT_EQ(workspace.rows("SELECT 区间1 FROM 历史记录 ORDER BY 期号"), (QStringList{u"5"_s, u"0"_s, u"-"_s, u"-"_s}));
+  EXPECT_FALSE(ports.visible);
+  EXPECT_FALSE(workspace.store().inTransaction());
+}
+
 TEST_F(Derivation, NewZonesOfARangeWithoutRowsAreOnlyTold) {
   workspace.addDraws(u"11031501 01 02 03 04 05"_s);
   EXPECT_FALSE(recalcQujian(workspace.store(), 11031502, 11031509, ports, ports, ports));

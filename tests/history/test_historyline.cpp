@@ -55,6 +55,19 @@ TEST(HistoryLine, WithoutAPeriodInFrontItIsPassedOver) {
   EXPECT_EQ(readAlone(u"-11031510 01 02 03 04 05"_s), u"-"_s);
 }
 
+TEST(HistoryLine, OfTheSeparatorsOnlyBlanksMayStandBeforeThePeriod) {
+  EXPECT_EQ(readAlone(u" \t11031510 01 02 03 04 05"_s), u"11031510: 01 02 03 04 05"_s);
+  EXPECT_EQ(readAlone(u"　11031510 01 02 03 04 05"_s), u"-"_s);
+  EXPECT_EQ(readAlone(u" 　11031510 01 02 03 04 05"_s), u"-"_s);
+  EXPECT_EQ(readAlone(u"，11031510 01 02 03 04 05"_s), u"-"_s);
+}
+
+TEST(HistoryLine, ASeparatorBehindTheLastNumberTakesItsPlaceInTheField) {
+  // the fields from the right are "5" and the separator, "0", "04", "03" and "02"
+  EXPECT_EQ(readAlone(u"11031510 01 02 03 04 05　"_s), u"11031510: 02 03 04 05 00"_s);
+  EXPECT_EQ(readAlone(u"11031510,01,02,03,04,05,"_s), u"11031510: 02 03 04 05 00"_s);
+}
+
 TEST(HistoryLine, APeriodThatTheTableCannotHoldIsPassedOver) {
   EXPECT_EQ(readAlone(u"2147483647 01 02 03 04 05"_s), u"2147483647: 01 02 03 04 05"_s);
   EXPECT_EQ(readAlone(u"2147483648 01 02 03 04 05"_s), u"-"_s);

@@ -102,6 +102,18 @@ TEST_F(HistoryTable, TheDeleteButtonAsksForThePeriodAndTellsThatItIsGone) {
   EXPECT_EQ(countHistory(workspace.store()), 0);
 }
 
+TEST_F(HistoryTable, TheGridIsLaidOutBetweenTheDeletionAndItsBox) {
+  add(19110401, u"01 02 03 04 05"_s);
+  ports.typed = {u"19110401"_s, u"19110401"_s};
+  const HistoryLayout layout = [&] { ports.log << u"layout of %1"_s.arg(countHistory(workspace.store())); };
+  EXPECT_TRUE(deleteAskedRecord(workspace.store(), ports, ports, layout));
+  EXPECT_EQ(ports.log, (QStringList{u"ask [请输入期号] 您要删除哪期的记录？ = 19110401"_s, u"layout of 0"_s,
+                                    u"plain [] 删除完成！"_s}));
+  ports.log.clear();
+  EXPECT_FALSE(deleteAskedRecord(workspace.store(), ports, ports, layout));
+  EXPECT_FALSE(ports.log.contains(u"layout of 0"_s));
+}
+
 TEST_F(HistoryTable, TheDeleteButtonTellsOfAnUnknownPeriod) {
   ports.typed = {u"19110401"_s};
   EXPECT_FALSE(deleteAskedRecord(workspace.store(), ports, ports));
@@ -126,6 +138,19 @@ TEST_F(HistoryTable, TheClearButtonAsksFirst) {
   EXPECT_TRUE(clearAskedHistory(workspace.store(), ports, ports));
   EXPECT_EQ(countHistory(workspace.store()), 0);
   EXPECT_EQ(ports.log, QStringList(2, u"question [] 确定要清空所有的历史记录吗？"_s));
+}
+
+TEST_F(HistoryTable, ClearingTakesAlsoWhatCameInBetween) {
+  add(19110401, u"01 02 03 04 05"_s);
+  ports.answers = {Answer::yes};
+  EXPECT_TRUE(clearAskedHistory(workspace.store(), ports, ports, [&] {
+    ports.log << u"layout of %1"_s.arg(countHistory(workspace.store()));
+    EXPECT_EQ(ports.yields, 1);
+    add(19110402, u"01 02 03 04 05"_s);
+  }));
+  EXPECT_EQ(ports.log, (QStringList{u"question [] 确定要清空所有的历史记录吗？"_s, u"layout of 0"_s}));
+  EXPECT_EQ(ports.yields, 2);
+  EXPECT_EQ(countHistory(workspace.store()), 0);
 }
 
 TEST_F(HistoryTable, AnImportAsksAboutOldDrawsOnlyWhereThereAreSome) {

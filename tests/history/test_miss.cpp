@@ -69,6 +69,21 @@ TEST_F(Miss, HalvesRoundToTheEvenNeighbour) {
   EXPECT_EQ(labels(11031506).numbers[1].average, 2);
 }
 
+TEST_F(Miss, ATwoAndAHalfRoundsDownToTwo) {
+  // number 1 at 3, 4, 7 of eight: gaps 3, 0, 2 by 2
+  workspace.addDraws(
+      u"11031501 02 07 08 09 10\n11031502 02 07 08 09 10\n11031503 02 07 08 09 10\n11031504 01 07 08 09 10\n"
+      u"11031505 01 07 08 09 10\n11031506 02 07 08 09 10\n11031507 02 07 08 09 10\n11031508 01 07 08 09 10"_s);
+  EXPECT_EQ(labels(11031508).numbers[1], (MissFigures{3, 2, 0, 3, 2}));
+}
+
+TEST_F(Miss, AHalfRoundsDownToZero) {
+  // number 1 at 1, 2, 3 of four: gaps 1, 0, 0 by 2
+  workspace.addDraws(
+      u"11031501 02 07 08 09 10\n11031502 01 07 08 09 10\n11031503 01 07 08 09 10\n11031504 01 07 08 09 10"_s);
+  EXPECT_EQ(labels(11031504).numbers[1], (MissFigures{1, 0, 0, 3, 0}));
+}
+
 TEST_F(Miss, ANumberOfTheNewestDrawHasNone) {
   workspace.addDraws(tenDraws.toString());
   EXPECT_EQ(labels(11031605).numbers[7].current, 0);
@@ -166,6 +181,15 @@ TEST_F(Miss, TheSumOfADrawIsTheMissesOfItsNumbersOneDrawBefore) {
             (QStringList{u"-"_s, u"0"_s, u"0"_s, u"5"_s, u"6"_s}));
   EXPECT_EQ(ports.log, (QStringList{u"progress 0..5"_s, u"progress hidden"_s}));
   EXPECT_EQ(panels.log, (QStringList{u"2:  ■■■■■  正在统计各期号码的遗漏值。。。。。。  "_s, u"2:"_s}));
+}
+
+TEST_F(Miss, ANumberZeroCountsForTheLargestMiss) {
+  workspace.addDraws(
+      u"11031501 01 02 03 04 05\n11031502 01 02 03 04 05\n11031503 07 08 09 10 11\n11031504 07 08 09 10 11\n"
+      u"11031505 04 07 08 09 10\n11031506 04 07 08 09 00"_s);
+  calcYilouSum(workspace.store(), 11031506, 11031506, now(), nullptr, ports);
+  // before the last draw 04 and 07 to 09 have just come, 01 to 03 are absent for three draws, which no number exceeds
+  EXPECT_EQ(workspace.rows("SELECT 遗漏值总和 FROM 历史记录 WHERE 期号 = 11031506"), QStringList{u"3"_s});
 }
 
 TEST_F(Miss, TheSumOfARangeOfTheFirstRowAloneWritesNothing) {

@@ -12,53 +12,17 @@
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTimer>
+#include <functional>
 
 #include "conditions/widgets/pickpage.h"
 #include "model/widgets/gridview.h"
-#include "tests/shell/windowtest.h"
+#include "tests/shell/mainwindowtest.h"
 
 namespace elevenfive {
 
 namespace {
 
 using namespace Qt::StringLiterals;
-
-class MainWindowTest : public ::testing::Test {
- protected:
-  void open() {
-    window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{ports, ports, files, texts});
-    window->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-  }
-
-  template <typename Control>
-  Control& the(const QString& name) {
-    return control<Control>(*window, name);
-  }
-
-  void typeDraw(const QString& qihao, const QStringList& numbers) {
-    the<QLineEdit>(u"TextHistory_0"_s).setText(qihao);
-    for (int i = 1; i <= 5; ++i) {
-      auto& field = the<QLineEdit>(u"TextHistory_%1"_s.arg(i));
-      field.clear();
-      QTest::keyClicks(&field, numbers[i - 1]);
-    }
-  }
-
-  /// Whether a column of a grid is hidden.
-  bool hidden(const QString& grid, const QString& column) {
-    auto& view = the<GridView>(grid);
-    return view.isColumnHidden(view.rows().columnOf(column));
-  }
-
-  void triggerMenu(const QString& name) { the<QAction>(name).trigger(); }
-
-  TestWorkspace data;
-  RecordingPorts ports;
-  AnsweringFiles files;
-  RecordingTexts texts;
-  std::unique_ptr<MainWindow> window;
-};
 
 TEST_F(MainWindowTest, ThreeTabsBearTheirCaptions) {
   open();
@@ -81,74 +45,6 @@ TEST_F(MainWindowTest, EveryControlThatTakesTheFocusHasAnAccessibleName) {
           << widget->metaObject()->className() << ' ' << widget->objectName().toStdString();
     }
   }
-}
-
-TEST_F(MainWindowTest, TheHistoryGridHidesItsColumnsAndTintsThePeriod) {
-  data.addDraws(u"11031510 01 02 03 04 05"_s);
-  open();
-  for (const QString& column : {u"已完成"_s, u"总期号"_s, u"遗漏数据"_s, u"开奖日期"_s, u"间距七"_s, u"间距九"_s,
-                                u"间距十一"_s, u"间距十二"_s, u"遗漏值总和"_s})
-    EXPECT_TRUE(hidden(u"TDBGridHistory"_s, column)) << column.toStdString();
-  for (const QString& column : {u"期号"_s, u"号码1"_s, u"和值"_s, u"温度值10"_s, u"自定义组10"_s})
-    EXPECT_FALSE(hidden(u"TDBGridHistory"_s, column)) << column.toStdString();
-
-  auto& grid = the<GridView>(u"TDBGridHistory"_s);
-  const QImage picture = grid.viewport()->grab().toImage();
-  const QRect cell = grid.visualRect(grid.rows().index(0, 0));
-  EXPECT_EQ(picture.pixelColor(cell.topLeft() + QPoint(2, 2)), QColor(0xFF, 0xFF, 0xC0));
-}
-
-TEST_F(MainWindowTest, ADrawTypedInIsSortedStoredAndShown) {
-  open();
-  typeDraw(u"11031510"_s, {u"03"_s, u"01"_s, u"02"_s, u"05"_s, u"04"_s});
-  click(the<QPushButton>(u"cmmUpdateHistory_0"_s));
-  EXPECT_TRUE(ports.boxes.empty());
-  EXPECT_EQ(data.rows("SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5, 和值, 已完成 FROM 历史记录"),
-            QStringList{u"11031510 1 2 3 4 5 15 Y"_s});
-  EXPECT_EQ(the<GridView>(u"TDBGridHistory"_s).rows().rowCount(), 1);
-  EXPECT_EQ(the<QLineEdit>(u"TextHistory_0"_s).text(), u"11031511"_s);
-  EXPECT_EQ(the<QLineEdit>(u"TextHistory_3"_s).text(), QString());
-}
-
-TEST_F(MainWindowTest, EnterInTheLastFieldAddsTheDraw) {
-  open();
-  typeDraw(u"11031510"_s, {u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s});
-  QTest::keyClick(&the<QLineEdit>(u"TextHistory_5"_s), Qt::Key_Return);
-  EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"1"_s});
-}
-
-TEST_F(MainWindowTest, ABadEntryIsRefusedAndItsNumbersComeBackSorted) {
-  open();
-  typeDraw(QString(), {u"03"_s, u"01"_s, u"02"_s, u"05"_s, u"04"_s});
-  click(the<QPushButton>(u"cmmUpdateHistory_0"_s));
-  EXPECT_EQ(ports.log.last(), u"critical [] 输入有误或不完整,请核对后重新输入!"_s);
-  EXPECT_EQ(the<QLineEdit>(u"TextHistory_1"_s).text(), u"01"_s);
-  EXPECT_EQ(the<QLineEdit>(u"TextHistory_5"_s).text(), u"05"_s);
-  EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"0"_s});
-}
-
-TEST_F(MainWindowTest, EntryFieldsDropWhatIsNoDigit) {
-  open();
-  auto& field = the<QLineEdit>(u"TextHistory_1"_s);
-  QTest::keyClicks(&field, u"a1-x2"_s);
-  EXPECT_EQ(field.text(), u"12"_s);
-}
-
-TEST_F(MainWindowTest, TheLastHundredOrAllPeriodsShow) {
-  QString lines;
-  for (int i = 1; i <= 120; ++i)
-    lines += u"%1 01 02 03 04 05\n"_s.arg(11031500 + i);
-  data.addDraws(lines);
-  open();
-  auto& rows = the<GridView>(u"TDBGridHistory"_s).rows();
-  EXPECT_EQ(rows.rowCount(), 120);
-  click(the<QRadioButton>(u"OptionHistoryMode_0"_s));
-  EXPECT_EQ(rows.rowCount(), 100);
-  EXPECT_EQ(rows.keyOf(0), 11031521);
-  triggerMenu(u"mnu_HistoryShowAll"_s);
-  EXPECT_EQ(rows.rowCount(), 120);
-  triggerMenu(u"mnu_HistoryShow100"_s);
-  EXPECT_EQ(rows.rowCount(), 100);
 }
 
 TEST_F(MainWindowTest, OnePeriodIsDeletedOnRequest) {
@@ -220,28 +116,6 @@ TEST_F(MainWindowTest, AnEmptyHistoryExportsToNoEditor) {
   open();
   click(the<QPushButton>(u"cmm_Daocu"_s));
   EXPECT_TRUE(texts.texts.isEmpty());
-}
-
-TEST_F(MainWindowTest, ASearchComparesByPrefixAndTakesSignsAsTheyStand) {
-  data.addDraws(u"11031510 01 02 03 04 05\n11031511 02 03 04 05 06\n11041510 02 03 04 05 07"_s);
-  open();
-  click(the<QPushButton>(u"CmmSousuo"_s));
-  auto& begin = the<QPushButton>(u"filterBegin"_s);
-  EXPECT_FALSE(begin.isEnabled());
-  auto& field = the<QLineEdit>(u"filter_期号"_s);
-  QTest::keyClicks(&field, u"1103"_s);
-  EXPECT_EQ(ports.boxTexts(),
-            (QStringList{u"请在表格中最顶一行空白处相应项目栏输入条件值，然后点击“搜索”按钮！"_s,
-                         u"通过输入相应项目的值(允许只输入一个或者多个条件)来搜索符合条件的记录!"_s}));
-  click(begin);
-  EXPECT_EQ(the<GridView>(u"TDBGridHistory"_s).rows().rowCount(), 2);
-
-  field.clear();
-  QTest::keyClicks(&field, u"1%1' OR 1=1; --_"_s);  // finds nothing, so everything shows again
-  click(begin);
-  EXPECT_EQ(the<GridView>(u"TDBGridHistory"_s).rows().rowCount(), 3);
-  EXPECT_TRUE(the<QRadioButton>(u"OptionHistoryMode_0"_s).isChecked());
-  EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"3"_s});
 }
 
 TEST_F(MainWindowTest, PickButtonsBearTheColoursOfTheirState) {
