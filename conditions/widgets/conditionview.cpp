@@ -64,7 +64,7 @@ ConditionView::ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, QWid
   pages_ = new QStackedWidget(this);
   layout->addWidget(pages_, 1);
   buildPages();
-  connect(tabs_, &QListWidget::currentRowChanged, this, [this](int row) { showTab(row + 1); });
+  connect(tabs_, &QListWidget::itemSelectionChanged, this, &ConditionView::selectionChanged);
   tabs_->setCurrentRow(0);
 }
 
@@ -177,18 +177,25 @@ void ConditionView::selectTab(int tab) {
 }
 
 void ConditionView::showParityPage() {
-  tabs_->setCurrentRow(-1);
+  shownTab_ = 0;
+  tabs_->clearSelection();
   parityPage_->open();
   pages_->setCurrentWidget(parityPage_);
 }
 
-int ConditionView::currentTab() const {
-  return tabs_->currentRow() + 1;
+/// The focus alone makes a row current, so that the selection decides; there is always one, unless the parity panel shows.
+void ConditionView::selectionChanged() {
+  const QList<QListWidgetItem*> selected = tabs_->selectedItems();
+  if (!selected.isEmpty())
+    showTab(tabs_->row(selected.constFirst()) + 1);
+  else if (shownTab_ > 0)
+    tabs_->item(shownTab_ - 1)->setSelected(true);
 }
 
 void ConditionView::showTab(int tab) {
   if (tab < 1)
     return;
+  shownTab_ = tab;
   QWidget* page = pageOfTab_[static_cast<std::size_t>(tab)];
   if (auto* values = qobject_cast<ValuePage*>(page))
     values->showTab(tab);
@@ -229,8 +236,7 @@ void ConditionView::findTab(const QString& text) {
     if (matches && first < 0)
       first = row;
   }
-  const QListWidgetItem* current = tabs_->currentItem();  // none while the parity panel shows
-  if (first >= 0 && current != nullptr && current->isHidden())
+  if (first >= 0 && shownTab_ > 0 && tabs_->item(shownTab_ - 1)->isHidden())
     tabs_->setCurrentRow(first);
 }
 

@@ -36,7 +36,7 @@ class ConditionView final : public QWidget {
   /// Shows the panel paicu, which has no tab; no tab is selected while it shows.
   void showParityPage();
 
-  [[nodiscard]] int currentTab() const;  ///< 0 while none is selected
+  [[nodiscard]] int currentTab() const { return shownTab_; }  ///< 0 while none is selected
 
   /// Reads the selected tab and all marks again from the store.
   void reload();
@@ -53,6 +53,7 @@ class ConditionView final : public QWidget {
   void buildPages();
   void addPage(int tab, QWidget* page);
   QWidget* placeholder(int tab);
+  void selectionChanged();
   void showTab(int tab);
   void markTab(int tab);
   void findTab(const QString& text);
@@ -71,6 +72,7 @@ class ConditionView final : public QWidget {
   MatchPage* matchPage_ = nullptr;
   ReductionPage* reductionPage_ = nullptr;
   SummaryPage* summaryPage_ = nullptr;
+  int shownTab_ = 0;                 ///< 0: the parity panel
   std::vector<QWidget*> pageOfTab_;  ///< by tab; slot 0 unused
 };
 

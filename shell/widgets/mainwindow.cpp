@@ -81,6 +81,7 @@ void MainWindow::buildBody() {
   topTabs_->setAccessibleName(u"主页面"_s);
   topTabs_->setExpanding(false);
   topTabs_->setDrawBase(false);
+  topTabs_->ensurePolished();  // tabs are measured once, as they are added
   for (const QStringView caption : topCaptions)
     topTabs_->addTab(caption.toString());
   pages_ = new QStackedWidget(body);

@@ -56,6 +56,7 @@ QTabBar#TabStrip_Top { background: palette(window); }
 QTabBar#TabStrip_Top::tab { padding: 0.5em 1.2em; margin-bottom: 4px; border-top: 3px solid palette(window); border-left: 3px solid palette(window); border-right: 3px solid palette(window); border-bottom: 3px solid palette(window); }
 QTabBar#TabStrip_Top::tab:selected { color: #2B6CB0; font-weight: bold; border-top: 3px solid palette(window); border-left: 3px solid palette(window); border-right: 3px solid palette(window); border-bottom: 3px solid #2B6CB0; }
 QTabBar#TabStrip_Top::tab:hover:!selected { background: #EAF1F8; }
+QTabBar#TabStrip_Top::tab:selected:focus { background: #EAF1F8; }
 QTabBar#TabStrip_Qiaqu::tab { padding: 0.35em 1.4em; border: 1px solid #C3CCD5; background: palette(base); }
 QTabBar#TabStrip_Qiaqu::tab:selected { color: white; background: palette(highlight); border-color: palette(highlight); }
 QTabBar#TabStrip_Qiaqu::tab:selected:focus { border: 2px solid #1F2933; }

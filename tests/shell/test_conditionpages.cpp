@@ -252,6 +252,12 @@ TEST_F(ParityPageTest, ATabLeadsAwayFromThePanelAlsoTheOneBefore) {
   the<QLineEdit>(u"Text_findTab"_s).setText(u"跨度"_s);
   EXPECT_TRUE(the<QWidget>(u"Frame1_pcMain"_s).isVisible());
   auto& tabs = the<QListWidget>(u"TabStrip_TiaoJian"_s);
+  EXPECT_TRUE(tabs.selectedItems().isEmpty());
+  tabs.setFocus(Qt::TabFocusReason);
+  EXPECT_TRUE(the<QWidget>(u"Frame1_pcMain"_s).isVisible());
+  window.selectTopTab(1);
+  window.selectTopTab(2);
+  EXPECT_TRUE(the<QWidget>(u"Frame1_pcMain"_s).isVisible());
   clickItem(tabs, 4);
   EXPECT_FALSE(the<QWidget>(u"Frame1_pcMain"_s).isVisible());
   EXPECT_TRUE(the<QWidget>(u"pic_subTiaojian_2"_s).isVisible());
