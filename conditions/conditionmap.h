@@ -86,6 +86,7 @@ inline constexpr int firstReductionType = 3;
 inline constexpr QStringView reductionTypes[] = {u"保三型", u"保四型", u"保五型", u"保六型", u"保七型"};
 
 inline constexpr int groupsTab = 22;
+inline constexpr int summaryTab = 25;
 inline constexpr int matchTab = 23;
 inline constexpr QStringView matchCaption =
     u"使用这个条件(如果要使用这个条件来过滤掉历史数据相关的号码，请在前面打上勾)";

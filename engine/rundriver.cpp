@@ -75,7 +75,8 @@ void RunDriver::runClicked() {
 }
 
 void RunDriver::deleteClicked() {
-  const Answer answer = ports_.boxes.show({BoxKind::question, {}, u"确认要删除全部记录吗？"_s, BoxButtons::okCancel});
+  const Answer answer =
+      ports_.boxes.show({BoxKind::question, {}, u"确认要删除全部记录吗？"_s, BoxButtons::okCancel, true});
   if (answer == Answer::no)
     return;
   deleteRizhi(0);

@@ -62,7 +62,7 @@ bool deleteAskedRecord(Store& store, Inputs& inputs, Boxes& boxes, const History
 }
 
 bool clearAskedHistory(Store& store, Boxes& boxes, Events& events, const HistoryLayout& layout) {
-  if (!boxes.ask(u"确定要清空所有的历史记录吗？"_s))
+  if (!boxes.askToDelete(u"确定要清空所有的历史记录吗？"_s))
     return false;
   clearHistoryTable(store, events);
   if (layout)
@@ -72,7 +72,7 @@ bool clearAskedHistory(Store& store, Boxes& boxes, Events& events, const History
 }
 
 bool clearBeforeImport(Store& store, Boxes& boxes, Events& events) {
-  if (countHistory(store) == 0 || !boxes.ask(u"原有的历史数据是否要清空？"_s))
+  if (countHistory(store) == 0 || !boxes.askToDelete(u"原有的历史数据是否要清空？"_s))
     return false;
   clearHistoryTable(store, events);
   return true;

@@ -29,6 +29,7 @@ struct Box {
   QString title;  ///< empty: the program's own
   QString text;
   BoxButtons buttons = BoxButtons::ok;
+  bool destructive = false;  ///< a yes deletes what cannot be had back: Enter alone must not be a yes
 };
 
 class Boxes {
@@ -41,6 +42,9 @@ class Boxes {
   void information(const QString& text) { show({BoxKind::information, {}, text, BoxButtons::ok}); }
   void critical(const QString& text) { show({BoxKind::critical, {}, text, BoxButtons::ok}); }
   bool ask(const QString& text) { return show({BoxKind::question, {}, text, BoxButtons::yesNo}) == Answer::yes; }
+  bool askToDelete(const QString& text) {
+    return show({BoxKind::question, {}, text, BoxButtons::yesNo, true}) == Answer::yes;
+  }
 };
 
 struct InputBox {

@@ -10,6 +10,7 @@
 #include "model/widgets/textwindow.h"
 #include "model/workspace.h"
 #include "shell/widgets/mainwindow.h"
+#include "shell/widgets/standardtexts.h"
 #include "shell/widgets/theme.h"
 
 namespace {
@@ -37,6 +38,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("elevenfive"));
   elevenfive::applyTheme(application);
+  elevenfive::useChineseStandardTexts();
 
   elevenfive::QtBoxes boxes;
   elevenfive::QtInputs inputs;

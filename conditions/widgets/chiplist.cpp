@@ -1,8 +1,11 @@
 #include "conditions/widgets/chiplist.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
+#include <utility>
 
 namespace elevenfive {
 
@@ -84,11 +87,66 @@ void ChipList::selectionChanged(const QItemSelection& selected, const QItemSelec
   QListWidget::selectionChanged(selected, deselected);
   if (filling_)
     return;
-  for (const QModelIndex& index : selected.indexes())
-    Q_EMIT chipClicked(index.row(), true);
-  for (const QModelIndex& index : deselected.indexes())
-    Q_EMIT chipClicked(index.row(), false);
-  Q_EMIT clicksDone();
+  Q_EMIT selectionEdited();
+}
+
+std::vector<bool> ChipList::selection() const {
+  std::vector<bool> states(static_cast<std::size_t>(count()));
+  for (const QModelIndex& index : selectionModel()->selectedIndexes())
+    states.at(static_cast<std::size_t>(index.row())) = true;
+  return states;
+}
+
+void ChipList::selectRangeTo(const QModelIndex& index) {
+  const QModelIndex from = anchor_.isValid() ? QModelIndex(anchor_) : index;
+  selectionModel()->select(QItemSelection(from, index), QItemSelectionModel::Select);
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  scrollTo(index);
+}
+
+void ChipList::mousePressEvent(QMouseEvent* event) {
+  const QModelIndex index = indexAt(event->position().toPoint());
+  const bool left = event->button() == Qt::LeftButton && index.isValid();
+  if (left && event->modifiers().testFlag(Qt::ShiftModifier)) {
+    rangePress_ = true;
+    selectRangeTo(index);
+    return;
+  }
+  QListWidget::mousePressEvent(event);
+  if (left)
+    anchor_ = index;
+}
+
+void ChipList::mouseMoveEvent(QMouseEvent* event) {
+  if (!rangePress_)
+    QListWidget::mouseMoveEvent(event);
+}
+
+void ChipList::mouseReleaseEvent(QMouseEvent* event) {
+  if (!std::exchange(rangePress_, false))
+    QListWidget::mouseReleaseEvent(event);
+}
+
+void ChipList::keyPressEvent(QKeyEvent* event) {
+  struct Arrow {
+    int key;
+    CursorAction action;
+  };
+  static constexpr Arrow arrows[] = {{Qt::Key_Left, MoveLeft}, {Qt::Key_Right, MoveRight}, {Qt::Key_Up, MoveUp},
+                                     {Qt::Key_Down, MoveDown}, {Qt::Key_Home, MoveHome},   {Qt::Key_End, MoveEnd}};
+  if (event->modifiers().testFlag(Qt::ShiftModifier)) {
+    for (const Arrow& arrow : arrows) {
+      if (event->key() != arrow.key)
+        continue;
+      const QModelIndex to = moveCursor(arrow.action, Qt::NoModifier);
+      if (to.isValid())
+        selectRangeTo(to);
+      return;
+    }
+  }
+  QListWidget::keyPressEvent(event);
+  if (event->key() != Qt::Key_Shift)
+    anchor_ = currentIndex();
 }
 
 }  // namespace elevenfive

@@ -1,8 +1,10 @@
-// A list of values to allow or not, shown as chips that wrap into rows. A click toggles a value, dragging and Shift take
-// several, and the space bar toggles the current one.
+// A list of values to allow or not, shown as chips that wrap into rows. A click toggles a value, dragging takes several, and
+// the space bar toggles the current one. Shift with a click or an arrow selects the whole range from the value that was
+// last clicked or toggled without it.
 #pragma once
 
 #include <QListWidget>
+#include <QPersistentModelIndex>
 #include <vector>
 
 namespace elevenfive {
@@ -21,15 +23,24 @@ class ChipList final : public QListWidget {
 
   void invertSelection();
 
-  /// One item was selected or deselected by the person.
-  Q_SIGNAL void chipClicked(int item, bool selected);
-  /// The last chipClicked() of one action has been told.
-  Q_SIGNAL void clicksDone();
+  /// Which items are selected, by place.
+  [[nodiscard]] std::vector<bool> selection() const;
+
+  /// The person selected or deselected items, one or many in one action.
+  Q_SIGNAL void selectionEdited();
 
  protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
  private:
+  void selectRangeTo(const QModelIndex& index);
+
+  QPersistentModelIndex anchor_;  ///< where a range begins
+  bool rangePress_ = false;       ///< the mouse button that is down selected a range
   bool filling_ = false;
   bool compact_ = false;
 };

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <array>
 
+#include "conditions/conditionmap.h"
+#include "conditions/widgets/paritypage.h"
 #include "conditions/widgets/pickpage.h"
 #include "conditions/widgets/settingpages.h"
 #include "conditions/widgets/tabcaptions.h"
@@ -28,14 +30,10 @@ constexpr std::array<ValuePageFacts, 5> valuePages{{
     {2, 10, u"List_TiaoJian", -1, 1, u"Check_useTiaojiao", 1, u"Text_tiaojianTip"},
     {11, 13, u"List_TJ", 0, 2, u"Check_useTiaojiao", 2, u""},
     {14, 14, u"List_QJ", 1, 4, u"Check_useTiaojiao", 4, u""},
-    {15, 15, u"List_DingweiNumber", 1, 7, u"Check_useDingWeiTiaojiao", 30, u""},
+    {positionsTab, positionsTab, u"List_DingweiNumber", 1, positionCount, u"Check_useDingWeiTiaojiao", positionCode(1),
+     u""},
     {16, 21, u"List_TiaojianElse", -1, 1, u"Check_useTiaojiao_else", -1, u"Text_elseTiaojianTip"},
 }};
-
-constexpr int positionTab = 15;
-constexpr int matchTab = 23;
-constexpr int reductionTab = 24;
-constexpr int summaryTab = 25;
 
 /// A dot in the highlight colour, or nothing of the same size.
 QIcon markIcon(bool inUse, const QWidget& widget) {
@@ -66,7 +64,7 @@ ConditionView::ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, QWid
   pages_ = new QStackedWidget(this);
   layout->addWidget(pages_, 1);
   buildPages();
-  connect(tabs_, &QListWidget::currentRowChanged, this, [this](int row) { showTab(row + 1); });
+  connect(tabs_, &QListWidget::itemSelectionChanged, this, &ConditionView::selectionChanged);
   tabs_->setCurrentRow(0);
 }
 
@@ -84,7 +82,7 @@ QWidget* ConditionView::buildTabs() {
   tabs_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   const int side = fontMetrics().height() / 2;
   tabs_->setIconSize({side, side});
-  for (int tab = 1; tab <= conditionTabCount; ++tab) {
+  for (int tab = 1; tab <= lastConditionTab; ++tab) {
     new QListWidgetItem(tabCaption(tab), tabs_);
   }
   tabs_->installEventFilter(this);
@@ -112,14 +110,14 @@ bool ConditionView::eventFilter(QObject* watched, QEvent* event) {
 
 void ConditionView::fitTabs() {
   const int text = tabs_->fontMetrics().height();
-  const int room = (tabs_->height() - 2 * tabs_->frameWidth() - 2) / conditionTabCount;
+  const int room = (tabs_->height() - 2 * tabs_->frameWidth() - 2) / lastConditionTab;
   const int height = std::clamp(room, text + 1, text * 3 / 2);
   for (int row = 0; row < tabs_->count(); ++row)
     tabs_->item(row)->setSizeHint({0, height});
 }
 
 void ConditionView::buildPages() {
-  pageOfTab_.resize(conditionTabCount + 1);
+  pageOfTab_.resize(lastConditionTab + 1);
   pickPage_ = new PickPage(gConn_, driver_, boxes_, pages_);
   pageOfTab_[1] = pickPage_;
   pages_->addWidget(pickPage_);
@@ -131,7 +129,7 @@ void ConditionView::buildPages() {
     pages_->addWidget(page);
     for (int tab = facts.firstTab; tab <= facts.lastTab; ++tab)
       pageOfTab_[static_cast<std::size_t>(tab)] = page;
-    if (facts.firstTab == positionTab) {
+    if (facts.firstTab == positionsTab) {
       tolerance_ = new PositionTolerance(panel_, boxes_, page);
       page->layout()->addWidget(tolerance_);
     }
@@ -141,11 +139,13 @@ void ConditionView::buildPages() {
   addPage(summaryTab, summaryPage_ = new SummaryPage(gConn_, boxes_, pages_));
   connect(matchPage_, &MatchPage::tabChanged, this, &ConditionView::markTab);
   connect(reductionPage_, &ReductionPage::tabChanged, this, &ConditionView::markTab);
-  for (int tab = 1; tab <= conditionTabCount; ++tab) {
+  for (int tab = 1; tab <= lastConditionTab; ++tab) {
     if (pageOfTab_[static_cast<std::size_t>(tab)] != nullptr)
       continue;
     addPage(tab, placeholder(tab));
   }
+  parityPage_ = new ParityPage(gConn_, panel_, boxes_, pages_);
+  pages_->addWidget(parityPage_);
 }
 
 void ConditionView::addPage(int tab, QWidget* page) {
@@ -169,22 +169,39 @@ QWidget* ConditionView::placeholder(int tab) {
 }
 
 void ConditionView::selectTab(int tab) {
+  if (tab < firstConditionTab || tab > lastConditionTab)
+    return;
+  if (tabs_->item(tab - 1)->isHidden())
+    find_->clear();
   tabs_->setCurrentRow(tab - 1);
 }
 
-int ConditionView::currentTab() const {
-  return tabs_->currentRow() + 1;
+void ConditionView::showParityPage() {
+  shownTab_ = 0;
+  tabs_->clearSelection();
+  parityPage_->open();
+  pages_->setCurrentWidget(parityPage_);
+}
+
+/// The focus alone makes a row current, so that the selection decides; there is always one, unless the parity panel shows.
+void ConditionView::selectionChanged() {
+  const QList<QListWidgetItem*> selected = tabs_->selectedItems();
+  if (!selected.isEmpty())
+    showTab(tabs_->row(selected.constFirst()) + 1);
+  else if (shownTab_ > 0)
+    tabs_->item(shownTab_ - 1)->setSelected(true);
 }
 
 void ConditionView::showTab(int tab) {
   if (tab < 1)
     return;
+  shownTab_ = tab;
   QWidget* page = pageOfTab_[static_cast<std::size_t>(tab)];
   if (auto* values = qobject_cast<ValuePage*>(page))
     values->showTab(tab);
   if (page == pickPage_)
     pickPage_->reload();
-  if (tab == positionTab)
+  if (tab == positionsTab)
     tolerance_->reload();
   if (page == matchPage_)
     matchPage_->reload();
@@ -197,7 +214,9 @@ void ConditionView::showTab(int tab) {
 
 void ConditionView::reload() {
   showTab(currentTab());
-  for (int tab = 1; tab <= conditionTabCount; ++tab)
+  if (pages_->currentWidget() == parityPage_)
+    parityPage_->open();
+  for (int tab = 1; tab <= lastConditionTab; ++tab)
     markTab(tab);
 }
 
@@ -210,13 +229,14 @@ void ConditionView::markTab(int tab) {
 
 void ConditionView::findTab(const QString& text) {
   int first = -1;
+  const QString wanted = QString(text).remove(u' ');
   for (int row = 0; row < tabs_->count(); ++row) {
-    const bool matches = tabs_->item(row)->text().remove(u' ').contains(text.trimmed(), Qt::CaseInsensitive);
+    const bool matches = tabs_->item(row)->text().remove(u' ').contains(wanted, Qt::CaseInsensitive);
     tabs_->item(row)->setHidden(!matches);
     if (matches && first < 0)
       first = row;
   }
-  if (first >= 0 && tabs_->item(tabs_->currentRow())->isHidden())
+  if (first >= 0 && shownTab_ > 0 && tabs_->item(shownTab_ - 1)->isHidden())
     tabs_->setCurrentRow(first);
 }
 

@@ -17,6 +17,7 @@ class QStackedWidget;
 namespace elevenfive {
 
 class MatchPage;
+class ParityPage;
 class PickPage;
 class PositionTolerance;
 class ReductionPage;
@@ -31,7 +32,11 @@ class ConditionView final : public QWidget {
 
   /// Selects a tab, 1 to 25, of TabStrip_TiaoJian.
   void selectTab(int tab);
-  [[nodiscard]] int currentTab() const;
+
+  /// Shows the panel paicu, which has no tab; no tab is selected while it shows.
+  void showParityPage();
+
+  [[nodiscard]] int currentTab() const { return shownTab_; }  ///< 0 while none is selected
 
   /// Reads the selected tab and all marks again from the store.
   void reload();
@@ -48,6 +53,7 @@ class ConditionView final : public QWidget {
   void buildPages();
   void addPage(int tab, QWidget* page);
   QWidget* placeholder(int tab);
+  void selectionChanged();
   void showTab(int tab);
   void markTab(int tab);
   void findTab(const QString& text);
@@ -61,10 +67,12 @@ class ConditionView final : public QWidget {
   QLabel* count_ = nullptr;
   QStackedWidget* pages_ = nullptr;
   PickPage* pickPage_ = nullptr;
+  ParityPage* parityPage_ = nullptr;
   PositionTolerance* tolerance_ = nullptr;
   MatchPage* matchPage_ = nullptr;
   ReductionPage* reductionPage_ = nullptr;
   SummaryPage* summaryPage_ = nullptr;
+  int shownTab_ = 0;                 ///< 0: the parity panel
   std::vector<QWidget*> pageOfTab_;  ///< by tab; slot 0 unused
 };
 

@@ -82,7 +82,7 @@ void PickButton::paintEvent(QPaintEvent*) {
 }
 
 PickPage::PickPage(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent)
-    : QWidget(parent), boxes_(boxes), picking_(gConn, driver, boxes, *this) {
+    : QWidget(parent), driver_(driver), boxes_(boxes), picking_(gConn, driver, boxes, *this) {
   setObjectName(u"pic_subTiaojian_1"_s);
   auto* title = new QLabel(u"选取号码"_s, this);
   title->setProperty("heading", true);
@@ -157,7 +157,10 @@ int PickPage::mode() const {
 }
 
 void PickPage::reload() {
-  withFaultBox(boxes_, [this] { picking_.paintPickButtons(); });
+  withFaultBox(boxes_, [this] {
+    picking_.paintPickButtons();
+    driver_.showXuanhaoTip();
+  });
 }
 
 void PickPage::setChoseNumberTip(const QString& text) {

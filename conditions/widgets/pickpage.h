@@ -43,7 +43,7 @@ class PickPage final : public QWidget, public PickView {
  public:
   PickPage(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent = nullptr);
 
-  /// Paints the buttons from the store.
+  /// Paints the buttons and tells the counting lines anew from the store.
   void reload();
 
   void setChoseNumberTip(const QString& text);
@@ -56,6 +56,7 @@ class PickPage final : public QWidget, public PickView {
   QWidget* buildNumbers();
   [[nodiscard]] int mode() const;
 
+  RunDriver& driver_;
   Boxes& boxes_;
   NumberPicking picking_;
   QTabBar* modes_ = nullptr;

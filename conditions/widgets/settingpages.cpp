@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "conditions/conditionmap.h"
 #include "conditions/conditionsummary.h"
 #include "conditions/widgets/tabcaptions.h"
 #include "model/widgets/faultbox.h"
@@ -19,14 +20,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int matchTab = 23;
-constexpr int reductionTab = 24;
-constexpr int summaryTab = 25;
 constexpr int positionOptions = 5;  ///< tolerances 0 to 4
 constexpr int recentPeriods = 100;
 constexpr int mostMatches = 5;
-constexpr int firstReductionType = 3;
-constexpr std::array<QStringView, 5> reductionTypes{u"保三型", u"保四型", u"保五型", u"保六型", u"保七型"};
+
+/// Checks the button of an id alone; a group without that id shows none.
+void checkOnly(QButtonGroup& group, int id) {
+  group.setExclusive(false);
+  for (QAbstractButton* button : group.buttons())
+    button->setChecked(group.id(button) == id);
+  group.setExclusive(true);
+}
 
 /// A page with the caption of its tab above a card; gives the card's layout.
 QVBoxLayout* cardOf(QWidget* page, int tab) {
@@ -62,16 +66,13 @@ PositionTolerance::PositionTolerance(ConditionPanel& panel, Boxes& boxes, QWidge
 }
 
 void PositionTolerance::reload() {
-  withFaultBox(boxes_, [this] {
-    if (QAbstractButton* option = options_->button(panel_.positionTolerance()))
-      option->setChecked(true);
-  });
+  withFaultBox(boxes_, [this] { checkOnly(*options_, panel_.positionTolerance()); });
 }
 
 MatchPage::MatchPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
     : QWidget(parent), panel_(panel), boxes_(boxes) {
   QVBoxLayout* card = cardOf(this, matchTab);
-  use_ = new QCheckBox(u"使用这个条件(如果要使用这个条件来过滤掉历史数据相关的号码，请在前面打上勾)"_s, this);
+  use_ = new QCheckBox(matchCaption.toString(), this);
   use_->setObjectName(u"Check_Historyguolu"_s);
   use_->setAccessibleName(u"使用历史数据过滤"_s);
   periods_ = box(u"Combo_HistoryGuoLu_0"_s, u"最近期数"_s, recentPeriods, ConditionPanel::MatchField::minimum);
@@ -122,7 +123,7 @@ void MatchPage::reload() {
 ReductionPage::ReductionPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
     : QWidget(parent), panel_(panel), boxes_(boxes), types_(new QButtonGroup(this)) {
   QVBoxLayout* card = cardOf(this, reductionTab);
-  for (int i = 0; i < static_cast<int>(reductionTypes.size()); ++i) {
+  for (int i = 0; i < static_cast<int>(std::size(reductionTypes)); ++i) {
     const QString caption = reductionTypes[static_cast<std::size_t>(i)].toString();
     auto* option = new QRadioButton(caption, this);
     option->setObjectName(u"Option_ShuoSuiLeiXing_%1"_s.arg(firstReductionType + i));
@@ -149,8 +150,7 @@ ReductionPage::ReductionPage(ConditionPanel& panel, Boxes& boxes, QWidget* paren
 void ReductionPage::reload() {
   panel_.loadingPanel = true;
   withFaultBox(boxes_, [this] {
-    if (QAbstractButton* option = types_->button(panel_.reductionType()))
-      option->setChecked(true);
+    checkOnly(*types_, panel_.reductionType());
     for (const ConditionPanel::SwitchState& state : panel_.switches(reductionTab)) {
       optimiseCode_ = state.code;
       optimise_->setText(state.caption);

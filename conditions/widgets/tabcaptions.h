@@ -1,13 +1,11 @@
-// The 25 tabs of TabStrip_TiaoJian.
+// The texts of the 25 tabs of TabStrip_TiaoJian.
 #pragma once
 
 #include <QString>
 
 namespace elevenfive {
 
-inline constexpr int conditionTabCount = 25;
-
-/// Caption of a tab, 1 to 25.
+/// Caption of a tab, 1 to 25; empty for others.
 QString tabCaption(int tab);
 
 /// What the values of a tab mean, one sentence and an empty line; empty where the caption says it all.

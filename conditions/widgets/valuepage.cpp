@@ -95,15 +95,12 @@ QWidget* ValuePage::buildGroup(int index) {
   connect(all, &QPushButton::clicked, group.chips, &ChipList::selectAll);
   connect(invert, &QPushButton::clicked, group.chips, &ChipList::invertSelection);
   connect(none, &QPushButton::clicked, group.chips, &ChipList::clearSelection);
-  connect(group.chips, &ChipList::chipClicked, this,
-          [this, index](int item, bool selected) { valueClicked(index, item, selected); });
-  connect(group.chips, &ChipList::clicksDone, this, [this] {
-    withFaultBox(boxes_, [this] {
-      loadSwitches();
-      refreshTip(tip_ != nullptr ? tip_->toPlainText() : QString());
-    });
-    Q_EMIT tabChanged(tab_);
-  });
+  connect(group.chips, &ChipList::selectionEdited, this, [this, index] { selectionEdited(index); });
+  QWidget* before = group.check;  // the focus goes as the eye does
+  for (QWidget* next : std::initializer_list<QWidget*>{all, invert, none, group.chips}) {
+    setTabOrder(before, next);
+    before = next;
+  }
   return frame;
 }
 
@@ -142,10 +139,15 @@ void ValuePage::refreshTip(const QString& tip) {
     tip_->setPlainText(panel_.updatedTip(tab_, tip));
 }
 
-void ValuePage::valueClicked(int list, int item, bool selected) {
+void ValuePage::selectionEdited(int list) {
   if (panel_.loadingPanel)
     return;
-  withFaultBox(boxes_, [&] { panel_.clickValue(tab_, list, item, selected); });
+  withFaultBox(boxes_, [&] {
+    panel_.selectItems(tab_, list, groups_[static_cast<std::size_t>(list)].chips->selection());
+    loadSwitches();
+    refreshTip(tip_ != nullptr ? tip_->toPlainText() : QString());
+  });
+  Q_EMIT tabChanged(tab_);
 }
 
 }  // namespace elevenfive

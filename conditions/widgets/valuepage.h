@@ -53,7 +53,7 @@ class ValuePage final : public QWidget {
   QWidget* buildGroup(int index);
   void loadSwitches();
   void refreshTip(const QString& tip);
-  void valueClicked(int list, int item, bool selected);
+  void selectionEdited(int list);
 
   Store& gConn_;
   ConditionPanel& panel_;

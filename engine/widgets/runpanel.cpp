@@ -53,6 +53,7 @@ RunPanel::RunPanel(Store& gConn, QWidget* parent) : QWidget(parent), bar_(new QP
   grid_ = new GridView(gConn, this);
   grid_->setObjectName(u"TDBGrid_RZ"_s);
   grid_->setAccessibleName(u"投注号码"_s);
+  rowHeight_ = grid_->verticalHeader()->defaultSectionSize();
   status_ = new QPlainTextEdit(this);
   status_->setObjectName(u"TextChaoZuoTip"_s);
   status_->setAccessibleName(u"操作提示"_s);
@@ -136,6 +137,7 @@ void RunPanel::clickButton(int index) {
 
 void RunPanel::showRizhiGrid() {
   grid_->balls().showAll();
+  grid_->verticalHeader()->setDefaultSectionSize(rowHeight_);
   grid_->rows().setQuery({"显示号码",
                           "SELECT ID FROM 日志表 ORDER BY 期号 ASC, 序号 ASC, ID ASC",
                           {},

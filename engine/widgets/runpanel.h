@@ -63,6 +63,7 @@ class RunPanel final : public QWidget, public StatusText {
   QLabel* rongcuoTip_ = nullptr;
   QLabel* count_ = nullptr;
   QString statusText_;
+  int rowHeight_ = 0;  ///< of the grid, in pixels, while no draw is marked in it
 };
 
 }  // namespace elevenfive

@@ -146,6 +146,7 @@ QWidget* HistoryPanel::buildModeStrip() {
     row->addWidget(made);
     return made;
   };
+  connect(&ports_.busy, &BusyState::changed, frame, &QWidget::setDisabled);
   row->addWidget(new QLabel(u"数据模式："_s));
   auto* modes = new QButtonGroup(frame);
   dataMode_ = {option(u"Option_TorD_0"_s, u"数据"_s, modes), option(u"Option_TorD_1"_s, u"图表"_s, modes)};
@@ -182,6 +183,7 @@ QWidget* HistoryPanel::buildGrid() {
   grid_->setAccessibleName(u"历史开奖记录"_s);
   filter_ = new FilterRow(grid_, page);
   filter_->hide();
+  connect(&ports_.busy, &BusyState::changed, filter_, &QWidget::setDisabled);
   connect(filter_, &FilterRow::edited, this, &HistoryPanel::filterEdited);
   connect(filter_, &FilterRow::submitted, filterBegin_, &QPushButton::click);
   column->addWidget(filter_);

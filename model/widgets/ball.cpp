@@ -53,17 +53,22 @@ void BallDelegate::showAll() {
   plain_.fill(false);
 }
 
+QString BallDelegate::displayText(const QVariant& value, const QLocale& locale) const {
+  const int number = value.toInt();
+  return isNumber(number) ? twoDigits(number) : QStyledItemDelegate::displayText(value, locale);
+}
+
 void BallDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const int number = index.data().toInt();
-  if (!isNumber(number) || plain_[static_cast<std::size_t>(number)]) {
-    QStyledItemDelegate::paint(painter, option, index);
-    return;
-  }
   QStyleOptionViewItem cell = option;
   initStyleOption(&cell, index);
-  cell.text.clear();
+  const bool ball = isNumber(number) && !plain_[static_cast<std::size_t>(number)];
+  if (ball)
+    cell.text.clear();
   const QStyle* style = option.widget != nullptr ? option.widget->style() : QApplication::style();
   style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, option.widget);
+  if (!ball)
+    return;
 
   const QColor& own = colors_[static_cast<std::size_t>(number)];
   const qreal margin = option.rect.height() / 12.0;

@@ -23,7 +23,7 @@ QColor ballColor(int index);
 /// Draws the ball of a text in the largest circle that fits the rectangle's middle.
 void drawBall(QPainter& painter, const QRectF& area, const QString& text, const QColor& color, const QColor& textColor);
 
-/// Shows the number of a cell as a ball; cells that hold no number 1..11 show as text.
+/// Shows the number of a cell as a ball; cells that hold no number 1..11 show as text. Numbers have two digits either way.
 class BallDelegate final : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
@@ -34,6 +34,7 @@ class BallDelegate final : public QStyledItemDelegate {
   void showOnly(const Draw& numbers);
   void showAll();
 
+  [[nodiscard]] QString displayText(const QVariant& value, const QLocale& locale) const override;
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
  private:

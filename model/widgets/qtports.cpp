@@ -9,6 +9,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include "model/programtitle.h"
+
 namespace elevenfive {
 
 using namespace Qt::StringLiterals;
@@ -18,7 +20,7 @@ namespace {
 constexpr int repaintIntervalMs = 16;
 
 QString titleOr(const QString& title) {
-  return title.isEmpty() ? programTitle.toString() : title;
+  return title.isEmpty() ? gTitle.toString() : title;
 }
 
 QMessageBox::Icon iconOf(BoxKind kind) {
@@ -36,7 +38,7 @@ QMessageBox::Icon iconOf(BoxKind kind) {
 }
 
 /// Adds the buttons in the user's language and returns the one that says yes.
-QPushButton* addButtons(QMessageBox& box, BoxButtons buttons) {
+QPushButton* addButtons(QMessageBox& box, BoxButtons buttons, bool destructive) {
   if (buttons == BoxButtons::ok) {
     QPushButton* ok = box.addButton(u"确定(&O)"_s, QMessageBox::AcceptRole);
     box.setEscapeButton(ok);
@@ -45,7 +47,7 @@ QPushButton* addButtons(QMessageBox& box, BoxButtons buttons) {
   const bool yesNo = buttons == BoxButtons::yesNo;
   QPushButton* yes = box.addButton(yesNo ? u"是(&Y)"_s : u"确定(&O)"_s, QMessageBox::YesRole);
   QPushButton* no = box.addButton(yesNo ? u"否(&N)"_s : u"取消(&C)"_s, QMessageBox::NoRole);
-  box.setDefaultButton(yes);
+  box.setDefaultButton(destructive ? no : yes);
   box.setEscapeButton(no);
   return yes;
 }
@@ -71,7 +73,7 @@ Answer QtBoxes::show(const Box& box) {
   dialog.setIcon(iconOf(box.kind));
   dialog.setTextFormat(Qt::PlainText);
   dialog.setText(box.text);
-  const QPushButton* yes = addButtons(dialog, box.buttons);
+  const QPushButton* yes = addButtons(dialog, box.buttons, box.destructive);
   dialog.exec();
   return box.buttons == BoxButtons::ok || dialog.clickedButton() == yes ? Answer::yes : Answer::no;
 }

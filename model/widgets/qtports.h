@@ -14,9 +14,6 @@ class QProgressBar;
 
 namespace elevenfive {
 
-/// The program's own title, in the window's caption and in boxes without one.
-inline constexpr QStringView programTitle = u"11选5 工作台 elevenfive";
-
 /// Message boxes and input lines over a parent window, modal.
 class QtBoxes final : public Boxes {
  public:

@@ -12,6 +12,7 @@
 #include "engine/widgets/resultdialogs.h"
 #include "engine/widgets/runpanel.h"
 #include "history/widgets/historypanel.h"
+#include "model/programtitle.h"
 #include "model/widgets/faultbox.h"
 #include "model/workspace.h"
 #include "shell/widgets/menumap.h"
@@ -52,7 +53,7 @@ class MainWindow::View final : public RunView {
 MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
     : workspace_(workspace), ports_(ports), statusLine_(*statusBar()), view_(std::make_unique<View>(*this)) {
   setObjectName(u"Form_main"_s);
-  setWindowTitle(programTitle.toString());
+  setWindowTitle(gTitle.toString());
   run_ = new RunPanel(workspace_.gConn, this);
   dialogs_ = std::make_unique<QtResultFileDialogs>(workspace_.folders().program, ports_.boxes, ports_.files,
                                                    ports_.texts, this);
@@ -80,6 +81,7 @@ void MainWindow::buildBody() {
   topTabs_->setAccessibleName(u"主页面"_s);
   topTabs_->setExpanding(false);
   topTabs_->setDrawBase(false);
+  topTabs_->ensurePolished();  // tabs are measured once, as they are added
   for (const QStringView caption : topCaptions)
     topTabs_->addTab(caption.toString());
   pages_ = new QStackedWidget(body);
@@ -121,6 +123,7 @@ void MainWindow::connectPanels() {
   controls_.add(ControlId::FrameHkaijian, history_->entryStrip());
   connect(topTabs_, &QTabBar::currentChanged, this, [this](int index) { topTabShown(index + 1); });
   connect(&busy_, &BusyState::changed, this, &MainWindow::busyChanged);
+  connect(&busy_, &BusyState::changed, run_->buttonPanel(), &QWidget::setDisabled);
   connect(run_, &RunPanel::runRequested, this, &MainWindow::runButton);
   connect(run_, &RunPanel::stopRequested, this, [this] { driver_->cmm_stop_Click(); });
   connect(&busy_, &BusyState::stopRequested, this, [this] {
@@ -177,6 +180,10 @@ void MainWindow::runMenuAction(MenuAction action, int argument) {
     case MenuAction::conditionTab:
       selectTopTab(2);
       conditions_->selectTab(argument % 100);
+      break;
+    case MenuAction::parityPage:
+      selectTopTab(2);
+      conditions_->showParityPage();
       break;
     case MenuAction::run:
       selectTopTab(3);

@@ -12,6 +12,7 @@ enum class MenuAction {
   historyDataMode,  ///< argument: Option_TorD
   historyRange,     ///< argument: OptionHistoryMode
   conditionTab,     ///< argument: tab of TabStrip_TiaoJian, modulo 100
+  parityPage,       ///< the panel paicu
   run,              ///< argument: index of cmmTouZhu
   switchUser,
 };
@@ -69,6 +70,7 @@ inline constexpr std::array menuEntries{
     MenuEntry{u"mnu_GuoLuTiaoJian", u"mnu_Tiaojian", 320, u"温度值5", MenuAction::conditionTab, 320},
     MenuEntry{u"mnu_GuoLuTiaoJian", u"mnu_Tiaojian", 321, u"温度值10", MenuAction::conditionTab, 321},
     MenuEntry{u"mnu_GuoLuTiaoJian", u"mnu_Tiaojian", 322, u"自定义条件...", MenuAction::conditionTab, 322},
+    MenuEntry{u"mnu_GuoLuTiaoJian", u"paicu", -1, u"排除特定的单双组合", MenuAction::parityPage, 0},
     MenuEntry{u"mnu_GuoLuTiaoJian", u"mnu_TiaojianShuosui", -1, u"缩水设置...", MenuAction::conditionTab, 24, true},
     MenuEntry{u"mnu_GuoLuTiaoJian", u"mnu_TiaojianView", -1, u"查看全部设置情况", MenuAction::conditionTab, 25},
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 0, u"初始化...", MenuAction::run, 0},

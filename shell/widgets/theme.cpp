@@ -3,9 +3,9 @@
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QString>
 #include <QStringList>
-#include <QStyleFactory>
 
 namespace elevenfive {
 
@@ -53,11 +53,13 @@ QPushButton[primary="true"]:pressed { background: #245A93; }
 QPushButton[primary="true"]:focus { border: 1px solid #1F2933; }
 QPushButton[primary="true"]:disabled { background: #A9BFD6; border-color: #A9BFD6; }
 QTabBar#TabStrip_Top { background: palette(window); }
-QTabBar#TabStrip_Top::tab { padding: 0.5em 1.2em; margin-bottom: 4px; border: 3px solid palette(window); }
-QTabBar#TabStrip_Top::tab:selected { color: #2B6CB0; font-weight: bold; border-bottom-color: #2B6CB0; }
+QTabBar#TabStrip_Top::tab { padding: 0.5em 1.2em; margin-bottom: 4px; border-top: 3px solid palette(window); border-left: 3px solid palette(window); border-right: 3px solid palette(window); border-bottom: 3px solid palette(window); }
+QTabBar#TabStrip_Top::tab:selected { color: #2B6CB0; font-weight: bold; border-top: 3px solid palette(window); border-left: 3px solid palette(window); border-right: 3px solid palette(window); border-bottom: 3px solid #2B6CB0; }
 QTabBar#TabStrip_Top::tab:hover:!selected { background: #EAF1F8; }
+QTabBar#TabStrip_Top::tab:selected:focus { background: #EAF1F8; }
 QTabBar#TabStrip_Qiaqu::tab { padding: 0.35em 1.4em; border: 1px solid #C3CCD5; background: palette(base); }
 QTabBar#TabStrip_Qiaqu::tab:selected { color: white; background: palette(highlight); border-color: palette(highlight); }
+QTabBar#TabStrip_Qiaqu::tab:selected:focus { border: 2px solid #1F2933; }
 QLineEdit, QPlainTextEdit, QListWidget, QTableView { border: 1px solid #D8DEE4; border-radius: 4px; background: palette(base); }
 QListWidget[plain="true"] { border: 1px solid transparent; }
 QListWidget[plain="true"]:focus { border: 1px solid transparent; }
@@ -68,10 +70,20 @@ QStatusBar { border-top: 1px solid #D8DEE4; }
 QStatusBar::item { border: none; }
 )";
 
+/// The style with dialog buttons that bear no icons: their captions say it.
+class CalmStyle final : public QProxyStyle {
+ public:
+  CalmStyle() : QProxyStyle(u"Fusion"_s) {}
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
+  }
+};
+
 }  // namespace
 
 void applyTheme(QApplication& application) {
-  QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+  QApplication::setStyle(new CalmStyle);
   QFont font = QApplication::font();
   font.setFamilies(
       {u"Noto Sans CJK SC"_s, u"Source Han Sans SC"_s, u"WenQuanYi Micro Hei"_s, u"Microsoft YaHei"_s, font.family()});

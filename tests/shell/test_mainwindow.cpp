@@ -3,9 +3,11 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QFile>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -16,6 +18,7 @@
 
 #include "conditions/widgets/pickpage.h"
 #include "model/widgets/gridview.h"
+#include "shell/widgets/standardtexts.h"
 #include "tests/shell/mainwindowtest.h"
 
 namespace elevenfive {
@@ -160,6 +163,44 @@ TEST_F(MainWindowTest, ARunFromTheMenuAsksLikeItsButton) {
   EXPECT_EQ(the<GridView>(u"TDBGrid_RZ"_s).rows().rowCount(), 462);
 }
 
+TEST_F(MainWindowTest, AfterACheckNumbersNotDrawnKeepTwoDigitsUntilTheGridIsReadAgain) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  ports.typed = {u"11031510"_s, u"11031510"_s};
+  window->selectTopTab(3);
+  auto& grid = the<GridView>(u"TDBGrid_RZ"_s);
+  const int rowHeight = grid.verticalHeader()->defaultSectionSize();
+  click(the<QPushButton>(u"cmmTouZhu_0"_s));
+  click(the<QPushButton>(u"cmmTouZhu_6"_s));
+  EXPECT_EQ(grid.verticalHeader()->defaultSectionSize(), grid.fontMetrics().height() * 27 / 16);
+  EXPECT_EQ(grid.balls().displayText(8, QLocale::c()), u"08"_s);
+  EXPECT_EQ(grid.balls().displayText(11, QLocale::c()), u"11"_s);
+  EXPECT_EQ(grid.balls().displayText(12, QLocale::c()), u"12"_s);  // no number of the game: as it stands
+  window->selectTopTab(3);
+  EXPECT_EQ(grid.verticalHeader()->defaultSectionSize(), rowHeight);
+}
+
+TEST_F(MainWindowTest, AQuestionThatDeletesSaysSo) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  ports.answers = {Answer::no, Answer::no};
+  click(the<QPushButton>(u"newBtnHistory_3"_s));
+  window->selectTopTab(3);
+  click(the<QPushButton>(u"cmmTouZhu_5"_s));
+  ASSERT_EQ(ports.boxTexts(), (QStringList{u"确定要清空所有的历史记录吗？"_s, u"确认要删除全部记录吗？"_s}));
+  EXPECT_TRUE(ports.boxes[0].destructive);
+  EXPECT_TRUE(ports.boxes[1].destructive);
+}
+
+TEST_F(MainWindowTest, TheTextsOfTheToolkitAreChinese) {
+  ASSERT_TRUE(useChineseStandardTexts());
+  QLineEdit line;
+  const std::unique_ptr<QMenu> menu(line.createStandardContextMenu());
+  ASSERT_FALSE(menu->isEmpty());
+  for (const QAction* action : menu->actions())
+    EXPECT_TRUE(action->isSeparator() || action->text().at(0).unicode() > 0x2E80) << action->text().toStdString();
+}
+
 TEST_F(MainWindowTest, AFaultInARunBecomesOneCriticalBoxAndThePanelIsUsableAgain) {
   open();
   window->selectTopTab(3);
@@ -184,7 +225,8 @@ TEST_F(MainWindowTest, NothingElseCanStartDuringARunAndTheStopButtonEndsIt) {
       return;
     stopWasOn = true;
     otherPanelsOff = !the<QWidget>(u"Pic_subTouZhu"_s).isEnabled() && !the<QWidget>(u"FrameHkaijian"_s).isEnabled() &&
-                     !window->menuBar()->isEnabled() && !the<QWidget>(u"Frm_Sub_1"_s).isEnabled();
+                     !the<QWidget>(u"FrameHistoryMode"_s).isEnabled() && !window->menuBar()->isEnabled() &&
+                     !the<QWidget>(u"Frm_Sub_1"_s).isEnabled();
     click(stop);
     poll.stop();
   });
@@ -212,6 +254,8 @@ TEST_F(MainWindowTest, ClosingDuringALongImportStopsItFirst) {
   QTimer::singleShot(60, window.get(), [&] {
     window->close();
     EXPECT_TRUE(window->isVisible());  // not while the import runs
+    EXPECT_FALSE(the<QWidget>(u"Pic_subTouZhu"_s).isEnabled());
+    EXPECT_FALSE(the<QWidget>(u"FrameHistoryMode"_s).isEnabled());
   });
   click(the<QPushButton>(u"newBtnHistory_99"_s));
   const int imported = data.store().value("test", "SELECT count(*) FROM 历史记录").value_or(-1);

@@ -64,6 +64,17 @@ TEST(QtBoxes, AClosedQuestionIsNo) {
   EXPECT_EQ(boxes.show({BoxKind::question, {}, u"确认要删除全部记录吗？"_s, BoxButtons::okCancel}), Answer::no);
 }
 
+TEST(QtBoxes, EnterAloneAnswersNoWhereAYesDeletes) {
+  QtBoxes boxes;
+  const auto pressEnter = [](QMessageBox& box) { QTest::keyClick(box.defaultButton(), Qt::Key_Return); };
+  whenOpen<QMessageBox>(pressEnter);
+  EXPECT_FALSE(boxes.askToDelete(u"确定要清空所有的历史记录吗？"_s));
+  whenOpen<QMessageBox>(pressEnter);
+  EXPECT_EQ(boxes.show({BoxKind::question, {}, u"确认要删除全部记录吗？"_s, BoxButtons::okCancel, true}), Answer::no);
+  whenOpen<QMessageBox>(pressEnter);
+  EXPECT_TRUE(boxes.ask(u"表格中原有的数据要保留吗？"_s));
+}
+
 TEST(QtBoxes, ABoxWithoutTitleBearsTheProgramsOwn) {
   QtBoxes boxes;
   QString title;
@@ -72,7 +83,7 @@ TEST(QtBoxes, ABoxWithoutTitleBearsTheProgramsOwn) {
     QTest::keyClick(&box, Qt::Key_Escape);
   });
   boxes.information(u"导入完成!"_s);
-  EXPECT_EQ(title, u"11选5 工作台 elevenfive"_s);
+  EXPECT_EQ(title, u"elevenfive 11选5"_s);
 }
 
 TEST(QtInputs, GivesTheLineAsTypedAndNothingWhereCancelled) {

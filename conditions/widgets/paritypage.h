@@ -1,0 +1,38 @@
+// The panel paicu: six patterns of odd and even numbers that a run leaves out, each with its box and five choices.
+//
+// It has no tab; an entry of the menu shows it. Every choice is in the store at once.
+#pragma once
+
+#include <QFrame>
+#include <array>
+
+#include "conditions/parityexclusion.h"
+#include "model/ports.h"
+
+class QCheckBox;
+class QComboBox;
+class QGridLayout;
+
+namespace elevenfive {
+
+class ParityPage final : public QFrame {
+  Q_OBJECT
+
+ public:
+  ParityPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, QWidget* parent = nullptr);
+
+  /// Takes the newest draw into row 0 and fills all rows from the store.
+  void open();
+
+ private:
+  void buildRow(int row, QGridLayout& grid);
+  void fill();
+
+  ConditionPanel& panel_;
+  Boxes& boxes_;
+  ParityPanel parity_;
+  std::array<QCheckBox*, parityRowCount> checks_{};
+  std::array<std::array<QComboBox*, parityColumnCount>, parityRowCount> signs_{};
+};
+
+}  // namespace elevenfive
