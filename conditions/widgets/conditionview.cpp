@@ -59,7 +59,7 @@ QIcon markIcon(bool inUse, const QWidget& widget) {
 }  // namespace
 
 ConditionView::ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent)
-    : QWidget(parent), gConn_(gConn), boxes_(boxes), driver_(driver), panel_(gConn) {
+    : QWidget(parent), gConn_(gConn), boxes_(boxes), driver_(driver), panel_(gConn, &driver.state()) {
   setObjectName(u"Frm_Sub_1"_s);
   auto* layout = new QHBoxLayout(this);
   layout->addWidget(buildTabs());
