@@ -140,8 +140,11 @@ void MainWindow::selectTopTab(int tab) {
 
 void MainWindow::topTabShown(int tab) {
   pages_->setCurrentIndex(tab - 1);
-  if (busy_.isBusy())  // a look at another page; its rows are being written
+  if (busy_.isBusy()) {  // a look at another page; its rows are being written
+    skippedPage_ = true;
     return;
+  }
+  skippedPage_ = false;
   withFaultBox(ports_.boxes, [&] {
     if (tab == 2 && historyDeleted_) {
       historyDeleted_ = false;
@@ -193,7 +196,9 @@ void MainWindow::runButton(int index) {
   QWidget* focused = focusWidget();
   {
     const BusyScope busy(busy_);
+    const KeptEnabled stopButton(controls_, ControlId::cmm_stop);
     withFaultBox(ports_.boxes, [&] { driver_->cmmTouZhu_Click(index); });
+    driver_->state().userStop = false;  // a stop that came behind the last loop
   }
   if (focused != nullptr && focused->isVisible())  // a disabled panel loses the focus
     focused->setFocus();
@@ -202,10 +207,14 @@ void MainWindow::runButton(int index) {
 void MainWindow::busyChanged(bool busy) {
   menuBar()->setDisabled(busy);
   conditions_->setDisabled(busy);
-  if (busy || !closeAfterWork_)
+  if (busy)
     return;
-  closeAfterWork_ = false;
-  QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+  if (closeAfterWork_) {
+    closeAfterWork_ = false;
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+  } else if (skippedPage_) {
+    topTabShown(topTabs_->currentIndex() + 1);
+  }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

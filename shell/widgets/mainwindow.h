@@ -80,6 +80,7 @@ class MainWindow final : public QMainWindow {
   RunPanel* run_ = nullptr;
   bool historyDeleted_ = false;
   bool closeAfterWork_ = false;
+  bool skippedPage_ = false;  ///< a page was turned to while its rows were being written
 };
 
 }  // namespace elevenfive
