@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 
+#include "conditions/widgets/grouppage.h"
 #include "conditions/widgets/pickpage.h"
 #include "conditions/widgets/settingpages.h"
 #include "conditions/widgets/tabcaptions.h"
@@ -33,6 +34,7 @@ constexpr std::array<ValuePageFacts, 5> valuePages{{
 }};
 
 constexpr int positionTab = 15;
+constexpr int groupsTab = 22;
 constexpr int matchTab = 23;
 constexpr int reductionTab = 24;
 constexpr int summaryTab = 25;
@@ -58,14 +60,14 @@ QIcon markIcon(bool inUse, const QWidget& widget) {
 
 }  // namespace
 
-ConditionView::ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent)
+ConditionView::ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, Inputs& inputs, QWidget* parent)
     : QWidget(parent), gConn_(gConn), boxes_(boxes), driver_(driver), panel_(gConn, &driver.state()) {
   setObjectName(u"Frm_Sub_1"_s);
   auto* layout = new QHBoxLayout(this);
   layout->addWidget(buildTabs());
   pages_ = new QStackedWidget(this);
   layout->addWidget(pages_, 1);
-  buildPages();
+  buildPages(inputs);
   connect(tabs_, &QListWidget::currentRowChanged, this, [this](int row) { showTab(row + 1); });
   tabs_->setCurrentRow(0);
 }
@@ -118,7 +120,7 @@ void ConditionView::fitTabs() {
     tabs_->item(row)->setSizeHint({0, height});
 }
 
-void ConditionView::buildPages() {
+void ConditionView::buildPages(Inputs& inputs) {
   pageOfTab_.resize(conditionTabCount + 1);
   pickPage_ = new PickPage(gConn_, driver_, boxes_, pages_);
   pageOfTab_[1] = pickPage_;
@@ -136,36 +138,19 @@ void ConditionView::buildPages() {
       page->layout()->addWidget(tolerance_);
     }
   }
+  addPage(groupsTab, groupPage_ = new GroupPage(gConn_, panel_, boxes_, inputs, pages_));
   addPage(matchTab, matchPage_ = new MatchPage(panel_, boxes_, pages_));
   addPage(reductionTab, reductionPage_ = new ReductionPage(panel_, boxes_, pages_));
   addPage(summaryTab, summaryPage_ = new SummaryPage(gConn_, boxes_, pages_));
+  connect(groupPage_, &GroupPage::tabChanged, this, &ConditionView::markTab);
   connect(matchPage_, &MatchPage::tabChanged, this, &ConditionView::markTab);
   connect(reductionPage_, &ReductionPage::tabChanged, this, &ConditionView::markTab);
-  for (int tab = 1; tab <= conditionTabCount; ++tab) {
-    if (pageOfTab_[static_cast<std::size_t>(tab)] != nullptr)
-      continue;
-    addPage(tab, placeholder(tab));
-  }
 }
 
 void ConditionView::addPage(int tab, QWidget* page) {
   page->setObjectName(u"pic_subTiaojian_%1"_s.arg(pages_->count() + 1));
   pageOfTab_[static_cast<std::size_t>(tab)] = page;
   pages_->addWidget(page);
-}
-
-QWidget* ConditionView::placeholder(int tab) {
-  auto* page = new QWidget(pages_);
-  auto* title = new QLabel(tabCaption(tab), page);
-  title->setProperty("heading", true);
-  auto* note = new QLabel(u"此页尚未开放。"_s, page);
-  note->setProperty("note", true);
-  note->setAlignment(Qt::AlignCenter);
-  auto* layout = new QVBoxLayout(page);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(title);
-  layout->addWidget(note, 1);
-  return page;
 }
 
 void ConditionView::selectTab(int tab) {
@@ -186,6 +171,8 @@ void ConditionView::showTab(int tab) {
     pickPage_->reload();
   if (tab == positionTab)
     tolerance_->reload();
+  if (page == groupPage_)
+    groupPage_->reload();
   if (page == matchPage_)
     matchPage_->reload();
   if (page == reductionPage_)

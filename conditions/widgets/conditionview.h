@@ -16,6 +16,7 @@ class QStackedWidget;
 
 namespace elevenfive {
 
+class GroupPage;
 class MatchPage;
 class PickPage;
 class PositionTolerance;
@@ -27,7 +28,7 @@ class ConditionView final : public QWidget {
   Q_OBJECT
 
  public:
-  ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent = nullptr);
+  ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, Inputs& inputs, QWidget* parent = nullptr);
 
   /// Selects a tab, 1 to 25, of TabStrip_TiaoJian.
   void selectTab(int tab);
@@ -45,9 +46,8 @@ class ConditionView final : public QWidget {
  private:
   QWidget* buildTabs();
   void fitTabs();
-  void buildPages();
+  void buildPages(Inputs& inputs);
   void addPage(int tab, QWidget* page);
-  QWidget* placeholder(int tab);
   void showTab(int tab);
   void markTab(int tab);
   void findTab(const QString& text);
@@ -62,6 +62,7 @@ class ConditionView final : public QWidget {
   QStackedWidget* pages_ = nullptr;
   PickPage* pickPage_ = nullptr;
   PositionTolerance* tolerance_ = nullptr;
+  GroupPage* groupPage_ = nullptr;
   MatchPage* matchPage_ = nullptr;
   ReductionPage* reductionPage_ = nullptr;
   SummaryPage* summaryPage_ = nullptr;
