@@ -122,7 +122,7 @@ void ConditionView::fitTabs() {
 
 void ConditionView::buildPages(Inputs& inputs) {
   pageOfTab_.resize(conditionTabCount + 1);
-  pickPage_ = new PickPage(gConn_, driver_, boxes_, pages_);
+  pickPage_ = new PickPage(gConn_, driver_, boxes_, inputs, pages_);
   pageOfTab_[1] = pickPage_;
   pages_->addWidget(pickPage_);
   int index = 2;

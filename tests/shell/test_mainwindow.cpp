@@ -10,6 +10,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSet>
 #include <QTabBar>
 #include <QTimer>
 
@@ -254,6 +255,36 @@ TEST_F(MainWindowTest, PickButtonsBearTheColoursOfTheirState) {
   EXPECT_EQ(the<PickButton>(u"cmm_C7_3"_s).backColor(), 192U);
   const QImage picture = the<PickButton>(u"cmm_C7_3"_s).grab().toImage();
   EXPECT_EQ(picture.pixelColor(picture.width() / 2, 10), QColor(192, 0, 0));
+}
+
+TEST_F(MainWindowTest, TheMachinePickShowsTicketsAndChangesNoPick) {
+  open();
+  window->selectTopTab(2);
+  const QStringList picks = data.rows("SELECT VALUE FROM 过滤条件 WHERE ID <= 11");
+  ports.typed = {u"9"_s};
+  QStringList tickets;
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
+    QWidget* form = QApplication::activeModalWidget();
+    if (form == nullptr)
+      return;
+    poll.stop();
+    for (const QLabel* ticket : form->findChildren<QLabel*>())
+      tickets << ticket->accessibleName();
+    click(control<QPushButton>(*form, u"cmdOK"_s));
+  });
+  poll.start(0);
+  click(the<QPushButton>(u"cmm_jixuan"_s));
+  ASSERT_EQ(tickets.size(), 5);  // the most that are shown
+  for (const QString& ticket : tickets) {
+    const QStringList numbers = ticket.split(u' ');
+    EXPECT_EQ(QSet<QString>(numbers.begin(), numbers.end()).size(), 5) << ticket.toStdString();
+  }
+  EXPECT_EQ(data.rows("SELECT VALUE FROM 过滤条件 WHERE ID <= 11"), picks);
+
+  ports.typed = {u"0"_s};
+  click(the<QPushButton>(u"cmm_jixuan"_s));  // no form, or this would wait for it
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 TEST_F(MainWindowTest, TheSwitchFollowsItsTab) {
