@@ -43,8 +43,8 @@ count() { # count LABEL COMMAND...: one more passed or failed
     shift
     if "$@"; then passed=$((passed + 1)); else echo "$label: failed" && failed=$((failed + 1)); fi
 }
-for script in tests/*/*.sh; do # black-box scripts find the programs in $BIN
-    [ -x "$script" ] && count "$script" env BIN="$PWD/build/$preset/bin" "$script"
+for script in tests/*/*.sh; do # black-box scripts are given the companion
+    [ -x "$script" ] && count "$script" "$script" "$PWD/build/$preset/bin/elevenfive-cli"
 done
 for program in build/"$preset"/bin/fuzz_replay_*; do # every input that the fuzz targets keep
     name=${program##*/fuzz_replay_}

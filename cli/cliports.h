@@ -67,8 +67,7 @@ class CliPorts final : public Boxes,
 /// The frame of an import or export: nobody looks at it, nobody stops it.
 class CliLineProgress final : public LineProgress {
  public:
-  bool shown = false;  ///< there was something to go through
-  void show(int) override { shown = true; }
+  void show(int) override {}
   void setDone(int) override {}
   void hide() override {}
   [[nodiscard]] bool stopRequested() const override { return false; }

@@ -16,10 +16,11 @@ using Action = std::function<void(Session&)>;
 
 struct Command {
   QStringView usage;   ///< the words; see cli/usage.h
-  QStringView does;    ///< one line
+  QStringView does;    ///< one line; commands in a row with the same line are told together
   QStringView prints;  ///< one line; empty: nothing but boxes
   /// Checks the words and gives the action; throws UsageError. Nothing is open yet.
   Action (*prepare)(const Arguments&);
+  QStringView note = {};  ///< one more line of help; empty: none
 };
 
 // The groups of commands, in the order of the help.

@@ -46,13 +46,17 @@ Action prepareSourceSet(const Arguments& arguments) {
   return [name, address](Session& session) { setSourceAddress(session.store(), name, address); };
 }
 
+constexpr QStringView gamesText = u"catalogue; select row N; getSourceUrl";
+constexpr QStringView gamesPrint = u"table; address";
+constexpr QStringView sourcesText =
+    u"the addresses that are configuration (results site, second site, notice server, detail page)";
+
 constexpr Command commands[] = {
-    {u"game list", u"catalogue of the games", u"table", prepareGameList},
-    {u"game use N", u"selects row N of the catalogue", u"", prepareGameUse},
-    {u"game source", u"getSourceUrl", u"address", prepareGameSource},
-    {u"source list", u"the addresses that are configuration (results site, second site, notice server, detail page)",
-     u"table", prepareSourceList},
-    {u"source set NAME ADDRESS", u"changes one of these addresses", u"", prepareSourceSet},
+    {u"game list", gamesText, gamesPrint, prepareGameList},
+    {u"game use N", gamesText, gamesPrint, prepareGameUse},
+    {u"game source", gamesText, gamesPrint, prepareGameSource},
+    {u"source list", sourcesText, u"table", prepareSourceList},
+    {u"source set NAME ADDRESS", sourcesText, u"table", prepareSourceSet},
 };
 
 }  // namespace

@@ -102,10 +102,12 @@ Action prepareMatch(const Arguments& arguments) {
   };
 }
 
+constexpr QStringView picksText = u"the picks (0, 1 拖码, 2 胆码); 101..111 are the second field";
+
 constexpr Command commands[] = {
-    {u"pick NUMBER VALUE", u"the picks (0, 1 拖码, 2 胆码); 101..111 are the second field", u"", preparePick},
-    {u"pick all", u"all eleven numbers become 拖码", u"", preparePickAll},
-    {u"pick clear", u"no number is picked", u"", preparePickClear},
+    {u"pick NUMBER VALUE", picksText, u"", preparePick},
+    {u"pick all", picksText, u"", preparePickAll},
+    {u"pick clear", picksText, u"", preparePickClear},
     {u"value ID[-LAST] VALUE", u"rows of 过滤条件", u"", prepareValue},
     {u"use CODE VALUE", u"a row of 过滤条件使用情况", u"", prepareUse},
     {u"attr COLUMN NUMBERS", u"a boolean column of 号码特性: true for exactly these numbers (1,5,11, or - for none)",

@@ -160,22 +160,27 @@ Action prepareZonesRecalc(const Arguments&) {
   };
 }
 
+constexpr QStringView groupsText = u"custom groups as their screen does them";
+constexpr QStringView groupsPrint = u"the group's line of List_ZDY";
+constexpr QStringView listsText = u"List_ZDY; the entries of ComboZDYcyfz";
+constexpr QStringView zonesText =
+    u"zone texts; number N clicked with zone K current; clearing; recalcQujian over the whole history";
+
 constexpr Command commands[] = {
-    {u"group K members NUMBERS", u"brings the group to exactly these numbers", u"the group's line of List_ZDY",
-     prepareMembers},
-    {u"group K counts COUNTS", u"brings the group to exactly these counts (0 to 5)", u"the group's line of List_ZDY",
-     prepareCounts},
-    {u"group K use 0|1", u"switches the group's filter", u"the group's line of List_ZDY", prepareGroupUse},
-    {u"group K name TEXT", u"renames the group", u"the group's line of List_ZDY", prepareName},
-    {u"group K common ENTRY", u"fills the group by an entry of ComboZDYcyfz", u"the group's line of List_ZDY",
-     prepareCommon},
-    {u"group K clear", u"empties the group", u"the group's line of List_ZDY", prepareGroupClear},
-    {u"group list", u"List_ZDY", u"lines", prepareGroupList},
-    {u"group entries", u"the entries of ComboZDYcyfz", u"lines", prepareEntries},
-    {u"zones show", u"the four zones", u"zone texts", prepareZonesShow},
-    {u"zones click K N", u"number N clicked with zone K current", u"zone texts", prepareZonesClick},
-    {u"zones clear", u"empties all zones", u"zone texts", prepareZonesClear},
-    {u"zones recalc", u"recalcQujian over the whole history", u"zone texts", prepareZonesRecalc},
+    {u"group K members NUMBERS", groupsText, groupsPrint, prepareMembers,
+     u"members: exactly these numbers, - for none"},
+    {u"group K counts COUNTS", groupsText, groupsPrint, prepareCounts,
+     u"counts: exactly these of 0 to 5; any switches the group on, none switches it off"},
+    {u"group K use 0|1", groupsText, groupsPrint, prepareGroupUse},
+    {u"group K name TEXT", groupsText, groupsPrint, prepareName},
+    {u"group K common ENTRY", groupsText, groupsPrint, prepareCommon},
+    {u"group K clear", groupsText, groupsPrint, prepareGroupClear},
+    {u"group list", listsText, u"lines", prepareGroupList},
+    {u"group entries", listsText, u"lines", prepareEntries},
+    {u"zones show", zonesText, u"zone texts", prepareZonesShow},
+    {u"zones click K N", zonesText, u"zone texts", prepareZonesClick},
+    {u"zones clear", zonesText, u"zone texts", prepareZonesClear},
+    {u"zones recalc", zonesText, u"zone texts", prepareZonesRecalc},
 };
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "history/entryrow.h"
 #include "history/historytable.h"
 #include "history/textfiles.h"
+#include "history/textlines.h"
 #include "model/errors.h"
 
 namespace elevenfive {
@@ -43,23 +44,45 @@ Action prepareClear(const Arguments&) {
   return [](Session& session) { clearAskedHistory(session.store(), session.ports(), session.ports()); };
 }
 
+/// Whether a text file holds anything but blank lines.
+bool hasContent(const QString& path, Events& events) {
+  TextLines lines(path, events);
+  QString line;
+  while (lines.next(line))
+    if (!line.trimmed().isEmpty())
+      return true;
+  return false;
+}
+
+/// The import itself tells whether it was done: a draw that cannot be derived is no reason to do it again.
+void importHistory(Session& session, const QString& path) {
+  CliPorts& ports = session.ports();
+  CliLineProgress lines;
+  importHistoryText(session.store(), path, true, {ports, lines, ports, ports});
+  if (ports.lastText != u"导入完成!"_s)
+    throw Refused();
+  ports.refused = false;
+}
+
 Action prepareImport(const Arguments& arguments) {
-  const QString path = arguments.text(u"FILE"_s);
+  const QString path = pathOf(arguments, u"FILE"_s);
   const Answer clear = arguments.has(u"--clear"_s) ? Answer::yes : Answer::no;
   return [path, clear](Session& session) {
-    requireReadable(path);  // before the old draws go
     CliPorts& ports = session.ports();
+    // Both before the old draws go.
+    requireReadable(path);
+    if (!hasContent(path, ports)) {
+      ports.plain(u"没有数据，无法导入！"_s);
+      throw Refused();
+    }
     ports.answers = {clear};
     clearBeforeImport(session.store(), ports, ports);
-    CliLineProgress lines;
-    importHistoryText(session.store(), path, true, {ports, lines, ports, ports});
-    if (!lines.shown)
-      throw Refused();  // an empty file
+    importHistory(session, path);
   };
 }
 
 Action prepareExport(const Arguments& arguments) {
-  const QString path = arguments.text(u"FILE"_s);
+  const QString path = pathOf(arguments, u"FILE"_s);
   return [path](Session& session) {
     CliLineProgress lines;
     exportHistoryText(session.store(), path, lines, session.ports());
@@ -73,13 +96,16 @@ Action prepareDerive(const Arguments& arguments) {
       [from, to](Session& session) { calcHistoryAttr(session.store(), from, to, &session.ports(), session.ports()); };
 }
 
+constexpr QStringView buttonsText = u"as the buttons, question answered Yes";
+constexpr QStringView filesText = u"importHistoryText, exportHistoryText";
+
 constexpr Command commands[] = {
     {u"history add QIHAO N1 N2 N3 N4 N5 [--date YYYY-MM-DD] [--plain]",
      u"the entry row's check, sort and addHistoryRecord; --plain: refresh off; date: today", u"", prepareAdd},
-    {u"history delete QIHAO", u"as the button", u"", prepareDelete},
-    {u"history clear", u"as the button, question answered Yes", u"", prepareClear},
-    {u"history import FILE [--clear]", u"importHistoryText; --clear: the old draws go first", u"", prepareImport},
-    {u"history export FILE", u"exportHistoryText", u"", prepareExport},
+    {u"history delete QIHAO", buttonsText, u"", prepareDelete},
+    {u"history clear", buttonsText, u"", prepareClear},
+    {u"history import FILE [--clear]", filesText, u"", prepareImport, u"--clear: the old draws go first"},
+    {u"history export FILE", filesText, u"", prepareExport},
     {u"history derive FROM TO", u"calcHistoryAttr", u"", prepareDerive},
 };
 

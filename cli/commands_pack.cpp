@@ -3,6 +3,7 @@
 
 #include "cli/command.h"
 #include "cli/session.h"
+#include "cli/values.h"
 #include "model/errors.h"
 #include "model/packfile.h"
 
@@ -13,16 +14,16 @@ namespace {
 using namespace Qt::StringLiterals;
 
 Action preparePack(const Arguments& arguments) {
-  const QString file1 = arguments.text(u"FILE1"_s);
-  const QString file2 = arguments.text(u"FILE2"_s);
-  const QString pack = arguments.text(u"PACK"_s);
+  const QString file1 = pathOf(arguments, u"FILE1"_s);
+  const QString file2 = pathOf(arguments, u"FILE2"_s);
+  const QString pack = pathOf(arguments, u"PACK"_s);
   return [file1, file2, pack](Session&) { writePack(file1, file2, pack, realFiles()); };
 }
 
 Action prepareUnpack(const Arguments& arguments) {
-  const QString pack = arguments.text(u"PACK"_s);
-  const QString file2 = arguments.text(u"FILE2"_s);
-  const QString file1 = arguments.text(u"FILE1"_s);
+  const QString pack = pathOf(arguments, u"PACK"_s);
+  const QString file2 = pathOf(arguments, u"FILE2"_s);
+  const QString file1 = pathOf(arguments, u"FILE1"_s);
   return [pack, file2, file1](Session&) {
     try {
       readPack(pack, file2, file1, realFiles(), [](const QString&) {});
@@ -32,9 +33,11 @@ Action prepareUnpack(const Arguments& arguments) {
   };
 }
 
+constexpr QStringView packsText = u"packFiles, unpackFiles on plain files";
+
 constexpr Command commands[] = {
-    {u"pack FILE1 FILE2 PACK", u"packFiles on plain files", u"", preparePack},
-    {u"unpack PACK FILE2 FILE1", u"unpackFiles on plain files", u"", prepareUnpack},
+    {u"pack FILE1 FILE2 PACK", packsText, u"", preparePack},
+    {u"unpack PACK FILE2 FILE1", packsText, u"", prepareUnpack},
 };
 
 }  // namespace

@@ -49,15 +49,23 @@ void setFields(ExportSettings& settings, const QString& list) {
   }
 }
 
+/// The dialogs take no period that is typed too short.
+void requireFilePeriod(Session& session, const QString& typed) {
+  if (!acceptFilePeriod(typed, session.ports()))
+    throw Refused();
+}
+
 Action prepareRowsExport(const Arguments& arguments) {
   ExportSettings settings;
-  settings.period = numberOf(arguments, u"QIHAO"_s);
+  settings.period = boxNumberOf(arguments, u"QIHAO"_s);
   if (arguments.has(u"--fields"_s))
     setFields(settings, arguments.text(u"--fields"_s));
   if (arguments.has(u"--separator"_s))
     settings.separator = arguments.text(u"--separator"_s);
-  const QString path = arguments.text(u"FILE"_s);
-  return [settings, path](Session& session) {
+  const QString path = pathOf(arguments, u"FILE"_s);
+  const QString typed = arguments.text(u"QIHAO"_s);
+  return [settings, path, typed](Session& session) {
+    requireFilePeriod(session, typed);
     session.resultFiles().exported = settings;
     session.resultFiles().path = path;
     clickRunButton(session, buttonExport, {}, QString());
@@ -66,11 +74,14 @@ Action prepareRowsExport(const Arguments& arguments) {
 
 Action prepareRowsImport(const Arguments& arguments) {
   ImportSettings settings;
-  settings.period = numberOf(arguments, u"QIHAO"_s);
+  settings.period = boxNumberOf(arguments, u"QIHAO"_s);
   settings.format = static_cast<ImportFormat>(numberOf(arguments, u"--format"_s));
   const Answer keep = arguments.has(u"--keep"_s) ? Answer::yes : Answer::no;
-  const QString path = arguments.text(u"FILE"_s);
-  return [settings, keep, path](Session& session) {
+  const QString path = pathOf(arguments, u"FILE"_s);
+  const QString typed = arguments.text(u"QIHAO"_s);
+  return [settings, keep, path, typed](Session& session) {
+    if (settings.format != ImportFormat::qihaoHaoma)  // whose file holds periods of its own
+      requireFilePeriod(session, typed);
     requireReadable(path);  // before the old rows go
     session.resultFiles().imported = settings;
     session.resultFiles().path = path;
@@ -86,10 +97,12 @@ Action prepareRowsDelete(const Arguments&) {
 constexpr Command commands[] = {
     {u"rows [QIHAO]", u"日志表 in 期号, 序号, ID order", u"all 13 columns", prepareRows},
     {u"rows export FILE QIHAO [--fields LIST] [--separator TEXT]",
-     u"导出; LIST of 序号,期号,号码,分隔行, default 号码; TEXT default ,", u"status text", prepareRowsExport},
+     u"导出; LIST of 序号,期号,号码,分隔行, default 号码; TEXT default ,", u"status text", prepareRowsExport,
+     u"QIHAO has 8 or 9 digits"},
     {u"rows import FILE QIHAO --format 0|1|2 [--keep]", u"导入 (0 只有号码, 1 期号＋号码, 2 序号＋号码)",
-     u"status text", prepareRowsImport},
-    {u"rows delete", u"button 删除", u"status text", prepareRowsDelete},
+     u"status text", prepareRowsImport,
+     u"QIHAO has 8 or 9 digits, with format 1 any number; --keep: the old rows stay"},
+    {u"rows delete", u"删除", u"status text", prepareRowsDelete},
 };
 
 }  // namespace

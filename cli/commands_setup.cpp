@@ -56,7 +56,7 @@ Action prepareQuickSubmit(const Arguments& arguments) {
       row->text = change.text;
     }
     if (form.submit(rows))
-      printForm(session, rows);
+      printForm(session, form.rows());
   };
 }
 
@@ -87,7 +87,7 @@ struct SessionFiles {
 };
 
 Action prepareConditionsExport(const Arguments& arguments) {
-  const QString path = arguments.text(u"FILE"_s);
+  const QString path = pathOf(arguments, u"FILE"_s);
   return [path](Session& session) {
     if (!SessionFiles(session, path).files.exportConditions(QDate::currentDate()))
       throw Refused();
@@ -95,7 +95,7 @@ Action prepareConditionsExport(const Arguments& arguments) {
 }
 
 Action prepareConditionsImport(const Arguments& arguments) {
-  const QString path = arguments.text(u"FILE"_s);
+  const QString path = pathOf(arguments, u"FILE"_s);
   return [path](Session& session) {
     requireReadable(path);
     SessionFiles(session, path).files.importConditions();
@@ -133,18 +133,23 @@ Action preparePreview(const Arguments& arguments) {
   return [code](Session& session) { printText(session.out(), session.program().panel.rangePreview(code)); };
 }
 
+constexpr QStringView quickText = u"the quick setup form: its 22 rows; change the texts of some rows and submit";
+constexpr QStringView quickPrint = u"编号 条件名称 used text";
+constexpr QStringView textsText = u"rangePreview, buildConditionSummary";
+constexpr QStringView filesText = u"condition-set files (an existing FILE is overwritten: Yes)";
+constexpr QStringView countsText = u"showXuanhaoTip; countRongcuoTiaojian";
+constexpr QStringView countsPrint = u"its lines; the number";
+
 constexpr Command commands[] = {
-    {u"quick show", u"the quick setup form: its 22 rows", u"编号 条件名称 used text", prepareQuickShow},
-    {u"quick submit ROW=TEXT ...", u"changes the texts of some rows of the form and submits it",
-     u"编号 条件名称 used text", prepareQuickSubmit},
-    {u"preview CODE", u"rangePreview", u"text", preparePreview},
-    {u"summary", u"buildConditionSummary", u"text", prepareSummary},
-    {u"conditions export FILE", u"writes a condition-set file (an existing FILE is overwritten: Yes)", u"",
-     prepareConditionsExport},
-    {u"conditions import FILE", u"reads a condition-set file", u"", prepareConditionsImport},
-    {u"conditions restore", u"the factory conditions", u"", prepareConditionsRestore},
-    {u"count", u"showXuanhaoTip", u"its lines", prepareCount},
-    {u"count --conditions", u"countRongcuoTiaojian", u"the number", prepareCountConditions},
+    {u"quick show", quickText, quickPrint, prepareQuickShow},
+    {u"quick submit ROW=TEXT ...", quickText, quickPrint, prepareQuickSubmit},
+    {u"preview CODE", textsText, u"text", preparePreview},
+    {u"summary", textsText, u"text", prepareSummary},
+    {u"conditions export FILE", filesText, u"", prepareConditionsExport},
+    {u"conditions import FILE", filesText, u"", prepareConditionsImport},
+    {u"conditions restore", filesText, u"", prepareConditionsRestore, u"restore: back to the factory conditions"},
+    {u"count", countsText, countsPrint, prepareCount},
+    {u"count --conditions", countsText, countsPrint, prepareCountConditions},
 };
 
 }  // namespace

@@ -41,12 +41,13 @@ Action prepareLogon(const Arguments& arguments) {
   };
 }
 
+constexpr QStringView usersText = u"accounts; logon loads the user's conditions and the session's end saves them";
+
 constexpr Command commands[] = {
-    {u"user list", u"the accounts", u"table", prepareUserList},
-    {u"user mode N", u"0 not asked yet, 1 one user, 2 several", u"", prepareUserMode},
-    {u"user logon NAME PASSWORD [--create]",
-     u"loads the user's conditions, and the session's end saves them; --create: makes an account that is missing", u"",
-     prepareLogon},
+    {u"user list", usersText, u"", prepareUserList},
+    {u"user mode N", usersText, u"", prepareUserMode, u"mode: 0 not asked yet, 1 one user, 2 several"},
+    {u"user logon NAME PASSWORD [--create]", usersText, u"", prepareLogon,
+     u"--create: makes an account that is missing"},
 };
 
 }  // namespace

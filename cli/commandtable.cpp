@@ -16,6 +16,24 @@ QString callText(QStringView words) {
   return u"elevenfive-cli [--folder DIR] [--temp DIR] "_s + words.toString();
 }
 
+QString noSuchUse(const QString& command) {
+  return u"命令 %1 没有这种用法。"_s.arg(command);
+}
+
+/// Whether two commands share a row of the help.
+bool sharesRow(const Command& one, const Command& other) {
+  return one.does == other.does && one.prints == other.prints;
+}
+
+/// The commands that share the row of this one, itself among them, in the order of the help.
+std::vector<const Command*> rowOf(const Command& command) {
+  std::vector<const Command*> row;
+  for (const Command& other : allCommands())
+    if (sharesRow(command, other))
+      row.push_back(&other);
+  return row;
+}
+
 struct Candidate {
   const Command* command;
   Usage::Match match;
@@ -45,6 +63,17 @@ std::vector<const Command*> commandsNamed(const QString& firstWord) {
   return found;
 }
 
+void printRowHelp(std::ostream& out, const std::vector<const Command*>& row) {
+  for (const Command* command : row)
+    printText(out, command->usage.toString());
+  printText(out, u"    "_s + row.front()->does.toString());
+  if (!row.front()->prints.isEmpty())
+    printText(out, u"    prints: "_s + row.front()->prints.toString());
+  for (const Command* command : row)
+    if (!command->note.isEmpty())
+      printText(out, u"    "_s + command->note.toString());
+}
+
 }  // namespace
 
 const std::vector<Command>& allCommands() {
@@ -63,8 +92,7 @@ Action prepareCommand(const QStringList& words) {
   const std::vector<Candidate> candidates = nearest(words);
   if (candidates.empty()) {
     const std::vector<const Command*> named = commandsNamed(words.value(0));
-    throw WrongWords{named.empty() ? u"没有这个命令：“%1”。"_s.arg(words.value(0).left(40))
-                                   : u"命令 %1 没有这种用法。"_s.arg(words.value(0)),
+    throw WrongWords{named.empty() ? u"没有这个命令：“%1”。"_s.arg(words.value(0).left(40)) : noSuchUse(words.first()),
                      named};
   }
   const auto fitting =
@@ -76,7 +104,10 @@ Action prepareCommand(const QStringList& words) {
       throw WrongWords{fault.message(), {fitting->command}};
     }
   }
-  WrongWords wrong{candidates.front().match.fault, {}};
+  // What to say of a command that lacks a word of its own, nobody knows: "history" may be any of its rows.
+  const auto meant =
+      std::find_if(candidates.begin(), candidates.end(), [](const Candidate& c) { return !c.match.lacksLiteral; });
+  WrongWords wrong{meant == candidates.end() ? noSuchUse(words.first()) : meant->match.fault, {}};
   for (const Candidate& candidate : candidates)
     wrong.meant.push_back(candidate.command);
   throw wrong;
@@ -94,12 +125,20 @@ void printCallUsage(std::ostream& out) {
   printText(out, u"       "_s + callText(u"batch [FILE | -]"));
 }
 
+void printBatchHelp(std::ostream& out) {
+  printText(out, u"batch [FILE | -]"_s);
+  printText(out,
+            u"    reads one command a line with the same words and runs them in one open session;"
+            " stops at the first line that fails"_s);
+  printText(out, u"    prints: > LINE before each command's own output"_s);
+}
+
 void printHelp(std::ostream& out, const std::vector<const Command*>& commands) {
+  const Command* before = nullptr;
   for (const Command* command : commands) {
-    printText(out, command->usage.toString());
-    printText(out, u"    "_s + command->does.toString());
-    if (!command->prints.isEmpty())
-      printText(out, u"    prints: "_s + command->prints.toString());
+    if (before == nullptr || !sharesRow(*before, *command))
+      printRowHelp(out, rowOf(*command));
+    before = command;
   }
 }
 

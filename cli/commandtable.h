@@ -27,8 +27,11 @@ std::vector<const Command*> commandsOf(const QStringList& words);
 /// How the program itself is called: two lines.
 void printCallUsage(std::ostream& out);
 
-/// The help of these commands.
+/// The help of these commands, by whole rows: commands that are told together come together.
 void printHelp(std::ostream& out, const std::vector<const Command*>& commands);
+
+/// The help of the batch.
+void printBatchHelp(std::ostream& out);
 
 /// Message and usage of wrong words.
 void printWrongWords(std::ostream& err, const WrongWords& wrong);

@@ -15,7 +15,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Columns that hold a day count. A result column counts by the column that it comes from, whatever it is called.
+/// Columns that hold a day count. A result column is one by the column that it comes from or by its own name.
 constexpr QStringView dateColumns[] = {u"开奖日期", u"最后登陆时间"};
 
 void write(std::ostream& out, const QString& text) {
@@ -23,9 +23,13 @@ void write(std::ostream& out, const QString& text) {
   out.write(bytes.constData(), bytes.size());
 }
 
+bool isDateName(const char* name) {
+  return std::find(std::begin(dateColumns), std::end(dateColumns), QString::fromUtf8(name)) != std::end(dateColumns);
+}
+
 bool isDateColumn(sqlite3_stmt* statement, int column) {
-  const char* origin = sqlite3_column_origin_name(statement, column);
-  return std::find(std::begin(dateColumns), std::end(dateColumns), QString::fromUtf8(origin)) != std::end(dateColumns);
+  return isDateName(sqlite3_column_origin_name(statement, column)) ||
+         isDateName(sqlite3_column_name(statement, column));
 }
 
 QString dateText(double dayCount) {

@@ -70,6 +70,7 @@ void printWholeHelp(std::ostream& out) {
   printCallUsage(out);
   out << '\n';
   printHelp(out, everyCommand());
+  printBatchHelp(out);
 }
 
 /// Runs one step and turns what it throws into a status and its line on standard error.
@@ -169,7 +170,7 @@ int runProgram(const QStringList& words, const Streams& streams) {
   try {
     const GlobalOptions options = takeGlobalOptions(rest);
     if (options.help || (rest.value(0) == u"batch"_s && rest.value(1) == u"--help"_s)) {
-      options.help ? printWholeHelp(streams.out) : printCallUsage(streams.out);
+      options.help ? printWholeHelp(streams.out) : printBatchHelp(streams.out);
       streams.out.flush();
       return exitDone;
     }

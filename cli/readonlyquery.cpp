@@ -35,31 +35,32 @@ bool holds(const std::string_view (&names)[size], const char* name) {
   return name != nullptr && std::find(std::begin(names), std::end(names), name) != std::end(names);
 }
 
-/// Says of each action of a statement whether it only reads.
-int allowReading(void*, int action, const char* first, const char* second, const char*, const char*) {
+/// Whether an action of a statement only reads.
+bool onlyReads(int action, const char* first, const char* second) {
   switch (action) {
     case SQLITE_SELECT:
     case SQLITE_READ:
     case SQLITE_RECURSIVE:
-      return SQLITE_OK;
+      return true;
     case SQLITE_FUNCTION:
-      return std::string_view("load_extension") == second ? SQLITE_DENY : SQLITE_OK;
+      return std::string_view("load_extension") != second;
     case SQLITE_PRAGMA:
-      return holds(askedPragmas, first) && (second == nullptr || holds(describingPragmas, first)) ? SQLITE_OK
-                                                                                                  : SQLITE_DENY;
+      return holds(askedPragmas, first) && (second == nullptr || holds(describingPragmas, first));
     default:
-      return SQLITE_DENY;
+      return false;
   }
+}
+
+/// The store's question about each action of a statement; what was denied is kept, as not each fault that follows says so.
+int allowReading(void* denied, int action, const char* first, const char* second, const char*, const char*) {
+  if (onlyReads(action, first, second))
+    return SQLITE_OK;
+  *static_cast<bool*>(denied) = true;
+  return SQLITE_DENY;
 }
 
 [[noreturn]] void refuse() {
   throw StoreError(u"只允许执行一条只读的查询语句，没有执行。"_s);
-}
-
-[[noreturn]] void fail(sqlite3* database) {
-  if ((sqlite3_errcode(database) & 0xFF) == SQLITE_AUTH)
-    refuse();
-  throw StoreError(u"执行查询语句失败：%1。"_s.arg(QString::fromUtf8(sqlite3_errmsg(database))));
 }
 
 /// Whether nothing but blanks, semicolons and comments stands there.
@@ -82,7 +83,7 @@ bool saysNothing(sqlite3* database, const char* sql) {
 ReadOnlyQuery::ReadOnlyQuery(Store& store, const QString& sql) : database_(store.database().getHandle()) {
   if (sql.contains(QChar(u'\0')))
     refuse();
-  sqlite3_set_authorizer(database_, allowReading, nullptr);
+  sqlite3_set_authorizer(database_, allowReading, &denied_);
   try {
     prepare(sql.toUtf8());
   } catch (const StoreError&) {
@@ -100,16 +101,22 @@ ReadOnlyQuery::~ReadOnlyQuery() {
 void ReadOnlyQuery::prepare(const QByteArray& sql) {
   const char* rest = nullptr;
   if (sqlite3_prepare_v2(database_, sql.constData(), static_cast<int>(sql.size()) + 1, &statement_, &rest) != SQLITE_OK)
-    fail(database_);
+    fail();
   if (statement_ == nullptr)
     throw StoreError(u"没有可执行的查询语句。"_s);
   if (!saysNothing(database_, rest) || sqlite3_stmt_readonly(statement_) == 0 || sqlite3_column_count(statement_) == 0)
     refuse();
 }
 
+void ReadOnlyQuery::fail() const {
+  if (denied_)
+    refuse();
+  throw StoreError(u"执行查询语句失败：%1。"_s.arg(QString::fromUtf8(sqlite3_errmsg(database_))));
+}
+
 void ReadOnlyQuery::bind(int index, int value) {
   if (sqlite3_bind_int(statement_, index, value) != SQLITE_OK)
-    fail(database_);
+    fail();
 }
 
 void ReadOnlyQuery::print(std::ostream& out) {
@@ -118,7 +125,7 @@ void ReadOnlyQuery::print(std::ostream& out) {
   for (; result == SQLITE_ROW; result = sqlite3_step(statement_))
     printCurrentRow(out, statement_);
   if (result != SQLITE_DONE)
-    fail(database_);
+    fail();
 }
 
 }  // namespace elevenfive

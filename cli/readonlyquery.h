@@ -29,9 +29,11 @@ class ReadOnlyQuery final {
 
  private:
   void prepare(const QByteArray& sql);
+  [[noreturn]] void fail() const;
 
   sqlite3* database_;
   sqlite3_stmt* statement_ = nullptr;
+  bool denied_ = false;  ///< an action of the statement does more than read
 };
 
 }  // namespace elevenfive

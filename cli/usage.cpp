@@ -107,6 +107,7 @@ void Usage::takePositions(const QStringList& words, Match& match) const {
     if (next >= words.size()) {
       if (!position.optional)
         setFault(match.fault, u"缺少参数 %1。"_s.arg(position.name));
+      match.lacksLiteral = position.kind == Position::Kind::literal;
       break;
     }
     const QString& word = words[next++];

@@ -38,9 +38,10 @@ class Usage final {
 
   /// What became of the user's words.
   struct Match {
-    bool contradicts = false;  ///< a word stands where another very word must stand
-    int literals = 0;          ///< how many very words are there
-    QString fault;             ///< why the words do not fit, in one sentence; empty where they do
+    bool contradicts = false;   ///< a word stands where another very word must stand
+    int literals = 0;           ///< how many very words are there
+    bool lacksLiteral = false;  ///< a very word is missing
+    QString fault;              ///< why the words do not fit, in one sentence; empty where they do
     Arguments arguments;
   };
 

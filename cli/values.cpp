@@ -66,6 +66,13 @@ int boxNumberOf(const Arguments& arguments, const QString& name) {
   return numberOf(arguments, name, 0, nineDigits);
 }
 
+QString pathOf(const Arguments& arguments, const QString& name) {
+  const QString path = arguments.text(name);
+  if (path.isEmpty())
+    throw UsageError(u"参数 %1 应为文件名，不能为空。"_s.arg(name));
+  return path;
+}
+
 void requireReadable(const QString& path) {
   QFile file(path);
   if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))

@@ -34,6 +34,9 @@ std::vector<int> listOf(const Arguments& arguments, const QString& name, int fir
 /// The argument as the period or count that an input box takes: 0 to 999999999, nine digits at most.
 int boxNumberOf(const Arguments& arguments, const QString& name);
 
+/// The argument as the path of a file; an empty one is no path.
+QString pathOf(const Arguments& arguments, const QString& name);
+
 /// The argument as a file that can be read; throws FileError with one clear sentence where it is none.
 void requireReadable(const QString& path);
 

@@ -139,10 +139,7 @@ std::vector<Table> mainTables() {
         {u"范围max"_s, int32}},
        u"编号"_s,
        {}},
-      {u"用户表"_s,
-       {{u"用户名"_s, text, 50}, {u"密码"_s, text, 50}, {u"最后登陆时间"_s, dateTime}},
-       u"用户名"_s,
-       {}},
+      {u"用户表"_s, {{u"用户名"_s, text, 50}, {u"密码"_s, text, 50}, {u"最后登陆时间"_s, dateTime}}, u"用户名"_s, {}},
       {u"用户模式"_s, {{u"模式"_s, int32}}, {}, {}},
       {u"TBLhmYLTJfenbu"_s, joined({{{u"期号"_s, int32}}, twoDigitColumns(11, int32)}), {}, {}},
       {u"TBLyilouZhuhe"_s,
@@ -237,8 +234,7 @@ void createSchema(Store& store, StoreKind kind) {
       // SQLite's integer key is the row's own address: a second index on it would only cost.
       if (column == table.key)
         continue;
-      store.execute("建立索引",
-                    u"CREATE INDEX \"%1_%2\" ON \"%1\" (\"%2\")"_s.arg(table.name, column).toStdString());
+      store.execute("建立索引", u"CREATE INDEX \"%1_%2\" ON \"%1\" (\"%2\")"_s.arg(table.name, column).toStdString());
     }
   }
   insertDefaultRows(store, kind);

@@ -3,6 +3,8 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QVBoxLayout>
@@ -25,10 +27,12 @@ TextWindow::TextWindow(const QString& title, const QString& text, FileDialogs& f
 
   auto* copy = new QPushButton(u"全部复制(&C)"_s, this);
   auto* save = new QPushButton(u"另存为(&S)…"_s, this);
+  auto* print = new QPushButton(u"打印(&P)…"_s, this);
   auto* close = new QPushButton(u"关闭(&X)"_s, this);
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(copy);
   buttons->addWidget(save);
+  buttons->addWidget(print);
   buttons->addStretch();
   buttons->addWidget(close);
   auto* layout = new QVBoxLayout(this);
@@ -41,6 +45,7 @@ TextWindow::TextWindow(const QString& title, const QString& text, FileDialogs& f
     edit_->copy();
   });
   connect(save, &QPushButton::clicked, this, &TextWindow::saveAs);
+  connect(print, &QPushButton::clicked, this, &TextWindow::print);
   connect(close, &QPushButton::clicked, this, &QDialog::close);
 }
 
@@ -52,6 +57,17 @@ void TextWindow::saveAs() {
   QSaveFile file(path);  // the old file goes only when the new one is whole
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
     boxes_.critical(u"无法写入文件 %1：%2"_s.arg(path, file.errorString()));
+}
+
+void TextWindow::print() {
+  QPrinter printer;
+  QPrintDialog dialog(&printer, this);
+  if (dialog.exec() == QDialog::Accepted)
+    printTo(printer);
+}
+
+void TextWindow::printTo(QPrinter& printer) const {
+  edit_->print(&printer);
 }
 
 void QtTextViewer::showText(const QString& title, const QString& text) {

@@ -1,4 +1,4 @@
-// A window that shows a text, from which it can be copied, or saved under a name of the person's own.
+// A window that shows a text, from which it can be copied, saved under a name of the person's own, or printed.
 #pragma once
 
 #include <QDialog>
@@ -8,6 +8,7 @@
 #include "model/widgets/dialogports.h"
 
 class QPlainTextEdit;
+class QPrinter;
 
 namespace elevenfive {
 
@@ -17,8 +18,12 @@ class TextWindow final : public QDialog {
  public:
   TextWindow(const QString& title, const QString& text, FileDialogs& files, Boxes& boxes, QWidget* parent);
 
+  /// Prints the whole text, in pages of the printer's size.
+  void printTo(QPrinter& printer) const;
+
  private:
   void saveAs();
+  void print();
 
   FileDialogs& files_;
   Boxes& boxes_;

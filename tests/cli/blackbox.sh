@@ -60,6 +60,38 @@ if [ -w /dev/full ]; then
   [ $? -eq 1 ] || { echo "a full output went unnoticed" && failed=1; }
 fi
 
+# Killed in the middle of a batch: the next start says so, and the data are those from before it.
+expect 0 init --force
+expect 0 source set 版本公告 before
+mkfifo "$folder/lines"
+"$cli" --folder "$folder" --temp "$folder" batch - <"$folder/lines" >"$folder/out" 2>"$folder/err" &
+killed=$!
+exec 3>"$folder/lines"
+printf 'source set 版本公告 half\nsql "SELECT 地址 FROM 数据源 WHERE 地址 = \047half\047"\n' >&3
+for _ in $(seq 200); do
+  grep -qx half "$folder/out" && break
+  sleep 0.1
+done
+grep -qx half "$folder/out" || { echo "the batch did not get to its second line" && failed=1; }
+kill -KILL "$killed"
+wait "$killed" 2>/dev/null
+[ $? -eq 137 ] || { echo "the batch had ended before it was killed" && failed=1; }
+exec 3>&-
+expect 0 sql "SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"
+prints $'地址\nbefore'
+grep -q '^\[info\] .*上次没有正常退出，当时没有保存的数据留在 .*/Bak/' "$folder/err" || { cat "$folder/err" && failed=1; }
+ls "$folder"/Bak/* >/dev/null || failed=1
+expect 0 sql "SELECT COUNT(*) AS n FROM 过滤条件"
+prints $'n\n1280'
+[ ! -s "$folder/err" ] || { echo "the notice came twice" && cat "$folder/err" && failed=1; }
+
+# The page for the users tells what the help tells.
+manual=$(dirname "$0")/../../docs/cli.md
+expect 0 --help
+if ! sed -n '/^## Every command/,$p' "$manual" | sed -n '/^```text$/,/^```$/p' | sed '1d;$d' | diff - <(sed 1,3d "$folder/out"); then
+  echo "docs/cli.md and --help differ" && failed=1
+fi
+
 # The road of a run, in one session.
 expect 0 init --force
 "$cli" --folder "$folder" --temp "$folder" batch - >"$folder/out" 2>"$folder/err" <<'EOF' || { cat "$folder/err" && failed=1; }

@@ -126,7 +126,7 @@ TEST_F(HistoryCommands, ImportKeepsTheOldDrawsUnlessToldToClear) {
 
 TEST_F(HistoryCommands, ImportOfAMissingFileLeavesTheDraws) {
   cli.batch(u"history add 7 1 2 3 4 5\n"_s);
-  for (const QString& path : {cli.path(u"none.txt"_s), cli.folder(), QString()}) {
+  for (const QString& path : {cli.path(u"none.txt"_s), cli.folder()}) {
     const auto outcome = cli.call({u"history"_s, u"import"_s, path, u"--clear"_s});
     EXPECT_EQ(outcome.status, exitFailed);
     EXPECT_EQ(outcome.err, u"[critical]"_s + boxTitle + u"无法打开文件 %1。\n"_s.arg(path));
@@ -138,6 +138,36 @@ TEST_F(HistoryCommands, ImportOfAnEmptyFileIsRefused) {
   const auto outcome = cli.call({u"history"_s, u"import"_s, textFile({})});
   EXPECT_EQ(outcome.status, exitFailed);
   EXPECT_EQ(outcome.err, u"[plain]"_s + boxTitle + u"没有数据，无法导入！\n"_s);
+}
+
+TEST_F(HistoryCommands, ImportOfAFileWithoutContentKeepsTheDrawsItWasToldToClear) {
+  cli.batch(u"history add 7 1 2 3 4 5\n"_s);
+  for (const QByteArray& content : {QByteArray(), QByteArray("\r\n"), QByteArray("\xEF\xBB\xBF \n\t\n")}) {
+    const auto outcome = cli.call({u"history"_s, u"import"_s, textFile(content), u"--clear"_s});
+    EXPECT_EQ(outcome.status, exitFailed);
+    EXPECT_EQ(outcome.err, u"[plain]"_s + boxTitle + u"没有数据，无法导入！\n"_s);
+  }
+  EXPECT_EQ(draws(), u"7\t1\t2\t3\t4\t5\t\n"_s);
+}
+
+TEST_F(HistoryCommands, ImportIsDoneAlsoWhereADrawCannotBeDerived) {
+  cli.batch(u"history add 11031501 1 2 3 4 5\n"_s);
+  // A repeated number takes the fifth of the line before, which is 0 for the first line.
+  const auto outcome = cli.call({u"history"_s, u"import"_s, textFile("11031510 01 02 03 04 04\n")});
+  EXPECT_EQ(outcome.status, exitDone);
+  EXPECT_TRUE(outcome.err.endsWith(u"[info]"_s + boxTitle + u"导入完成!\n"_s)) << outcome.err.toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT 期号, 号码5 FROM 历史记录 ORDER BY 期号"_s), u"11031501\t5\n11031510\t0\n"_s);
+}
+
+TEST_F(HistoryCommands, AnEmptyFileNameIsNone) {
+  cli.batch(u"history add 7 1 2 3 4 5\n"_s);
+  for (const QStringList& words :
+       {QStringList{u"history"_s, u"import"_s, QString(), u"--clear"_s}, QStringList{u"history"_s, u"export"_s, {}}}) {
+    const auto outcome = cli.call(words);
+    EXPECT_EQ(outcome.status, exitUsage) << words.join(u' ').toStdString();
+    EXPECT_EQ(outcome.err.section(u'\n', 0, 0), u"参数 FILE 应为文件名，不能为空。"_s);
+  }
+  EXPECT_EQ(draws().count(u'\n'), 1);
 }
 
 TEST_F(HistoryCommands, ExportWritesALineADraw) {

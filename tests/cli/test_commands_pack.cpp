@@ -60,6 +60,16 @@ TEST_F(PackCommands, PacksThatLieLeaveTheOldFiles) {
   EXPECT_FALSE(QFile::exists(cli.path(u"p"_s)));
 }
 
+TEST_F(PackCommands, EmptyFileNamesAreNone) {
+  const QString one = file(u"one"_s, "1");
+  for (const QStringList& words :
+       {QStringList{u"pack"_s, {}, one, cli.path(u"p"_s)}, QStringList{u"pack"_s, one, {}, cli.path(u"p"_s)},
+        QStringList{u"pack"_s, one, one, {}}, QStringList{u"unpack"_s, {}, cli.path(u"a"_s), cli.path(u"b"_s)},
+        QStringList{u"unpack"_s, one, {}, cli.path(u"b"_s)}, QStringList{u"unpack"_s, one, cli.path(u"a"_s), {}}})
+    EXPECT_EQ(cli.call(words).status, exitUsage) << words.join(u' ').toStdString();
+  EXPECT_FALSE(QFile::exists(cli.path(u"p"_s)));
+}
+
 TEST_F(PackCommands, ACallThatOnlyReadsLeavesThePackAsItIs) {
   cli.call({u"init"_s});
   const QByteArray before = content(cli.path(u"elevenfive.dat"_s));

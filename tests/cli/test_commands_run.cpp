@@ -1,4 +1,4 @@
-// expand, run, rows delete.
+// expand, run, refine, check, rows export, import, delete.
 #include <gtest/gtest.h>
 
 #include <QFile>
@@ -118,6 +118,37 @@ TEST_F(RunCommands, RefineLeavesTheBestRows) {
   EXPECT_EQ(cli.rows(u"SELECT COUNT(*), MIN(临时数据) FROM 日志表"_s), u"5\t999\n"_s);
 }
 
+TEST_F(RunCommands, RefineOfAPeriodWithoutRowsIsRefused) {
+  cli.batch(sevenNumbers + u"expand 11031512\n"_s);
+  const auto outcome = cli.call({u"refine"_s, u"11031599"_s, u"5"_s});
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_EQ(outcome.out, QString());
+  EXPECT_EQ(outcome.err, u"[plain] elevenfive 11选5: 表中无第１１０３１５９９ 期的数据！\n"_s);
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 日志表"_s), u"21\n"_s);
+}
+
+TEST_F(RunCommands, RefineToNoRowsIsRefused) {
+  cli.batch(sevenNumbers + u"expand 11031512\n"_s);
+  for (const QString& count : {u"0"_s, u"00"_s}) {
+    const auto outcome = cli.call({u"refine"_s, u"11031512"_s, count});
+    EXPECT_EQ(outcome.status, exitFailed);
+    EXPECT_EQ(outcome.out, QString());
+    EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 要精选的注数应大于 0，没有改动。\n"_s);
+  }
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 日志表"_s), u"21\n"_s);
+}
+
+TEST_F(RunCommands, ThePeriodZeroIsRefusedAndTheRowsStay) {
+  cli.batch(sevenNumbers + u"expand 11031512\n"_s);
+  for (const QString& command : {u"expand"_s, u"run"_s}) {
+    const auto outcome = cli.call({command, u"0"_s});
+    EXPECT_EQ(outcome.status, exitFailed) << command.toStdString();
+    EXPECT_EQ(outcome.out, QString());
+    EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 期号应大于 0，没有改动。\n"_s);
+  }
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*), MIN(期号) FROM 日志表"_s), u"21\t11031512\n"_s);
+}
+
 TEST_F(RunCommands, CheckCountsHitsAgainstTheDraw) {
   // 21 combinations of 1 to 7 against 1 2 3 6 7: one hits all five; four leave out one of the two others and one of the
   // five, 2 x 5 of them.
@@ -178,6 +209,23 @@ TEST_F(RunCommands, ResultFilesThatCannotBeAreRefused) {
   EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 日志表"_s), u"462\n"_s);
 }
 
+TEST_F(RunCommands, ResultFilesNeedAPeriodOfEightDigits) {
+  cli.batch(sevenNumbers + u"expand 11031512\n"_s);
+  writeFile(u"in.txt"_s, "11031510 01 02 03 04 05\r\n");
+  const QString in = cli.path(u"in.txt"_s);
+  const QString out = cli.path(u"out.txt"_s);
+  for (const QString& words : {u"export "_s + out + u" 1103151"_s, u"import "_s + in + u" 1103151 --format 0"_s,
+                               u"import "_s + in + u" 1103151 --format 2"_s}) {
+    const auto outcome = cli.call(u"rows "_s.append(words).split(u' '));
+    EXPECT_EQ(outcome.status, exitFailed) << words.toStdString();
+    EXPECT_EQ(outcome.err, u"[plain] elevenfive 11选5: 请在文本框中输入期号。(如：11031510)\n"_s);
+  }
+  EXPECT_FALSE(QFile::exists(out));
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 日志表"_s), u"21\n"_s);
+  EXPECT_EQ(cli.call({u"rows"_s, u"import"_s, in, u"7"_s, u"--format"_s, u"1"_s}).status, exitDone);
+  EXPECT_EQ(cli.rows(u"SELECT 期号, 号码1, 号码5 FROM 日志表"_s), u"7\t1\t5\n"_s);
+}
+
 TEST_F(RunCommands, RowsDeleteEmptiesTheTable) {
   cli.batch(sevenNumbers + u"expand 11031512\n"_s);
   const auto outcome = cli.call({u"rows"_s, u"delete"_s});
@@ -191,7 +239,8 @@ TEST_F(RunCommands, RowsDeleteEmptiesTheTable) {
 TEST_F(RunCommands, PeriodsThatNoBoxTakesAreWrongWords) {
   for (const QString& words :
        {u"run 1103151200"_s, u"run -1"_s, u"run"_s, u"run x"_s, u"run 1 2"_s, u"expand 1103151200"_s,
-        u"run 1 --tolerance -1"_s, u"run 1 --tolerance x"_s, u"run 1 --tolerance"_s, u"rows delete 1"_s})
+        u"rows export x -1234567"_s, u"rows export x 1103151200"_s, u"run 1 --tolerance -1"_s, u"run 1 --tolerance x"_s,
+        u"run 1 --tolerance"_s, u"rows delete 1"_s})
     EXPECT_EQ(cli.call(words.split(u' ')).status, exitUsage) << words.toStdString();
 }
 

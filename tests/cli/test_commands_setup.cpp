@@ -48,6 +48,14 @@ TEST_F(SetupCommands, QuickSubmitWritesTheRangesOfAllRows) {
             u"3305\n"_s);
 }
 
+TEST_F(SetupCommands, QuickSubmitPrintsTheFormAsItStandsInTheStore) {
+  // A text that is written in another way than the form shows it.
+  const auto outcome = cli.call({u"quick"_s, u"submit"_s, u"0=[25],[20-21],[22]"_s});
+  ASSERT_EQ(outcome.status, exitDone) << outcome.err.toStdString();
+  EXPECT_EQ(outcome.out.section(u'\n', 1, 1), u"0\t和值\t1\t[20-22] , [25]"_s);
+  EXPECT_EQ(outcome.out, cli.call({u"quick"_s, u"show"_s}).out);
+}
+
 TEST_F(SetupCommands, AFaultyQuickTextWritesNothing) {
   const QString before = fingerprint();
   const auto outcome = cli.call({u"quick"_s, u"submit"_s, u"6=[5]"_s, u"0=[20-x]"_s});
@@ -98,6 +106,8 @@ TEST_F(SetupCommands, ForeignConditionFilesAreRefused) {
   EXPECT_EQ(foreign.status, exitFailed);
   EXPECT_EQ(foreign.err, u"[plain] elevenfive 11选5: 文件格式错误无法导入数据！\n"_s);
   EXPECT_EQ(cli.call({u"conditions"_s, u"import"_s, cli.path(u"none.Vorex"_s)}).status, exitFailed);
+  for (const QString& command : {u"import"_s, u"export"_s})
+    EXPECT_EQ(cli.call({u"conditions"_s, command, QString()}).status, exitUsage) << command.toStdString();
   EXPECT_EQ(fingerprint(), before);
 }
 

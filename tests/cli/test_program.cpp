@@ -88,6 +88,16 @@ TEST_F(Program, WrongWordsEndWithTheUsageOfWhatWasMeant) {
   EXPECT_EQ(outcome.err, u"多余的参数：“1”。\nusage: elevenfive-cli [--folder DIR] [--temp DIR] rows [QIHAO]\n"_s);
 }
 
+TEST_F(Program, ACommandWithoutItsSecondWordIsTold) {
+  for (const QStringList& words : {QStringList{u"history"_s}, QStringList{u"group"_s, u"1"_s}}) {
+    const auto outcome = cli.call(words);
+    EXPECT_EQ(outcome.status, exitUsage);
+    EXPECT_EQ(outcome.err.section(u'\n', 0, 0), u"命令 %1 没有这种用法。"_s.arg(words.first()));
+    EXPECT_EQ(outcome.err.count(u'\n'), 7);  // one line for each of the six ways
+  }
+  EXPECT_EQ(cli.call({u"pick"_s}).err.section(u'\n', 0, 0), u"缺少参数 NUMBER。"_s);
+}
+
 TEST_F(Program, UnknownCommandEndsWithTheCall) {
   for (const QStringList& words : {QStringList{u"frobnicate"_s}, QStringList{QString()}, QStringList{u"ROWS"_s}}) {
     const auto outcome = cli.call(words);
@@ -224,10 +234,14 @@ TEST_F(Program, HelpOfACommandIsItsRows) {
   EXPECT_EQ(help.status, exitDone);
   EXPECT_TRUE(help.out.startsWith(rows)) << help.out.toStdString();
   EXPECT_EQ(help.err, QString());
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"--help"_s}).out,
-            u"source set NAME ADDRESS\n    changes one of these addresses\n"_s);
+  EXPECT_EQ(
+      cli.call({u"source"_s, u"set"_s, u"--help"_s}).out,
+      u"source list\nsource set NAME ADDRESS\n    the addresses that are configuration (results site, second site, "
+      "notice server, detail page)\n    prints: table\n"_s);
   EXPECT_EQ(cli.call({u"frobnicate"_s, u"--help"_s}).status, exitUsage);
-  EXPECT_EQ(cli.call({u"batch"_s, u"--help"_s}).out, callUsage);
+  const auto batch = cli.call({u"batch"_s, u"--help"_s});
+  EXPECT_EQ(batch.status, exitDone);
+  EXPECT_TRUE(batch.out.startsWith(u"batch [FILE | -]\n    reads one command a line "_s)) << batch.out.toStdString();
 }
 
 TEST(ProgramWithoutData, HelpNeedsNoData) {
@@ -298,7 +312,8 @@ user list
 user mode N
 user logon NAME PASSWORD [--create]
 pack FILE1 FILE2 PACK
-unpack PACK FILE2 FILE1)"_s);
+unpack PACK FILE2 FILE1
+batch [FILE | -])"_s);
 }
 
 TEST(ProgramWithoutData, EveryCommandHasAHelpOfItsOwn) {
@@ -306,8 +321,8 @@ TEST(ProgramWithoutData, EveryCommandHasAHelpOfItsOwn) {
   for (const QString& words : {u"history add"_s, u"group K members"_s, u"count"_s, u"rows export"_s, u"unpack"_s}) {
     const auto help = CliProcess::callAsIs(words.split(u' ') + QStringList{u"--help"_s});
     EXPECT_EQ(help.status, exitDone) << words.toStdString();
-    EXPECT_TRUE(help.out.startsWith(words)) << help.out.toStdString();
-    EXPECT_TRUE(whole.contains(help.out)) << help.out.toStdString();
+    EXPECT_TRUE((u'\n' + help.out).contains(u'\n' + words)) << help.out.toStdString();
+    EXPECT_TRUE(whole.contains(u'\n' + help.out)) << help.out.toStdString();
   }
 }
 

@@ -63,6 +63,13 @@ TEST(Usage, MissingAndFurtherWordsAreFaults) {
   EXPECT_EQ(faultOf(u"use CODE VALUE", u"use 1 1 1"_s), u"多余的参数：“1”。"_s);
 }
 
+TEST(Usage, AMissingWordOfTheCommandItselfIsMarked) {
+  EXPECT_TRUE(matched(u"history add QIHAO", u"history"_s).lacksLiteral);
+  EXPECT_TRUE(matched(u"group K clear", u"group 1"_s).lacksLiteral);
+  EXPECT_FALSE(matched(u"history add QIHAO", u"history add"_s).lacksLiteral);
+  EXPECT_FALSE(matched(u"rows [QIHAO]", u"rows"_s).lacksLiteral);
+}
+
 TEST(Usage, AWordInBracketsMayBeLeftOut) {
   EXPECT_EQ(faultOf(u"rows [QIHAO]", u"rows"_s), QString());
   EXPECT_EQ(matched(u"rows [QIHAO]", u"rows 7"_s).arguments.text(u"QIHAO"_s), u"7"_s);

@@ -24,10 +24,10 @@ class RecordingPorts final : public Boxes,
   /// "progress 0..462", "enable Pic_subTouZhu", ...
   QStringList log;
 
-  std::vector<Box> boxes;           ///< as shown
-  std::vector<InputBox> inputs;     ///< as asked
-  std::deque<Answer> answers;       ///< for the next questions; yes when empty
-  std::deque<QString> typed;        ///< for the next input boxes; the default text when empty
+  std::vector<Box> boxes;        ///< as shown
+  std::vector<InputBox> inputs;  ///< as asked
+  std::deque<Answer> answers;    ///< for the next questions; yes when empty
+  std::deque<QString> typed;     ///< for the next input boxes; the default text when empty
   std::map<ControlId, bool> enabled;
   QString status;
   int caretMoves = 0;
