@@ -6,6 +6,7 @@
 #include "conditions/conditionmap.h"
 #include "conditions/conditionrows.h"
 #include "conditions/rangetext.h"
+#include "engine/conditionvalues.h"
 #include "engine/positionfilter.h"
 #include "model/store.h"
 #include "model/texts.h"
@@ -73,6 +74,14 @@ std::vector<ConditionPanel::ListState> ConditionPanel::valueLists(int tab) {
     for (int p = 1; p <= positionCount; ++p)
       states.push_back(positionState(p));
   return states;
+}
+
+std::vector<ConditionPanel::ListState> ConditionPanel::fillLists(int tab) {
+  const ConditionTab* row = conditionTab(tab);
+  if (run_ != nullptr && row != nullptr)
+    for (const ValueList& list : row->lists)
+      loadTiaojianValues(gConn_, *run_, list.base, list.lastId);
+  return valueLists(tab);
 }
 
 std::vector<ConditionPanel::SwitchState> ConditionPanel::switches(int tab) {

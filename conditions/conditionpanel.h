@@ -13,6 +13,7 @@
 namespace elevenfive {
 
 class Store;
+struct RunState;
 struct ValueList;
 
 /// Marks in a tip text the place from which the preview of the allowed values stands.
@@ -20,7 +21,8 @@ inline constexpr QStringView previewMarker = u"当前取值阅览：";
 
 class ConditionPanel final {
  public:
-  explicit ConditionPanel(Store& gConn) : gConn_(gConn) {}
+  /// run: whose buffer tiaojianValue is filled with the lists; nullptr where none is.
+  explicit ConditionPanel(Store& gConn, RunState* run = nullptr) : gConn_(gConn), run_(run) {}
 
   /// One list of a tab as it stands: its items and which of them are selected.
   struct ListState {
@@ -50,6 +52,10 @@ class ConditionPanel final {
 
   /// The lists of a tab (index 1 to 25); empty for tabs without value lists. Tab 15 has the seven position lists.
   std::vector<ListState> valueLists(int tab);
+
+  /// The same for the screen that shows the tab: the stretch of each list over 过滤条件 goes through the run's buffer
+  /// tiaojianValue, where a value beyond a later stretch may read it.
+  std::vector<ListState> fillLists(int tab);
 
   /// The check boxes of a tab that switch a code.
   std::vector<SwitchState> switches(int tab);
@@ -96,6 +102,7 @@ class ConditionPanel final {
   void clickPosition(int p, int number, bool selected);
 
   Store& gConn_;
+  RunState* run_;
 };
 
 }  // namespace elevenfive

@@ -1,17 +1,16 @@
 // The window program. It reads no arguments.
 #include <QApplication>
-#include <QDir>
 #include <cstdio>
-#include <memory>
 
 #include "model/errors.h"
 #include "model/widgets/faultbox.h"
 #include "model/widgets/qtports.h"
 #include "model/widgets/textwindow.h"
 #include "model/workspace.h"
-#include "shell/widgets/mainwindow.h"
+#include "shell/startup.h"
 #include "shell/widgets/standardtexts.h"
 #include "shell/widgets/theme.h"
+#include "shell/widgets/windowscreens.h"
 
 namespace {
 
@@ -19,13 +18,6 @@ namespace {
 bool displayMissing() {
   return qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
          qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-}
-
-std::unique_ptr<elevenfive::Workspace> openWorkspace() {
-  const elevenfive::Workspace::Folders folders = elevenfive::Workspace::defaultFolders();
-  if (!elevenfive::Workspace::exists(folders))
-    elevenfive::Workspace::create(folders, false);
-  return std::make_unique<elevenfive::Workspace>(folders);
 }
 
 }  // namespace
@@ -44,9 +36,9 @@ int main(int argc, char** argv) {
   elevenfive::QtInputs inputs;
   elevenfive::QtFileDialogs files;
   elevenfive::QtTextViewer texts(files, boxes);
-  std::unique_ptr<elevenfive::Workspace> workspace;
+  const elevenfive::Workspace::Folders folders = elevenfive::Workspace::defaultFolders();
   try {
-    workspace = openWorkspace();
+    elevenfive::Workspace::install(folders);
   } catch (const elevenfive::AlreadyRunning& fault) {
     boxes.information(fault.message());
     return 0;
@@ -55,11 +47,21 @@ int main(int argc, char** argv) {
     return 1;
   }
 
-  elevenfive::MainWindow window(*workspace, {boxes, inputs, files, texts});
-  boxes.setParent(&window);
-  inputs.setParent(&window);
-  files.setParent(&window);
-  texts.setParent(&window);
-  window.show();
+  elevenfive::WindowScreens screens({boxes, inputs, files, texts}, [&](elevenfive::MainWindow& window) {
+    boxes.setParent(&window);
+    inputs.setParent(&window);
+    files.setParent(&window);
+    texts.setParent(&window);
+  });
+  elevenfive::Startup startup(folders, boxes, screens);
+  if (!startup.start())
+    return 0;
+  screens.window()->setLeave([&] { return startup.close(false); });
+  screens.window()->setSwitchUser([&] {
+    const bool stays = startup.switchUser();
+    if (!stays)
+      startup.quit();
+    return stays;
+  });
   return QApplication::exec();
 }

@@ -12,6 +12,7 @@
 #include <array>
 
 #include "conditions/conditionmap.h"
+#include "conditions/widgets/grouppage.h"
 #include "conditions/widgets/paritypage.h"
 #include "conditions/widgets/pickpage.h"
 #include "conditions/widgets/settingpages.h"
@@ -56,14 +57,14 @@ QIcon markIcon(bool inUse, const QWidget& widget) {
 
 }  // namespace
 
-ConditionView::ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent)
-    : QWidget(parent), gConn_(gConn), boxes_(boxes), driver_(driver), panel_(gConn) {
+ConditionView::ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, Inputs& inputs, QWidget* parent)
+    : QWidget(parent), gConn_(gConn), boxes_(boxes), driver_(driver), panel_(gConn, &driver.state()) {
   setObjectName(u"Frm_Sub_1"_s);
   auto* layout = new QHBoxLayout(this);
   layout->addWidget(buildTabs());
   pages_ = new QStackedWidget(this);
   layout->addWidget(pages_, 1);
-  buildPages();
+  buildPages(inputs);
   connect(tabs_, &QListWidget::itemSelectionChanged, this, &ConditionView::selectionChanged);
   tabs_->setCurrentRow(0);
 }
@@ -116,9 +117,9 @@ void ConditionView::fitTabs() {
     tabs_->item(row)->setSizeHint({0, height});
 }
 
-void ConditionView::buildPages() {
+void ConditionView::buildPages(Inputs& inputs) {
   pageOfTab_.resize(lastConditionTab + 1);
-  pickPage_ = new PickPage(gConn_, driver_, boxes_, pages_);
+  pickPage_ = new PickPage(gConn_, driver_, boxes_, inputs, pages_);
   pageOfTab_[1] = pickPage_;
   pages_->addWidget(pickPage_);
   int index = 2;
@@ -134,16 +135,13 @@ void ConditionView::buildPages() {
       page->layout()->addWidget(tolerance_);
     }
   }
+  addPage(groupsTab, groupPage_ = new GroupPage(gConn_, panel_, boxes_, inputs, pages_));
   addPage(matchTab, matchPage_ = new MatchPage(panel_, boxes_, pages_));
   addPage(reductionTab, reductionPage_ = new ReductionPage(panel_, boxes_, pages_));
   addPage(summaryTab, summaryPage_ = new SummaryPage(gConn_, boxes_, pages_));
+  connect(groupPage_, &GroupPage::tabChanged, this, &ConditionView::markTab);
   connect(matchPage_, &MatchPage::tabChanged, this, &ConditionView::markTab);
   connect(reductionPage_, &ReductionPage::tabChanged, this, &ConditionView::markTab);
-  for (int tab = 1; tab <= lastConditionTab; ++tab) {
-    if (pageOfTab_[static_cast<std::size_t>(tab)] != nullptr)
-      continue;
-    addPage(tab, placeholder(tab));
-  }
   parityPage_ = new ParityPage(gConn_, panel_, boxes_, pages_);
   pages_->addWidget(parityPage_);
 }
@@ -152,20 +150,6 @@ void ConditionView::addPage(int tab, QWidget* page) {
   page->setObjectName(u"pic_subTiaojian_%1"_s.arg(pages_->count() + 1));
   pageOfTab_[static_cast<std::size_t>(tab)] = page;
   pages_->addWidget(page);
-}
-
-QWidget* ConditionView::placeholder(int tab) {
-  auto* page = new QWidget(pages_);
-  auto* title = new QLabel(tabCaption(tab), page);
-  title->setProperty("heading", true);
-  auto* note = new QLabel(u"此页尚未开放。"_s, page);
-  note->setProperty("note", true);
-  note->setAlignment(Qt::AlignCenter);
-  auto* layout = new QVBoxLayout(page);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(title);
-  layout->addWidget(note, 1);
-  return page;
 }
 
 void ConditionView::selectTab(int tab) {
@@ -203,6 +187,8 @@ void ConditionView::showTab(int tab) {
     pickPage_->reload();
   if (tab == positionsTab)
     tolerance_->reload();
+  if (page == groupPage_)
+    groupPage_->reload();
   if (page == matchPage_)
     matchPage_->reload();
   if (page == reductionPage_)

@@ -16,6 +16,7 @@ class QStackedWidget;
 
 namespace elevenfive {
 
+class GroupPage;
 class MatchPage;
 class ParityPage;
 class PickPage;
@@ -28,7 +29,7 @@ class ConditionView final : public QWidget {
   Q_OBJECT
 
  public:
-  ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent = nullptr);
+  ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, Inputs& inputs, QWidget* parent = nullptr);
 
   /// Selects a tab, 1 to 25, of TabStrip_TiaoJian.
   void selectTab(int tab);
@@ -50,9 +51,8 @@ class ConditionView final : public QWidget {
  private:
   QWidget* buildTabs();
   void fitTabs();
-  void buildPages();
+  void buildPages(Inputs& inputs);
   void addPage(int tab, QWidget* page);
-  QWidget* placeholder(int tab);
   void selectionChanged();
   void showTab(int tab);
   void markTab(int tab);
@@ -69,6 +69,7 @@ class ConditionView final : public QWidget {
   PickPage* pickPage_ = nullptr;
   ParityPage* parityPage_ = nullptr;
   PositionTolerance* tolerance_ = nullptr;
+  GroupPage* groupPage_ = nullptr;
   MatchPage* matchPage_ = nullptr;
   ReductionPage* reductionPage_ = nullptr;
   SummaryPage* summaryPage_ = nullptr;

@@ -11,6 +11,7 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "conditions/widgets/machinepickform.h"
 #include "model/texts.h"
 #include "model/widgets/ball.h"
 #include "model/widgets/faultbox.h"
@@ -81,8 +82,8 @@ void PickButton::paintEvent(QPaintEvent*) {
   }
 }
 
-PickPage::PickPage(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent)
-    : QWidget(parent), driver_(driver), boxes_(boxes), picking_(gConn, driver, boxes, *this) {
+PickPage::PickPage(Store& gConn, RunDriver& driver, Boxes& boxes, Inputs& inputs, QWidget* parent)
+    : QWidget(parent), driver_(driver), boxes_(boxes), inputs_(inputs), picking_(gConn, driver, boxes, *this) {
   setObjectName(u"pic_subTiaojian_1"_s);
   auto* title = new QLabel(u"选取号码"_s, this);
   title->setProperty("heading", true);
@@ -120,15 +121,19 @@ QWidget* PickPage::buildModes() {
   modes_->setExpanding(false);
   QPushButton* all = actionButton(u"cmd_FX_0"_s, u"全 选"_s, u"选取全部号码为拖码"_s);
   QPushButton* none = actionButton(u"cmm_clsQ"_s, u"清 空"_s, u"取消所有号码的选取"_s);
+  QPushButton* machine = actionButton(u"cmm_jixuan"_s, u"机 选"_s, u"随机显示几注号码"_s);
   row->addWidget(new QLabel(u"点击号码设为："_s, strip));
   row->addWidget(modes_);
   row->addStretch();
   row->addWidget(all);
   row->addWidget(none);
+  row->addWidget(machine);
 
   connect(modes_, &QTabBar::currentChanged, this, [this] { picking_.announceMode(mode(), false); });
   connect(all, &QPushButton::clicked, this, [this] { withFaultBox(boxes_, [this] { picking_.selectAllTuo(); }); });
   connect(none, &QPushButton::clicked, this, [this] { withFaultBox(boxes_, [this] { picking_.clearFront(); }); });
+  connect(machine, &QPushButton::clicked, this,
+          [this] { withFaultBox(boxes_, [this] { showMachinePick(inputs_, window()); }); });
   return strip;
 }
 

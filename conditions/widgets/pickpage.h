@@ -41,7 +41,7 @@ class PickPage final : public QWidget, public PickView {
   Q_OBJECT
 
  public:
-  PickPage(Store& gConn, RunDriver& driver, Boxes& boxes, QWidget* parent = nullptr);
+  PickPage(Store& gConn, RunDriver& driver, Boxes& boxes, Inputs& inputs, QWidget* parent = nullptr);
 
   /// Paints the buttons and tells the counting lines anew from the store.
   void reload();
@@ -58,6 +58,7 @@ class PickPage final : public QWidget, public PickView {
 
   RunDriver& driver_;
   Boxes& boxes_;
+  Inputs& inputs_;
   NumberPicking picking_;
   QTabBar* modes_ = nullptr;
   std::array<PickButton*, numberCount + 1> buttons_{};  ///< by number

@@ -133,6 +133,11 @@ ReductionPage::ReductionPage(ConditionPanel& panel, Boxes& boxes, QWidget* paren
   }
   optimise_ = new QCheckBox(this);
   optimise_->setObjectName(u"Check_auto"_s);
+  auto* note = new QLabel(u"提示，这里的保Ｎ型是对整注号码（包含蓝球号码）进行缩水的。"_s, this);
+  note->setObjectName(u"Label_ShuoSuiTip"_s);
+  note->setProperty("note", true);
+  card->addSpacing(fontMetrics().height() / 2);
+  card->addWidget(note);
   card->addSpacing(fontMetrics().height() / 2);
   card->addWidget(optimise_);
   connect(types_, &QButtonGroup::idClicked, this, [this](int id) {

@@ -109,7 +109,7 @@ void ValuePage::showTab(int tab) {
   title_->setText(tabCaption(tab));
   panel_.loadingPanel = true;
   withFaultBox(boxes_, [&] {
-    const auto lists = panel_.valueLists(tab);
+    const auto lists = panel_.fillLists(tab);
     for (std::size_t i = 0; i < groups_.size() && i < lists.size(); ++i) {
       groups_[i].chips->setChips(lists[i].items, lists[i].selected);
       groups_[i].chips->setAccessibleName(tabCaption(tab) + u" 允许的取值"_s);

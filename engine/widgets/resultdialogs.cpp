@@ -2,14 +2,17 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QDialog>
 #include <QDir>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <array>
 #include <functional>
@@ -25,13 +28,51 @@ namespace {
 
 constexpr int longestPeriod = 9;
 
+/// Enter in a dialog without a default button: on a button it clicks, elsewhere it moves on as Tab does.
+class EnterMovesOn final : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress)
+      return QObject::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+      return QObject::eventFilter(watched, event);
+    if (auto* button = qobject_cast<QPushButton*>(watched)) {
+      button->click();
+    } else {
+      QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+      QCoreApplication::sendEvent(watched, &tab);
+    }
+    return true;
+  }
+};
+
+/// Selects the text of a line each time that it gets the focus.
+class SelectsOnFocus final : public QObject {
+ public:
+  explicit SelectsOnFocus(QLineEdit& line) : QObject(&line) { line.installEventFilter(this); }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    // A mouse press places the caret after the focus has come, so the selection waits until it has.
+    if (event->type() == QEvent::FocusIn)
+      QTimer::singleShot(0, static_cast<QLineEdit*>(watched), &QLineEdit::selectAll);
+    return QObject::eventFilter(watched, event);
+  }
+};
+
 /// The buttons 确认 and 取消. accepted decides whether the dialog closes on 确认.
 QHBoxLayout* closingButtons(QDialog& dialog, const std::function<bool()>& accepted) {
   auto* ok = new QPushButton(u"确认"_s, &dialog);
   ok->setObjectName(u"cmm_ToFileOK"_s);
-  ok->setDefault(true);
   auto* cancel = new QPushButton(u"取消"_s, &dialog);
   cancel->setObjectName(u"cmm_Cancel"_s);
+  auto* enter = new EnterMovesOn(&dialog);
+  for (QPushButton* button : {ok, cancel}) {
+    button->setAutoDefault(false);
+    button->installEventFilter(enter);
+  }
   auto* row = new QHBoxLayout;
   row->addStretch();
   row->addWidget(ok);
@@ -48,6 +89,7 @@ DigitField* periodField(const QString& name, const QString& label, Qihao period,
   auto* field = new DigitField(longestPeriod, parent);
   field->setObjectName(name);
   field->setAccessibleName(label);
+  field->installEventFilter(new EnterMovesOn(field));
   if (period > 0)
     field->setText(QString::number(period));
   return field;
@@ -64,7 +106,8 @@ bool QtResultFileDialogs::askExport(ExportSettings& settings) {
   separator->setObjectName(u"TextFG"_s);
   separator->setAccessibleName(u"分隔符号"_s);
   separator->setToolTip(u"输入各号码之间的分隔符号"_s);
-  separator->selectAll();
+  new SelectsOnFocus(*separator);
+  separator->installEventFilter(new EnterMovesOn(separator));
 
   auto* content = new QGroupBox(u"导出内容："_s, &dialog);
   auto* choices = new QVBoxLayout(content);
@@ -73,7 +116,7 @@ bool QtResultFileDialogs::askExport(ExportSettings& settings) {
                                                              {u"期号", &settings.qihao},
                                                              {u"序号", &settings.xuhao}}};
   std::array<QCheckBox*, 4> checks{};
-  for (std::size_t i = fields.size(); i-- > 0;) {  // the last field stands first in a line
+  for (std::size_t i = 0; i < fields.size(); ++i) {
     checks[i] = new QCheckBox(fields[i].first.toString(), content);
     checks[i]->setObjectName(u"Check_ToFile_%1"_s.arg(fields.size() - 1 - i));
     checks[i]->setChecked(*fields[i].second);

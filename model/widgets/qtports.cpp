@@ -128,6 +128,8 @@ void QtProgress::setVisible(bool visible) {
 }
 
 void QtControls::setEnabled(ControlId control, bool enabled) {
+  if (!enabled && kept_ == control)
+    return;
   if (const auto widget = widgets_.find(control); widget != widgets_.end() && widget->second)
     widget->second->setEnabled(enabled);
   if (const auto action = actions_.find(control); action != actions_.end() && action->second)

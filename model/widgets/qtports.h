@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QWidget>
 #include <map>
+#include <optional>
 
 #include "model/ports.h"
 #include "model/widgets/dialogports.h"
@@ -68,8 +69,29 @@ class QtControls final : public Controls {
   void setEnabled(ControlId control, bool enabled) override;
 
  private:
+  friend class KeptEnabled;
+  std::optional<ControlId> kept_;  ///< once enabled it stays so
   std::map<ControlId, QPointer<QWidget>> widgets_;
   std::map<ControlId, QPointer<QAction>> actions_;
+};
+
+/// A control that is enabled inside this scope stays so until the scope ends. Work that disables it between its stages then
+/// neither loses a click that spans two of them nor throws the focus off the control.
+class KeptEnabled final {
+ public:
+  KeptEnabled(QtControls& controls, ControlId control) : controls_(controls), control_(control) {
+    controls_.kept_ = control;
+  }
+  ~KeptEnabled() {
+    controls_.kept_.reset();
+    controls_.setEnabled(control_, false);
+  }
+  KeptEnabled(const KeptEnabled&) = delete;
+  KeptEnabled& operator=(const KeptEnabled&) = delete;
+
+ private:
+  QtControls& controls_;
+  ControlId control_;
 };
 
 /// Runs the event loop at most every few milliseconds, so that a yield after each row costs no more than a look at the

@@ -1,8 +1,10 @@
 #include "shell/widgets/mainwindow.h"
 
 #include <QCloseEvent>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabBar>
@@ -62,10 +64,11 @@ MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
   history_ =
       new HistoryPanel(workspace_.gConn, workspace_.folders().program,
                        {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, statusLine_, busy_}, this);
-  conditions_ = new ConditionView(workspace_.gConn, *driver_, ports_.boxes, this);
+  conditions_ = new ConditionView(workspace_.gConn, *driver_, ports_.boxes, ports_.inputs, this);
   buildBody();
   buildMenus();
   connectPanels();
+  closeChartMode();
   resize(smallestWindow);
   topTabShown(1);
   updateStatusLine();
@@ -143,8 +146,11 @@ void MainWindow::selectTopTab(int tab) {
 
 void MainWindow::topTabShown(int tab) {
   pages_->setCurrentIndex(tab - 1);
-  if (busy_.isBusy())  // a look at another page; its rows are being written
+  if (busy_.isBusy()) {  // a look at another page; its rows are being written
+    skippedPage_ = true;
     return;
+  }
+  skippedPage_ = false;
   withFaultBox(ports_.boxes, [&] {
     if (tab == 2 && historyDeleted_) {
       historyDeleted_ = false;
@@ -190,6 +196,7 @@ void MainWindow::runMenuAction(MenuAction action, int argument) {
       run_->clickButton(argument);
       break;
     case MenuAction::switchUser:
+      switchUser();
       break;
   }
 }
@@ -200,7 +207,9 @@ void MainWindow::runButton(int index) {
   QWidget* focused = focusWidget();
   {
     const BusyScope busy(busy_);
+    const KeptEnabled stopButton(controls_, ControlId::cmm_stop);
     withFaultBox(ports_.boxes, [&] { driver_->cmmTouZhu_Click(index); });
+    driver_->state().userStop = false;  // a stop that came behind the last loop
   }
   if (focused != nullptr && focused->isVisible())  // a disabled panel loses the focus
     focused->setFocus();
@@ -209,10 +218,14 @@ void MainWindow::runButton(int index) {
 void MainWindow::busyChanged(bool busy) {
   menuBar()->setDisabled(busy);
   conditions_->setDisabled(busy);
-  if (busy || !closeAfterWork_)
+  if (busy)
     return;
-  closeAfterWork_ = false;
-  QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+  if (closeAfterWork_) {
+    closeAfterWork_ = false;
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+  } else if (skippedPage_) {
+    topTabShown(topTabs_->currentIndex() + 1);
+  }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -222,7 +235,45 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
-  event->setAccepted(ports_.boxes.ask(u"确认要退出吗？"_s));
+  bool leaves = false;
+  withFaultBox(ports_.boxes, [&] { leaves = leave_ ? leave_() : ports_.boxes.ask(u"确认要退出吗？"_s); });
+  event->setAccepted(leaves);
+}
+
+void MainWindow::switchUser() {
+  bool stays = true;
+  if (!switchUser_ || !withFaultBox(ports_.boxes, [&] { stays = switchUser_(); }))
+    return;
+  if (!stays) {
+    leave_ = [] { return true; };  // 退出系统 was chosen: nothing is asked
+    close();
+    return;
+  }
+  selectTopTab(1);
+  conditions_->selectTab(1);
+  conditions_->reload();
+}
+
+void MainWindow::showUserMenu(bool visible) {
+  findChild<QMenu*>(u"mnu_User"_s)->menuAction()->setVisible(visible);
+}
+
+void MainWindow::releaseData() {
+  centralWidget()->hide();
+  menuBar()->setDisabled(true);
+}
+
+/// The chart of the number distribution is not drawn: its mode cannot be chosen.
+void MainWindow::closeChartMode() {
+  const QString tip = u"本版本不提供号码分布图，请使用“数据”模式。"_s;
+  if (auto* option = history_->findChild<QRadioButton*>(u"Option_TorD_1"_s)) {
+    option->setEnabled(false);
+    option->setToolTip(tip);
+  }
+  if (auto* action = findChild<QAction*>(u"mnu_HistoryTubiao"_s)) {
+    action->setEnabled(false);
+    action->setToolTip(tip);
+  }
 }
 
 void MainWindow::updateStatusLine() {

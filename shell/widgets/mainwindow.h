@@ -7,6 +7,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 
 #include "engine/rundriver.h"
@@ -46,6 +47,18 @@ class MainWindow final : public QMainWindow {
   /// Selects a tab of TabStrip_Top, 1 to 3, and does what a click on it does.
   void selectTopTab(int tab);
 
+  /// Whether a wish to close is granted, in place of the window's own question.
+  void setLeave(std::function<bool()> leave) { leave_ = std::move(leave); }
+
+  /// What the menu entry that changes the user does; false ends the window with nothing asked.
+  void setSwitchUser(std::function<bool()> switchUser) { switchUser_ = std::move(switchUser); }
+
+  /// Shows or hides the menu mnu_User.
+  void showUserMenu(bool visible);
+
+  /// From here on nothing in the window uses the workspace, which may be gone; only boxes may still stand over it.
+  void releaseData();
+
   [[nodiscard]] RunDriver& driver() noexcept { return *driver_; }
 
  protected:
@@ -62,6 +75,8 @@ class MainWindow final : public QMainWindow {
   void runButton(int index);
   void busyChanged(bool busy);
   void updateStatusLine();
+  void switchUser();
+  void closeChartMode();
 
   Workspace& workspace_;
   WindowPorts ports_;
@@ -78,8 +93,11 @@ class MainWindow final : public QMainWindow {
   HistoryPanel* history_ = nullptr;
   ConditionView* conditions_ = nullptr;
   RunPanel* run_ = nullptr;
+  std::function<bool()> leave_;
+  std::function<bool()> switchUser_;
   bool historyDeleted_ = false;
   bool closeAfterWork_ = false;
+  bool skippedPage_ = false;  ///< a page was turned to while its rows were being written
 };
 
 }  // namespace elevenfive

@@ -12,6 +12,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSet>
 #include <QTabBar>
 #include <QTimer>
 #include <functional>
@@ -133,6 +134,36 @@ TEST_F(MainWindowTest, PickButtonsBearTheColoursOfTheirState) {
   EXPECT_EQ(picture.pixelColor(picture.width() / 2, 10), QColor(192, 0, 0));
 }
 
+TEST_F(MainWindowTest, TheMachinePickShowsTicketsAndChangesNoPick) {
+  open();
+  window->selectTopTab(2);
+  const QStringList picks = data.rows("SELECT VALUE FROM 过滤条件 WHERE ID <= 11");
+  ports.typed = {u"9"_s};
+  QStringList tickets;
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
+    QWidget* form = QApplication::activeModalWidget();
+    if (form == nullptr)
+      return;
+    poll.stop();
+    for (const QLabel* ticket : form->findChildren<QLabel*>())
+      tickets << ticket->accessibleName();
+    click(control<QPushButton>(*form, u"cmdOK"_s));
+  });
+  poll.start(0);
+  click(the<QPushButton>(u"cmm_jixuan"_s));
+  ASSERT_EQ(tickets.size(), 5);  // the most that are shown
+  for (const QString& ticket : tickets) {
+    const QStringList numbers = ticket.split(u' ');
+    EXPECT_EQ(QSet<QString>(numbers.begin(), numbers.end()).size(), 5) << ticket.toStdString();
+  }
+  EXPECT_EQ(data.rows("SELECT VALUE FROM 过滤条件 WHERE ID <= 11"), picks);
+
+  ports.typed = {u"0"_s};
+  click(the<QPushButton>(u"cmm_jixuan"_s));  // no form, or this would wait for it
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
 TEST_F(MainWindowTest, TheSwitchFollowsItsTab) {
   open();
   window->selectTopTab(2);
@@ -239,6 +270,58 @@ TEST_F(MainWindowTest, NothingElseCanStartDuringARunAndTheStopButtonEndsIt) {
   EXPECT_LT(data.store().value("test", "SELECT count(*) FROM 日志表").value_or(-1), 462);
   EXPECT_TRUE(the<QWidget>(u"Pic_subTouZhu"_s).isEnabled());
   EXPECT_TRUE(window->menuBar()->isEnabled());
+}
+
+TEST_F(MainWindowTest, AStopClickThatSpansTwoStagesEndsTheRun) {
+  data.store().execute("test", "UPDATE 过滤条件使用情况 SET 使用情况 = (条件 <= 19)");
+  open();
+  window->selectTopTab(3);
+  ports.typed = {u"11031512"_s};
+  click(the<QPushButton>(u"cmmTouZhu_0"_s));
+  auto& stop = the<QPushButton>(u"cmm_stop"_s);
+  auto& status = the<QPlainTextEdit>(u"TextChaoZuoTip"_s);
+  const auto stagesDone = [&] { return status.toPlainText().count(u"过滤后余"_s); };
+  qsizetype pressedAfter = -1;
+  qsizetype releasedAfter = -1;
+  bool keptTheFocus = true;
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
+    if (pressedAfter < 0 && stop.isEnabled()) {
+      stop.setFocus();
+      QTest::mousePress(&stop, Qt::LeftButton);
+      pressedAfter = stagesDone();
+    } else if (pressedAfter >= 0 && releasedAfter < 0) {
+      keptTheFocus = keptTheFocus && window->focusWidget() == &stop;
+      if (stagesDone() == pressedAfter)
+        return;
+      releasedAfter = stagesDone();
+      QTest::mouseRelease(&stop, Qt::LeftButton);
+    }
+  });
+  poll.start(0);
+  ports.typed.clear();
+  click(the<QPushButton>(u"cmmTouZhu_1"_s));
+  poll.stop();
+  EXPECT_GE(pressedAfter, 0);
+  EXPECT_GT(releasedAfter, pressedAfter);
+  EXPECT_TRUE(keptTheFocus);
+  EXPECT_TRUE(status.toPlainText().contains(u"用户中止,当前记录余："_s)) << status.toPlainText().toStdString();
+  EXPECT_FALSE(stop.isEnabled());
+}
+
+TEST_F(MainWindowTest, APickingPageShownByARunIsFilledWhenTheRunEnds) {
+  open();
+  data.store().execute("test", "UPDATE 过滤条件 SET VALUE = (ID = 3) WHERE ID <= 11");
+  data.store().execute("test", "UPDATE 过滤条件使用情况 SET 使用情况 = (条件 = 1)");
+  ports.typed = {u"11031512"_s};
+  triggerMenu(u"mnu_ShengCeng_0"_s);
+  ASSERT_EQ(ports.boxTexts(), QStringList{u"号码还没有选取,或者已选的号码个数太少!请先选取号码！"_s});
+  EXPECT_EQ(the<QTabBar>(u"TabStrip_Top"_s).currentIndex(), 1);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_3"_s).backColor(), 49152U);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_4"_s).backColor(), 0x8000000FU);
+  const auto& tabs = the<QListWidget>(u"TabStrip_TiaoJian"_s);
+  EXPECT_EQ(tabs.item(1)->toolTip(), u"使用中"_s);
+  EXPECT_EQ(tabs.item(2)->toolTip(), QString());
 }
 
 TEST_F(MainWindowTest, ClosingDuringALongImportStopsItFirst) {

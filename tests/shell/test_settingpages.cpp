@@ -1,15 +1,11 @@
-// The tabs of the condition panel that hold choices in the place of value lists, and the dialogs of the result files.
+// The tabs of the condition panel that hold choices in the place of value lists, and what filling a tab reads.
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
-#include <QLineEdit>
+#include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTimer>
 
-#include "engine/widgets/resultdialogs.h"
 #include "shell/widgets/mainwindow.h"
 #include "tests/shell/windowtest.h"
 
@@ -93,68 +89,39 @@ TEST_F(SettingPagesTest, TheSummaryTellsThePresentConditions) {
   EXPECT_TRUE(control<QPlainTextEdit>(window, u"Text_TiaoJianList"_s).toPlainText().contains(u" 已选“胆码”： ０７"_s));
 }
 
-/// Fills a modal dialog once it is up.
-void whenOpen(const std::function<void(QWidget&)>& step) {
-  QTimer::singleShot(0, [step] {
-    if (QWidget* dialog = QApplication::activeModalWidget())
-      step(*dialog);
-    else
-      whenOpen(step);
-  });
+TEST_F(SettingPagesTest, TheReductionTellsWhatItsTypesReduce) {
+  openTab(24);
+  const auto& note = control<QLabel>(window, u"Label_ShuoSuiTip"_s);
+  EXPECT_TRUE(note.isVisible());
+  EXPECT_EQ(note.text(), u"提示，这里的保Ｎ型是对整注号码（包含蓝球号码）进行缩水的。"_s);
 }
 
-class ResultDialogsTest : public ::testing::Test {
- protected:
-  RecordingPorts ports;
-  AnsweringFiles files;
-  RecordingTexts texts;
-  QtResultFileDialogs dialogs{u"/program"_s, ports, files, texts, nullptr};
-};
-
-TEST_F(ResultDialogsTest, AnExportTakesItsFieldsAndRefusesAShortPeriod) {
-  whenOpen([this](QWidget& dialog) {
-    auto& period = control<QLineEdit>(dialog, u"Txt_ToFileQS"_s);
-    EXPECT_EQ(period.text(), u"11031511"_s);
-    period.setText(u"1103"_s);
-    click(control<QPushButton>(dialog, u"cmm_ToFileOK"_s));
-    EXPECT_EQ(ports.boxTexts(), QStringList{u"请在文本框中输入期号。(如：11031510)"_s});
-    EXPECT_TRUE(dialog.isVisible());
-    period.setText(u"11031512"_s);
-    control<QCheckBox>(dialog, u"Check_ToFile_0"_s).setChecked(true);
-    control<QCheckBox>(dialog, u"Check_ToFile_3"_s).setChecked(true);
-    control<QLineEdit>(dialog, u"TextFG"_s).setText(u"-"_s);
-    click(control<QPushButton>(dialog, u"cmm_ToFileOK"_s));
-  });
-  ExportSettings settings;
-  settings.period = 11031511;
-  ASSERT_TRUE(dialogs.askExport(settings));
-  EXPECT_EQ(settings.period, 11031512);
-  EXPECT_EQ(settings.separator, u"-"_s);
-  EXPECT_TRUE(settings.xuhao && settings.haoma && settings.fengehang);
-  EXPECT_FALSE(settings.qihao);
+TEST_F(SettingPagesTest, FillingATabsListLoadsItsStretchIntoTheBufferOfTheRun) {
+  auto& buffer = window.driver().state().tiaojianValue;
+  // The stretch of the sums has 171 rows, that of 温度值10 30: slot 170 keeps what the first one left.
+  data.store().execute("test",
+                       "UPDATE 过滤条件 SET VALUE = CASE ID WHEN 1023 THEN 5 WHEN 1170 THEN 6 ELSE 0 END"
+                       " WHERE ID BETWEEN 1000 AND 1170");
+  data.store().execute("test",
+                       "UPDATE 过滤条件 SET VALUE = CASE ID WHEN 4203 THEN 7 ELSE 0 END"
+                       " WHERE ID BETWEEN 4180 AND 4209");
+  openTab(2);
+  EXPECT_EQ(buffer[23], 5);
+  EXPECT_EQ(buffer[170], 6);
+  openTab(21);
+  EXPECT_EQ(buffer[23], 7);
+  EXPECT_EQ(buffer[170], 6);
 }
 
-TEST_F(ResultDialogsTest, AnImportNeedsNoPeriodWhereTheFileHoldsIt) {
-  whenOpen([](QWidget& dialog) {
-    auto& period = control<QLineEdit>(dialog, u"Txt_FromFileQS"_s);
-    EXPECT_TRUE(period.isEnabled());
-    control<QRadioButton>(dialog, u"Option_GeShi_1"_s).setChecked(true);
-    EXPECT_FALSE(period.isEnabled());
-    click(control<QPushButton>(dialog, u"cmm_ToFileOK"_s));
-  });
-  ImportSettings settings;
-  ASSERT_TRUE(dialogs.askImport(settings));
-  EXPECT_EQ(settings.format, ImportFormat::qihaoHaoma);
-}
-
-TEST_F(ResultDialogsTest, ACancelledDialogSaysSo) {
-  whenOpen([](QWidget& dialog) { click(control<QPushButton>(dialog, u"cmm_Cancel"_s)); });
-  ImportSettings settings;
-  EXPECT_FALSE(dialogs.askImport(settings));
-}
-
-TEST_F(ResultDialogsTest, AWorkingFileStandsInTheProgramFolder) {
-  EXPECT_EQ(dialogs.workingFile(u"\\daocuTemp.txt"_s), u"/program/daocuTemp.txt"_s);
+TEST_F(SettingPagesTest, TheTabsWithoutStretchesLeaveTheBufferOfTheRunAlone) {
+  openTab(2);
+  auto& buffer = window.driver().state().tiaojianValue;
+  buffer.fill(-1);
+  const auto untouched = buffer;
+  for (const int tab : {1, 15, 22, 23, 24, 25}) {
+    control<QListWidget>(window, u"TabStrip_TiaoJian"_s).setCurrentRow(tab - 1);
+    EXPECT_EQ(buffer, untouched) << tab;
+  }
 }
 
 }  // namespace

@@ -1,0 +1,242 @@
+#include "conditions/widgets/grouppage.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+#include "conditions/conditionmap.h"
+#include "conditions/conditionpanel.h"
+#include "conditions/widgets/chiplist.h"
+#include "conditions/widgets/pickpage.h"
+#include "model/navigators.h"
+#include "model/store.h"
+#include "model/texts.h"
+#include "model/widgets/faultbox.h"
+
+namespace elevenfive {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QPushButton* actionButton(const QString& name, const QString& caption) {
+  auto* button = new QPushButton(caption);
+  button->setObjectName(name);
+  button->setAccessibleName(caption);
+  return button;
+}
+
+}  // namespace
+
+GroupPage::GroupPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, Inputs& inputs, QWidget* parent)
+    : QWidget(parent), gConn_(gConn), panel_(panel), boxes_(boxes), groups_(gConn, panel, boxes, inputs) {
+  auto* title = new QLabel(conditionTab(groupsTab)->caption.toString(), this);
+  title->setProperty("heading", true);
+  tabs_ = new QTabBar(this);
+  tabs_->setObjectName(u"TabStrip_ZDYchose"_s);
+  tabs_->setAccessibleName(u"自定义组"_s);
+  tabs_->setExpanding(false);
+  tabs_->setUsesScrollButtons(true);
+  for (int k = 1; k <= zdyGroupCount; ++k)
+    tabs_->addTab(zdyColumn(k));
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(title);
+  layout->addWidget(tabs_);
+  layout->addWidget(buildEditor());
+  layout->addWidget(buildList(), 1);
+  connect(tabs_, &QTabBar::currentChanged, this, [this] {
+    lines_->setCurrentRow(tabs_->currentIndex());
+    withFaultBox(boxes_, [this] { showGroup(); });
+  });
+}
+
+QWidget* GroupPage::buildList() {
+  lines_ = new QListWidget(this);
+  lines_->setObjectName(u"List_ZDY"_s);
+  lines_->setAccessibleName(u"全部自定义组"_s);
+  lines_->setUniformItemSizes(true);
+  connect(lines_, &QListWidget::currentRowChanged, this, [this](int row) {
+    if (row >= 0)
+      tabs_->setCurrentIndex(row);
+  });
+  return lines_;
+}
+
+QWidget* GroupPage::buildEditor() {
+  auto* card = new QFrame(this);
+  card->setProperty("card", true);
+  alias_ = new QLabel(card);
+  alias_->setObjectName(u"Label_ZDYname"_s);
+  alias_->setProperty("heading", true);
+  common_ = new QComboBox(card);
+  common_->setObjectName(u"ComboZDYcyfz"_s);
+  common_->setAccessibleName(commonGroupsCaption.toString());
+  common_->setPlaceholderText(commonGroupsCaption.toString());
+  common_->setMinimumContentsLength(16);
+  QPushButton* rename = actionButton(u"cmmChangeZDYname"_s, u"修改自定义组名称"_s);
+  QPushButton* emptyOne = actionButton(u"cmm_EmptyZDY_1"_s, u"清空当前组"_s);
+  QPushButton* emptyAll = actionButton(u"cmm_EmptyZDY_0"_s, u"清空全部自定义组"_s);
+  QPushButton* next = actionButton(u"cmmZDYnext"_s, u"设置下一组"_s);
+  auto* line = new QHBoxLayout;
+  line->addWidget(alias_);
+  line->addStretch();
+  for (QWidget* widget : std::initializer_list<QWidget*>{common_, rename, emptyOne, emptyAll, next})
+    line->addWidget(widget);
+  auto* column = new QVBoxLayout(card);
+  column->addLayout(line);
+  column->addWidget(buildNumbers());
+  column->addWidget(buildCounts());
+
+  connect(common_, &QComboBox::activated, this, &GroupPage::chooseCommon);
+  connect(rename, &QPushButton::clicked, this, [this] { change([this] { groups_.rename(group()); }); });
+  connect(emptyOne, &QPushButton::clicked, this, [this] { change([this] { groups_.clearZdyGroup(group()); }); });
+  connect(emptyAll, &QPushButton::clicked, this, [this] {
+    change([this] { groups_.clearAll(); });
+    selectGroup(1);
+  });
+  connect(next, &QPushButton::clicked, this, [this] { selectGroup(std::min(group() + 1, zdyGroupCount)); });
+  return card;
+}
+
+QWidget* GroupPage::buildNumbers() {
+  auto* field = new QWidget(this);
+  auto* row = new QHBoxLayout(field);
+  row->setContentsMargins(0, 0, 0, 0);
+  for (int number = 1; number <= numberCount; ++number) {
+    auto* button = new PickButton(number, field);
+    button->setObjectName(u"cmm_ZDY_%1"_s.arg(number));
+    button->setFixedSize(button->sizeHint());
+    members_[static_cast<std::size_t>(number)] = button;
+    row->addWidget(button);
+    connect(button, &QAbstractButton::clicked, this,
+            [this, number] { change([&] { groups_.clickMember(group(), number); }); });
+  }
+  row->addStretch();
+  return field;
+}
+
+QWidget* GroupPage::buildCounts() {
+  auto* field = new QWidget(this);
+  use_ = new QCheckBox(field);
+  use_->setObjectName(u"Check_Zdy"_s);
+  counts_ = new ChipList(field);
+  counts_->setObjectName(u"List_ZDYset"_s);
+  counts_->setAccessibleName(u"允许开出个数"_s);
+  counts_->setFixedHeight(fontMetrics().height() * 3);
+  auto* column = new QVBoxLayout(field);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(use_);
+  column->addWidget(counts_);
+  connect(use_, &QCheckBox::toggled, this, [this](bool checked) {
+    if (!panel_.loadingPanel)
+      change([&] { groups_.clickUse(group(), checked); });
+  });
+  connect(counts_, &ChipList::selectionEdited, this, &GroupPage::countsEdited);
+  return field;
+}
+
+void GroupPage::countsEdited() {
+  if (panel_.loadingPanel)
+    return;
+  withFaultBox(boxes_, [this] {
+    const std::vector<bool> before = groups_.showZdyGroup(group()).counts;
+    const std::vector<bool> now = counts_->selection();
+    for (std::size_t count = 0; count < now.size(); ++count)
+      if (now[count] != before[count])
+        groups_.clickCount(group(), static_cast<int>(count), now[count]);
+  });
+  panel_.loadingPanel = true;
+  withFaultBox(boxes_, [this] {
+    const CustomGroups::GroupState state = groups_.showZdyGroup(group());
+    use_->setChecked(state.used);
+    use_->setEnabled(state.useEnabled);
+    showLines();
+  });
+  panel_.loadingPanel = false;
+  Q_EMIT tabChanged(groupsTab);
+}
+
+template <typename Work>
+void GroupPage::change(Work&& work) {
+  withFaultBox(boxes_, std::forward<Work>(work));
+  withFaultBox(boxes_, [this] {
+    showGroup();
+    showLines();
+  });
+  Q_EMIT tabChanged(groupsTab);
+}
+
+int GroupPage::group() const {
+  return tabs_->currentIndex() + 1;
+}
+
+void GroupPage::selectGroup(int k) {
+  lines_->setCurrentRow(k - 1);
+}
+
+void GroupPage::showGroup() {
+  const CustomGroups::GroupState state = groups_.showZdyGroup(group());
+  alias_->setText(groups_.getZdyAlias(group()));
+  for (int number = 1; number <= numberCount; ++number) {
+    const bool member = state.members[static_cast<std::size_t>(number)];
+    PickButton& button = *members_[static_cast<std::size_t>(number)];
+    button.setPick(member ? 1 : 0);
+    button.setAccessibleName(u"号码 %1 %2"_s.arg(twoDigits(number), member ? u"在本组中"_s : u"不在本组中"_s));
+    button.setToolTip(button.accessibleName());
+  }
+  panel_.loadingPanel = true;
+  use_->setText(zdySwitchCaption(group()));
+  use_->setAccessibleName(use_->text());
+  use_->setChecked(state.used);
+  use_->setEnabled(state.useEnabled);
+  counts_->setChips(zdyCountItems(), state.counts);
+  counts_->setEnabled(state.countsEnabled);
+  panel_.loadingPanel = false;
+  common_->setCurrentIndex(-1);
+}
+
+void GroupPage::showLines() {
+  const QSignalBlocker quiet(lines_);
+  const QStringList lines = groups_.fillZdyList();
+  if (lines_->count() != lines.size()) {
+    lines_->clear();
+    lines_->addItems(lines);
+  }
+  for (int i = 0; i < lines_->count(); ++i)
+    lines_->item(i)->setText(lines[i]);
+  lines_->setCurrentRow(group() - 1);
+}
+
+void GroupPage::fillCommonGroups() {
+  common_->clear();
+  for (const QString& entry : commonGroupEntries(getNextQihao(gConn_))) {
+    if (entry == commonGroupsRule)
+      common_->insertSeparator(common_->count());
+    else
+      common_->addItem(entry);
+  }
+  common_->setCurrentIndex(-1);
+}
+
+void GroupPage::chooseCommon(int index) {
+  const QString entry = common_->itemText(index);
+  change([&] { groups_.chooseCommon(group(), entry); });
+}
+
+void GroupPage::reload() {
+  withFaultBox(boxes_, [this] {
+    fillCommonGroups();
+    showGroup();
+    showLines();
+  });
+}
+
+}  // namespace elevenfive

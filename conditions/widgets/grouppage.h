@@ -1,0 +1,64 @@
+// Tab 22: the twenty custom groups. The list tells all of them, the card at its right edits the selected one.
+//
+// Every click goes to the store at once; nothing is pending.
+#pragma once
+
+#include <QWidget>
+#include <array>
+
+#include "conditions/customgroups.h"
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QListWidget;
+class QTabBar;
+
+namespace elevenfive {
+
+class ChipList;
+class PickButton;
+
+class GroupPage final : public QWidget {
+  Q_OBJECT
+
+ public:
+  GroupPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, Inputs& inputs, QWidget* parent = nullptr);
+
+  /// Fills the page from the store.
+  void reload();
+
+  /// Something of the tab was switched.
+  Q_SIGNAL void tabChanged(int tab);
+
+ private:
+  QWidget* buildList();
+  QWidget* buildEditor();
+  QWidget* buildNumbers();
+  QWidget* buildCounts();
+  void countsEdited();
+  [[nodiscard]] int group() const;
+  void selectGroup(int k);
+  void showGroup();
+  void showLines();
+  void fillCommonGroups();
+  void chooseCommon(int index);
+
+  /// Runs a click's work, shows what became of the group, and tells it.
+  template <typename Work>
+  void change(Work&& work);
+
+  Store& gConn_;
+  ConditionPanel& panel_;
+  Boxes& boxes_;
+  CustomGroups groups_;
+  QListWidget* lines_ = nullptr;
+  QTabBar* tabs_ = nullptr;
+  QLabel* alias_ = nullptr;
+  QComboBox* common_ = nullptr;
+  std::array<PickButton*, numberCount + 1> members_{};  ///< by number
+  QCheckBox* use_ = nullptr;
+  ChipList* counts_ = nullptr;
+};
+
+}  // namespace elevenfive

@@ -1,0 +1,44 @@
+// What the start and the close show, with the one window: it comes to be when the history is bound, and lives until this goes.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "shell/startup.h"
+#include "shell/widgets/mainwindow.h"
+
+namespace elevenfive {
+
+class WindowScreens final : public Screens {
+ public:
+  /// windowMade is told the window before anything is shown over it.
+  WindowScreens(const WindowPorts& ports, std::function<void(MainWindow&)> windowMade)
+      : ports_(ports), windowMade_(std::move(windowMade)) {}
+
+  [[nodiscard]] MainWindow* window() const { return window_.get(); }
+
+  void showSplash() override {}  // the start takes less time than a splash would be seen
+  void bindHistory(Workspace& workspace) override;
+  void loadBallImages(const std::vector<BallColors>&) override {}  // balls are painted, no images are read
+  void loadMissBallImages() override {}
+  void layoutHistoryGrid() override {}  // the panels lay themselves out when they are made
+  void initMainPanels() override {}
+  void showMainForm() override;
+  bool askUserMode(int& gUserMode) override;
+  void showUserMenu(bool visible) override;
+  bool logOn(Users& users) override;
+  void setUserCaption(const Users& users) override;
+  void showChartMode() override {}  // the window has the data mode only
+  void chooseGame(Catalogue& catalogue) override;
+  void fillZdyGroups() override {}  // the page reads them each time it is shown
+
+  void unload(const QString& form) override;
+  void releaseData() override;
+
+ private:
+  WindowPorts ports_;
+  std::function<void(MainWindow&)> windowMade_;
+  std::unique_ptr<MainWindow> window_;
+};
+
+}  // namespace elevenfive

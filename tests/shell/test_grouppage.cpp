@@ -1,0 +1,121 @@
+// Tab 22, the custom groups, clicked as a person would.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabBar>
+
+#include "conditions/widgets/pickpage.h"
+#include "shell/widgets/mainwindow.h"
+#include "tests/shell/windowtest.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class GroupPageTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    data.store().execute("test", "UPDATE 号码特性 SET 自定义组1 = 0, 自定义组2 = 0");
+    data.store().execute("test", "UPDATE 过滤条件 SET VALUE = 0 WHERE ID BETWEEN 3800 AND 3819");
+    data.store().execute("test", "UPDATE 过滤条件使用情况 SET 使用情况 = 0 WHERE 条件 IN (20, 21)");
+    window.show();
+    window.selectTopTab(2);
+    control<QListWidget>(window, u"TabStrip_TiaoJian"_s).setCurrentRow(21);
+  }
+
+  template <typename Control>
+  Control& the(const QString& name) {
+    return control<Control>(window, name);
+  }
+
+  void clickNumber(int number) { click(the<PickButton>(u"cmm_ZDY_%1"_s.arg(number))); }
+  QString line(int k) { return the<QListWidget>(u"List_ZDY"_s).item(k - 1)->text(); }
+
+  TestWorkspace data;
+  RecordingPorts ports;
+  AnsweringFiles files;
+  RecordingTexts texts;
+  MainWindow window{data.workspace(), {ports, ports, files, texts}};
+};
+
+TEST_F(GroupPageTest, ListsTheTwentyGroups) {
+  EXPECT_EQ(the<QTabBar>(u"TabStrip_ZDYchose"_s).count(), 20);
+  ASSERT_EQ(the<QListWidget>(u"List_ZDY"_s).count(), 20);
+  EXPECT_EQ(line(1), u"自定义组1 ——　未 使 用 "_s);
+  EXPECT_EQ(the<QListWidget>(u"List_ZDY"_s).currentRow(), 0);
+}
+
+TEST_F(GroupPageTest, MembersAndACountSwitchTheGroupOn) {
+  auto& counts = the<QListWidget>(u"List_ZDYset"_s);
+  EXPECT_FALSE(counts.isEnabled());
+  clickNumber(1);
+  clickNumber(11);
+  EXPECT_EQ(data.rows("SELECT 号码 FROM 号码特性 WHERE 自定义组1 = 1"), (QStringList{u"1"_s, u"11"_s}));
+  EXPECT_EQ(the<PickButton>(u"cmm_ZDY_11"_s).backColor(), 49152U);
+  EXPECT_EQ(the<PickButton>(u"cmm_ZDY_2"_s).backColor(), 0x8000000FU);
+  EXPECT_TRUE(counts.isEnabled());
+  EXPECT_FALSE(the<QCheckBox>(u"Check_Zdy"_s).isChecked());
+  counts.item(2)->setSelected(true);
+  EXPECT_EQ(data.rows("SELECT VALUE FROM 过滤条件 WHERE ID = 3802"), QStringList{u"1"_s});
+  EXPECT_TRUE(the<QCheckBox>(u"Check_Zdy"_s).isChecked());
+  EXPECT_EQ(line(1), u"自定义组1 ——　号码：（０１,１１） 允许开出个数（２个）"_s);
+  EXPECT_EQ(the<QListWidget>(u"TabStrip_TiaoJian"_s).item(21)->toolTip(), u"使用中"_s);
+}
+
+TEST_F(GroupPageTest, LosingTheLastNumberSwitchesTheGroupOff) {
+  clickNumber(7);
+  the<QListWidget>(u"List_ZDYset"_s).item(0)->setSelected(true);
+  clickNumber(7);
+  EXPECT_FALSE(the<QListWidget>(u"List_ZDYset"_s).isEnabled());
+  EXPECT_FALSE(the<QCheckBox>(u"Check_Zdy"_s).isChecked());
+  EXPECT_EQ(data.rows("SELECT 使用情况 FROM 过滤条件使用情况 WHERE 条件 = 20"), QStringList{u"0"_s});
+  EXPECT_EQ(data.rows("SELECT VALUE FROM 过滤条件 WHERE ID = 3800"), QStringList{u"0"_s});
+}
+
+TEST_F(GroupPageTest, ALineAndTheNextButtonSelectTheGroup) {
+  the<QListWidget>(u"List_ZDY"_s).setCurrentRow(4);
+  EXPECT_EQ(the<QTabBar>(u"TabStrip_ZDYchose"_s).currentIndex(), 4);
+  EXPECT_EQ(the<QCheckBox>(u"Check_Zdy"_s).text(), u"使用“自定义组5”过滤"_s);
+  click(the<QPushButton>(u"cmmZDYnext"_s));
+  EXPECT_EQ(the<QListWidget>(u"List_ZDY"_s).currentRow(), 5);
+  the<QTabBar>(u"TabStrip_ZDYchose"_s).setCurrentIndex(19);
+  click(the<QPushButton>(u"cmmZDYnext"_s));
+  EXPECT_EQ(the<QListWidget>(u"List_ZDY"_s).currentRow(), 19);
+}
+
+TEST_F(GroupPageTest, ACommonGroupFillsTheGroupAndNamesIt) {
+  auto& common = the<QComboBox>(u"ComboZDYcyfz"_s);
+  const int entry = common.findText(u"除3余0(0路)"_s);
+  ASSERT_GE(entry, 0);
+  common.setCurrentIndex(entry);
+  Q_EMIT common.activated(entry);
+  EXPECT_EQ(data.rows("SELECT 号码 FROM 号码特性 WHERE 自定义组1 = 1"), (QStringList{u"3"_s, u"6"_s, u"9"_s}));
+  EXPECT_EQ(the<QLabel>(u"Label_ZDYname"_s).text(), u"除3余0(0路)"_s);
+  EXPECT_EQ(common.currentIndex(), -1);
+}
+
+TEST_F(GroupPageTest, RenamingAndClearing) {
+  ports.typed = {u"热号"_s};
+  click(the<QPushButton>(u"cmmChangeZDYname"_s));
+  EXPECT_EQ(line(1), u"热号 ——　未 使 用 "_s);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"名称已修改完成！"_s});
+  clickNumber(4);
+  click(the<QPushButton>(u"cmm_EmptyZDY_1"_s));
+  EXPECT_EQ(line(1), u"自定义组1 ——　未 使 用 "_s);
+  EXPECT_EQ(data.rows("SELECT count(*) FROM 号码特性 WHERE 自定义组1 = 1"), QStringList{u"0"_s});
+
+  clickNumber(4);
+  the<QListWidget>(u"List_ZDY"_s).setCurrentRow(1);
+  clickNumber(5);
+  click(the<QPushButton>(u"cmm_EmptyZDY_0"_s));
+  EXPECT_EQ(data.rows("SELECT count(*) FROM 号码特性 WHERE 自定义组1 = 1 OR 自定义组2 = 1"), QStringList{u"0"_s});
+  EXPECT_EQ(the<QListWidget>(u"List_ZDY"_s).currentRow(), 0);
+}
+
+}  // namespace
+
+}  // namespace elevenfive
