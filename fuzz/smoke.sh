@@ -28,7 +28,7 @@ for program in "$build"/bin/fuzz_*; do
   mkdir -p "$found"
   run=$found.log
   if "$program" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
-    -artifact_prefix="$found.crash-" "$found" "$root/fuzz/corpus/$name" >"$run" 2>&1; then
+    -artifact_prefix="$found." "$found" "$root/fuzz/corpus/$name" >"$run" 2>&1; then
     runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$run")
     echo "fuzz $name: ok, $runs inputs in $seconds s"
   else

@@ -113,7 +113,10 @@ QString decodeText(const QByteArray& bytes) {
   QStringDecoder gb18030("GB18030");
   if (!gb18030.isValid())
     return QString::fromLatin1(bytes);
-  return gb18030(bytes);
+  // The decoder waits for the rest of a character that is cut off at the end; a line end tells it that none will come.
+  text = gb18030(bytes + '\n');
+  text.chop(1);
+  return text;
 }
 
 QString getTempDir() {

@@ -237,6 +237,11 @@ TEST(DecodeText, AGb18030CharacterAtTheEndIsNotTakenForACutUtf8One) {
   EXPECT_EQ(decodeText("ab\xE4\xBD"), u"ab浣"_s);
 }
 
+TEST(DecodeText, ACharacterCutOffAtTheEndOfTheFileIsMarked) {
+  EXPECT_EQ(decodeText("\xC6\xDA\xBA"), u"期\uFFFD"_s);
+  EXPECT_EQ(decodeText("\xBD"), u"\uFFFD"_s);
+}
+
 TEST(DecodeText, BytesOfNeitherEncodingLoseNothingThatCanBeRead) {
   const QString text = decodeText("11031510 01 02 03 04 05\r\n\xFF\xFF\xFF\r\n11031511 01 02 03 04 06");
   EXPECT_TRUE(text.startsWith(u"11031510 01 02 03 04 05\r\n"_s));
