@@ -18,5 +18,6 @@ echo "No display (DISPLAY and WAYLAND_DISPLAY are unset): a first run with eleve
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cli="$build/bin/elevenfive-cli"
-"$cli" --folder "$folder" init
-"$cli" --folder "$folder" batch samples/first-run.txt
+mkdir "$folder/temp" # a working folder of its own: a window that is open elsewhere is not disturbed
+"$cli" --folder "$folder" --temp "$folder/temp" init
+"$cli" --folder "$folder" --temp "$folder/temp" batch samples/first-run.txt

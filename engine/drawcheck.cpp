@@ -25,8 +25,11 @@ std::vector<CheckedRow> countHits(Store& store, Qihao period, const Draw& draw) 
   std::vector<CheckedRow> checked;
   while (rows.next()) {
     int hits = 0;
-    for (int position = 1; position <= drawSize; ++position)
-      hits += std::find(draw.begin(), draw.end(), rows.integer(position)) != draw.end() ? 1 : 0;
+    for (int position = 1; position <= drawSize; ++position) {
+      const int number = rows.integer(position);
+      // A lenient import may leave a 0 in a draw: it is no number that a row could hit.
+      hits += isNumber(number) && std::find(draw.begin(), draw.end(), number) != draw.end() ? 1 : 0;
+    }
     checked.push_back({rows.integer(0), hits});
   }
   return checked;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 #include "history/statuspanels.h"
 #include "model/ports.h"
@@ -38,6 +39,7 @@ struct HistoryImportPorts {
   Progress& derivation;  ///< ProgressBar_TuBiao
   Events& events;
   StatusPanels* panels = nullptr;
+  std::function<void()> reloadHistoryGrid = {};  ///< called when all is in, before that is told
 };
 
 /// Reads a text file into the history under today's date and derives the whole table again, also after a stop. Loose

@@ -49,6 +49,8 @@ void importHistoryText(Store& store, const QString& path, bool showMessage, cons
   } catch (const NumberFault&) {
     // A draw with a number 0, which a lenient line may leave, ends the derivation in silence: the draws themselves are in.
   }
+  if (ports.reloadHistoryGrid)
+    ports.reloadHistoryGrid();
   if (showMessage)
     ports.boxes.information(u"导入完成!"_s);
 }

@@ -176,7 +176,9 @@ bool QtResultFileDialogs::askImport(ImportSettings& settings) {
   if (dialog.exec() != QDialog::Accepted)
     return false;
   settings.format = static_cast<ImportFormat>(group->checkedId());
-  settings.period = leadingNumber(period->text());
+  // Emptied while the period comes from the file: the offered one stands, since no row can be for period 0.
+  if (const int typed = leadingNumber(period->text()); typed > 0)
+    settings.period = typed;
   return true;
 }
 

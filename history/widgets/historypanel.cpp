@@ -309,7 +309,8 @@ void HistoryPanel::importText() {
     // What was read until a fault is in the table: the grid shows it in that case too.
     const bool done = withFaultBox(ports_.boxes, [&] {
       importHistoryText(gConn_, path, true,
-                        {ports_.boxes, *progress_, progress_->derivation(), ports_.events, &ports_.panels});
+                        {ports_.boxes, *progress_, progress_->derivation(), ports_.events, &ports_.panels,
+                         [this] { layoutHistoryGrid(); }});
     });
     if (!done) {
       static_cast<LineProgress*>(progress_)->hide();

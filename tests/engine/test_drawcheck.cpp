@@ -54,6 +54,13 @@ TEST_F(DrawCheckTest, ANumberAboveElevenIsNoHit) {
   EXPECT_EQ(hits(), QStringList{u"4"_s});
 }
 
+TEST_F(DrawCheckTest, AZeroThatALenientImportLeftInTheDrawIsNoHit) {
+  sql("UPDATE 历史记录 SET 号码5 = 0 WHERE 期号 = 11031510");
+  addRows(u"00 01 03 05 07"_s);
+  EXPECT_TRUE(checkKaijiang(run(), period));
+  EXPECT_EQ(hits(), QStringList{u"4"_s});
+}
+
 TEST_F(DrawCheckTest, WithoutADrawOfThePeriodNothingIsWritten) {
   addRows(u"01 03 05 07 09"_s);
   sql("DELETE FROM 历史记录 WHERE 期号 = 11031510");

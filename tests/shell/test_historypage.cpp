@@ -137,6 +137,21 @@ TEST_F(HistoryPageTest, ADeletedPeriodIsOutOfTheGridBeforeTheBoxAndTheStatusLine
   EXPECT_TRUE(the<QLabel>(u"StatusBar_3"_s).text().contains(u"※※※  11031511 期 于 "_s));
 }
 
+TEST_F(HistoryPageTest, ImportedDrawsAreInTheGridBeforeTheBox) {
+  open();
+  QTemporaryDir folder;
+  QFile file(folder.filePath(u"draws.txt"_s));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("11031510 01 02 03 04 05\r\n11031511 02 03 04 05 06\r\n");
+  file.close();
+  files.paths = {file.fileName()};
+  QString gridAtBox;
+  boxes.onShow = [&] { gridAtBox = shownPeriods(); };
+  click(the<QPushButton>(u"newBtnHistory_99"_s));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成!"_s});
+  EXPECT_EQ(gridAtBox, u"11031510 11031511"_s);
+}
+
 TEST_F(HistoryPageTest, ASearchComparesByPrefixAndTakesSignsAsTheyStand) {
   data.addDraws(u"11031510 01 02 03 04 05\n11031511 02 03 04 05 06\n11041510 02 03 04 05 07"_s);
   open();
