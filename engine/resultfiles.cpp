@@ -148,7 +148,7 @@ std::optional<int> importRizhi(const RunContext& run, ResultFileDialogs& dialogs
                                const QString& path) {
   TextLines lines(path, run.ports.events);  // a file that cannot be read must not cost the rows that stand there
   const bool hasRows = run.gConn.value("读取候选号码", "SELECT 1 FROM 日志表 LIMIT 1").has_value();
-  if (hasRows && !run.ports.boxes.ask(u"表格中原有的数据要保留吗？"_s))
+  if (hasRows && !run.ports.boxes.askToKeep(u"表格中原有的数据要保留吗？"_s))
     deleteRizhi(run, 0);
   ImportSettings wanted = settings;
   if (wanted.period == 0)

@@ -18,7 +18,7 @@ namespace elevenfive {
 
 enum class BoxKind { plain, information, critical, question };
 
-/// What the person chose; a box with one button gives yes, a question that is closed gives no.
+/// What the person chose; a box with one button gives yes, a question that is closed gives what its `closed` says.
 enum class Answer { yes, no };
 
 /// The buttons of a box.
@@ -29,7 +29,8 @@ struct Box {
   QString title;  ///< empty: the program's own
   QString text;
   BoxButtons buttons = BoxButtons::ok;
-  bool destructive = false;  ///< a yes deletes what cannot be had back: Enter alone must not be a yes
+  bool destructive = false;    ///< a yes deletes what cannot be had back: Enter alone must not be a yes
+  Answer closed = Answer::no;  ///< what Escape and closing the question answer: the side that loses nothing
 };
 
 class Boxes {
@@ -44,6 +45,10 @@ class Boxes {
   bool ask(const QString& text) { return show({BoxKind::question, {}, text, BoxButtons::yesNo}) == Answer::yes; }
   bool askToDelete(const QString& text) {
     return show({BoxKind::question, {}, text, BoxButtons::yesNo, true}) == Answer::yes;
+  }
+  /// A no deletes what cannot be had back, so closing the question keeps it.
+  bool askToKeep(const QString& text) {
+    return show({BoxKind::question, {}, text, BoxButtons::yesNo, false, Answer::yes}) == Answer::yes;
   }
 };
 

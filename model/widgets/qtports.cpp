@@ -38,17 +38,17 @@ QMessageBox::Icon iconOf(BoxKind kind) {
 }
 
 /// Adds the buttons in the user's language and returns the one that says yes.
-QPushButton* addButtons(QMessageBox& box, BoxButtons buttons, bool destructive) {
-  if (buttons == BoxButtons::ok) {
+QPushButton* addButtons(QMessageBox& box, const Box& question) {
+  if (question.buttons == BoxButtons::ok) {
     QPushButton* ok = box.addButton(u"确定(&O)"_s, QMessageBox::AcceptRole);
     box.setEscapeButton(ok);
     return ok;
   }
-  const bool yesNo = buttons == BoxButtons::yesNo;
+  const bool yesNo = question.buttons == BoxButtons::yesNo;
   QPushButton* yes = box.addButton(yesNo ? u"是(&Y)"_s : u"确定(&O)"_s, QMessageBox::YesRole);
   QPushButton* no = box.addButton(yesNo ? u"否(&N)"_s : u"取消(&C)"_s, QMessageBox::NoRole);
-  box.setDefaultButton(destructive ? no : yes);
-  box.setEscapeButton(no);
+  box.setDefaultButton(question.destructive ? no : yes);
+  box.setEscapeButton(question.closed == Answer::yes ? yes : no);
   return yes;
 }
 
@@ -73,7 +73,7 @@ Answer QtBoxes::show(const Box& box) {
   dialog.setIcon(iconOf(box.kind));
   dialog.setTextFormat(Qt::PlainText);
   dialog.setText(box.text);
-  const QPushButton* yes = addButtons(dialog, box.buttons, box.destructive);
+  const QPushButton* yes = addButtons(dialog, box);
   dialog.exec();
   return box.buttons == BoxButtons::ok || dialog.clickedButton() == yes ? Answer::yes : Answer::no;
 }

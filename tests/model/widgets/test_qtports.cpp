@@ -64,6 +64,16 @@ TEST(QtBoxes, AClosedQuestionIsNo) {
   EXPECT_EQ(boxes.show({BoxKind::question, {}, u"确认要删除全部记录吗？"_s, BoxButtons::okCancel}), Answer::no);
 }
 
+TEST(QtBoxes, AClosedQuestionKeepsWhatANoWouldDelete) {
+  QtBoxes boxes;
+  whenOpen<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+  EXPECT_TRUE(boxes.askToKeep(u"表格中原有的数据要保留吗？"_s));
+  whenOpen<QMessageBox>([](QMessageBox& box) { box.close(); });
+  EXPECT_TRUE(boxes.askToKeep(u"表格中原有的数据要保留吗？"_s));
+  whenOpen<QMessageBox>([](QMessageBox& box) { clickButton(box, u"否(&N)"_s); });
+  EXPECT_FALSE(boxes.askToKeep(u"表格中原有的数据要保留吗？"_s));
+}
+
 TEST(QtBoxes, EnterAloneAnswersNoWhereAYesDeletes) {
   QtBoxes boxes;
   const auto pressEnter = [](QMessageBox& box) { QTest::keyClick(box.defaultButton(), Qt::Key_Return); };
@@ -72,7 +82,7 @@ TEST(QtBoxes, EnterAloneAnswersNoWhereAYesDeletes) {
   whenOpen<QMessageBox>(pressEnter);
   EXPECT_EQ(boxes.show({BoxKind::question, {}, u"确认要删除全部记录吗？"_s, BoxButtons::okCancel, true}), Answer::no);
   whenOpen<QMessageBox>(pressEnter);
-  EXPECT_TRUE(boxes.ask(u"表格中原有的数据要保留吗？"_s));
+  EXPECT_TRUE(boxes.askToKeep(u"表格中原有的数据要保留吗？"_s));
 }
 
 TEST(QtBoxes, ABoxWithoutTitleBearsTheProgramsOwn) {
