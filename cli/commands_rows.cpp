@@ -57,7 +57,7 @@ void requireFilePeriod(Session& session, const QString& typed) {
 
 Action prepareRowsExport(const Arguments& arguments) {
   ExportSettings settings;
-  settings.period = boxNumberOf(arguments, u"QIHAO"_s);
+  settings.period = fieldNumberOf(arguments, u"QIHAO"_s);
   if (arguments.has(u"--fields"_s))
     setFields(settings, arguments.text(u"--fields"_s));
   if (arguments.has(u"--separator"_s))
@@ -74,7 +74,7 @@ Action prepareRowsExport(const Arguments& arguments) {
 
 Action prepareRowsImport(const Arguments& arguments) {
   ImportSettings settings;
-  settings.period = boxNumberOf(arguments, u"QIHAO"_s);
+  settings.period = fieldNumberOf(arguments, u"QIHAO"_s);
   settings.format = static_cast<ImportFormat>(numberOf(arguments, u"--format"_s));
   const Answer keep = arguments.has(u"--keep"_s) ? Answer::yes : Answer::no;
   const QString path = pathOf(arguments, u"FILE"_s);
