@@ -101,7 +101,8 @@ constexpr Command commands[] = {
      u"QIHAO has 8 or 9 digits"},
     {u"rows import FILE QIHAO --format 0|1|2 [--keep]", u"导入 (0 只有号码, 1 期号＋号码, 2 序号＋号码)",
      u"status text", prepareRowsImport,
-     u"QIHAO has 8 or 9 digits, with format 1 any number; --keep: the old rows stay"},
+     u"QIHAO has 8 or 9 digits, with format 1 any number (0: the period that the dialog offers); --keep: the old rows "
+     u"stay"},
     {u"rows delete", u"删除", u"status text", prepareRowsDelete},
 };
 
