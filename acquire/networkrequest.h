@@ -1,8 +1,8 @@
 // Web requests over the network, answered while the event loop of the thread runs.
 //
 // Redirects are followed, at most ten, never from https to http. Bytes are taken as they stand: no compressed answer is asked
-// for. The body of an answer other than 206 is dropped as it comes in. A body of more than 64 MiB is not read on, so its answer
-// is never complete and memory stays bounded. Cookies live as long as the object.
+// for. The body of an answer other than 206 is dropped as it comes in. A body of more than 64 MiB is not read on: its
+// answer is never complete and memory stays bounded. Cookies live as long as the object.
 //
 // | status | the network failed since
 // | 12002  | the connection timed out
@@ -45,8 +45,8 @@ class NetworkRequest final : public PolledRequest {
  private:
   /// The status that the server sent; 0 where no head has come.
   [[nodiscard]] int sentStatus() const;
-  /// Whether the network failed, below no answer that tells more.
-  [[nodiscard]] bool hasFailed() const;
+  /// How the network failed; NoError also where the answer's own status tells more.
+  [[nodiscard]] QNetworkReply::NetworkError failure() const;
   void takeBody();
 
   qint64 bodyLimit_;
@@ -55,6 +55,7 @@ class NetworkRequest final : public PolledRequest {
   QNetworkRequest request_;
   std::unique_ptr<QNetworkReply> reply_;
   QByteArray body_;
+  bool overlong_ = false;  ///< more came than is kept
 };
 
 }  // namespace elevenfive
