@@ -46,6 +46,7 @@ const Failure& failureOf(QNetworkReply::NetworkError error) {
 void NetworkRequest::open(const QString& method, const QString& url) {
   reply_.reset();
   body_.clear();
+  received_ = 0;
   overlong_ = false;
   const QUrl address(url);
   if (!address.isValid() || address.host().isEmpty())
@@ -74,15 +75,14 @@ void NetworkRequest::takeBody() {
     return;  // what is aborted cannot be read
   // Qt could be told to read no more than fits, but then takes some answers that were cut off for whole ones.
   const QByteArray bytes = reply_->readAll();
-  if (sentStatus() != partialContent)
-    return;
-  overlong_ = body_.size() + bytes.size() > bodyLimit_;
+  received_ += bytes.size();
+  overlong_ = received_ > bodyLimit_;
   if (overlong_) {
     body_.clear();
     reply_->abort();
-    return;
+  } else if (sentStatus() == partialContent) {
+    body_ += bytes;
   }
-  body_ += bytes;
 }
 
 int NetworkRequest::readyState() const {
@@ -99,7 +99,7 @@ QNetworkReply::NetworkError NetworkRequest::failure() const {
   if (!reply_ || !reply_->isFinished() || overlong_ || sentStatus() >= firstRefusal)
     return QNetworkReply::NoError;
   const QVariant told = reply_->header(QNetworkRequest::ContentLengthHeader);
-  const bool isShort = sentStatus() == partialContent && told.isValid() && body_.size() < told.toLongLong();
+  const bool isShort = told.isValid() && received_ < told.toLongLong();
   if (reply_->error() == QNetworkReply::NoError && isShort)
     return QNetworkReply::RemoteHostClosedError;
   return reply_->error();

@@ -2,7 +2,7 @@
 //
 // Redirects are followed, at most ten, never from https to http. Bytes are taken as they stand: no compressed answer is asked
 // for. The body of an answer other than 206 is dropped as it comes in. A body of more than 64 MiB is not read on: its
-// answer is never complete and memory stays bounded. Cookies live as long as the object.
+// answer is never complete, and memory and traffic stay bounded. Cookies live as long as the object.
 //
 // | status | the network failed since
 // | 12002  | the connection timed out
@@ -55,6 +55,7 @@ class NetworkRequest final : public PolledRequest {
   QNetworkRequest request_;
   std::unique_ptr<QNetworkReply> reply_;
   QByteArray body_;
+  qint64 received_ = 0;    ///< bytes of the body, kept or not
   bool overlong_ = false;  ///< more came than is kept
 };
 

@@ -334,13 +334,14 @@ TEST_F(NetworkDownload, AnEndlessPieceIsATimeoutAndLeavesAnEmptyFile) {
   EXPECT_EQ(content(), QByteArray());
 }
 
-TEST_F(NetworkDownload, AnEndlessRefusalIsNotKept) {
+TEST_F(NetworkDownload, AnEndlessWholeIsATimeoutToo) {
   HttpReply reply = ending(status(200), HttpEnding::endless);
   reply.body = QByteArray(65536, 'x');
   reply.announced = qint64{5} << 30;
   serve(reply);
   pause_.quick = true;
   EXPECT_EQ(download(), u"下载文件超时"_s);
+  EXPECT_EQ(pause_.count, 120);
   EXPECT_EQ(content(), QByteArray());
 }
 
