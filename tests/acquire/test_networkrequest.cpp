@@ -234,6 +234,20 @@ TEST_F(NetworkDownload, OneRequestObjectServesOneAddressAfterAnother) {
   }
 }
 
+TEST_F(NetworkDownload, OneThatStartsWhileAnotherWaitsDisturbsItNot) {
+  server_.answer("/f", [](const HttpRequest& request) { return rangeReply(request, fileOf(50000)); });
+  server_.answer("/g", [](const HttpRequest& request) { return rangeReply(request, QByteArray(30000, 'g')); });
+  const QString second = folder_.filePath(u"second"_s);
+  ports_.onYield = [&](int yields) {
+    if (yields == 2) {
+      EXPECT_EQ(downloader_.DownFile(server_.url(u"/g"_s), second), u"下载完成"_s);
+    }
+  };
+  EXPECT_EQ(download(), u"下载完成"_s);
+  EXPECT_EQ(content(), fileOf(50000));
+  EXPECT_EQ(readFileText(second), QByteArray(30000, 'g'));
+}
+
 // --- A cut at every block ---
 
 struct Cut {
