@@ -1,55 +1,19 @@
 // The request over the network, and downloads through it from servers that behave and that do not.
 #include "acquire/networkrequest.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QElapsedTimer>
-#include <QEventLoop>
-#include <QFile>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <algorithm>
-#include <atomic>
-#include <memory>
 #include <vector>
 
-#include "acquire/downfile.h"
 #include "acquire/downloaderror.h"
 #include "model/texts.h"
-#include "tests/support/faultyfiles.h"
-#include "tests/support/httpserver.h"
-#include "tests/support/recordingports.h"
+#include "tests/acquire/networkdownload.h"
 
 namespace elevenfive {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-/// Handles events as they come and returns after some; after a short while where there are none.
-void runEvents(std::chrono::milliseconds longest) {
-  QEventLoop loop;
-  QTimer::singleShot(longest, &loop, &QEventLoop::quit);
-  loop.processEvents(QEventLoop::WaitForMoreEvents);
-}
-
-/// Long enough for a loaded machine, unless the server is known to hang.
-class ShortPause final : public PollPause {
- public:
-  explicit ShortPause(const HttpServer& server) : server_(server) {}
-  void sleep(std::chrono::milliseconds time) override {
-    EXPECT_EQ(time, Module_DownFile::roundTime);
-    ++count;
-    runEvents(std::chrono::milliseconds(quick || server_.hanging() > 0 ? 4 : 25));
-  }
-  int count = 0;
-  bool quick = false;  ///< the test knows that nothing more will come
-
- private:
-  const HttpServer& server_;
-};
 
 /// A server that answers each connection with these bytes, whatever they are, and closes it.
 class RawServer final {
@@ -79,59 +43,6 @@ QString deadUrl() {
   server.listen(QHostAddress::LocalHost);
   return u"http://127.0.0.1:%1/f"_s.arg(server.serverPort());
 }
-
-QByteArray fileOf(qsizetype size) {
-  QByteArray bytes(size, '\0');
-  for (qsizetype i = 0; i < size; ++i)
-    bytes[i] = static_cast<char>((i * 7 + i / 251) & 0xFF);
-  return bytes;
-}
-
-class NetworkDownload : public ::testing::Test {
- protected:
-  HttpServer server_;
-  QTemporaryDir folder_;
-  QString path_ = folder_.filePath(u"target"_s);
-  RecordingPorts ports_;
-  ShortPause pause_{server_};
-  UnflushedFiles files_;
-  Module_DownFile downloader_{{files_, ports_, ports_, pause_}, [] { return std::make_unique<NetworkRequest>(); }};
-
-  QString download(const QString& url) { return downloader_.DownFile(url, path_); }
-  QString download() { return download(server_.url(u"/f"_s)); }
-
-  QByteArray content() {
-    QFile file(path_);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-  }
-
-  /// The first blocks of a file come well, then this.
-  void serve(const QByteArray& file, int blocks, const HttpReply& then) {
-    auto count = std::make_shared<std::atomic<int>>(0);
-    server_.answer("/f",
-                   [=](const HttpRequest& request) { return (*count)++ < blocks ? rangeReply(request, file) : then; });
-  }
-  void serve(const HttpReply& reply) { server_.answer("/f", reply); }
-
-  static HttpReply status(int number) {
-    HttpReply reply;
-    reply.status = number;
-    reply.body = "refused";
-    return reply;
-  }
-  static HttpReply piece(const QByteArray& body, const QByteArray& range) {
-    HttpReply reply;
-    reply.status = 206;
-    reply.body = body;
-    if (!range.isEmpty())
-      reply.headers = {{"Content-Range", range}};
-    return reply;
-  }
-  static HttpReply ending(HttpReply reply, HttpEnding ending) {
-    reply.ending = ending;
-    return reply;
-  }
-};
 
 // --- Sound servers ---
 
@@ -452,114 +363,6 @@ TEST_F(NetworkDownload, ARedirectToAFileOrToNothingIsNotFollowed) {
     EXPECT_EQ(download(), u"未知错误：Found(302)"_s) << location.toStdString();
     EXPECT_EQ(content(), QByteArray());
   }
-}
-
-// --- Pages as text ---
-
-class UrlText : public NetworkDownload {
- protected:
-  UrlText() : old_(qgetenv("TMPDIR")) { qputenv("TMPDIR", folder_.path().toUtf8()); }
-  ~UrlText() override { old_.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", old_); }
-
-  QString text() { return getUrlText(downloader_, server_.url(u"/f"_s)); }
-  void servePage(const QByteArray& page) {
-    server_.answer("/f", [page](const HttpRequest& request) { return rangeReply(request, page); });
-  }
-  static QString tempFile() { return getTempDir() + u"/KdhLoadFile.Kdtemp"_s; }
-
- private:
-  QByteArray old_;
-};
-
-TEST_F(UrlText, IsThePageAndTheFileStays) {
-  servePage(u"十一选五 2010\r\n"_s.toUtf8());
-  EXPECT_EQ(text(), u"十一选五 2010\r\n"_s);
-  EXPECT_TRUE(QFile::exists(tempFile()));
-  EXPECT_EQ(readFileText(tempFile()), u"十一选五 2010\r\n"_s.toUtf8());
-}
-
-TEST_F(UrlText, TheNextPageReplacesTheOne) {
-  servePage(QByteArray(50000, 'a'));
-  EXPECT_EQ(text(), QString(50000, u'a'));
-  servePage("b");
-  EXPECT_EQ(text(), u"b"_s);
-}
-
-TEST_F(UrlText, AGbkPageIsRead) {
-  servePage("\xCA\xAE\xD2\xBB\xD1\xA1\xCE\xE5");
-  EXPECT_EQ(text(), u"十一选五"_s);
-}
-
-TEST_F(UrlText, BrokenUtf8NeitherCrashesNorLosesThePlainText) {
-  servePage("11\xE5\x8D\xFF\xFE 2010 \xC3\x28 \xF0\x9F end");
-  const QString result = text();
-  EXPECT_TRUE(result.startsWith(u"11"_s));
-  EXPECT_TRUE(result.contains(u" 2010 "_s));
-  EXPECT_TRUE(result.endsWith(u"end"_s));
-}
-
-TEST_F(UrlText, AnEmptyOrMissingPageIsAnEmptyText) {
-  servePage({});
-  EXPECT_EQ(text(), QString());
-  servePage("x");
-  EXPECT_EQ(text(), u"x"_s);
-  serve(status(404));
-  EXPECT_EQ(text(), QString());
-  serve(status(500));
-  EXPECT_EQ(text(), QString());
-}
-
-TEST_F(UrlText, OfAPageThatBreaksOffIsThePartThatCame) {
-  serve(QByteArray(40000, 'a'), 1, status(403));
-  EXPECT_EQ(text(), QString(20481, u'a'));
-}
-
-TEST_F(UrlText, ACharacterCutInHalfAtTheBreakIsLeftOut) {
-  // The cut behind 20481 bytes goes through a character of three bytes, with one and with two of them in front of it.
-  for (const int before : {20480, 20479}) {
-    serve(QByteArray(before - 3, 'a') + u"五选五"_s.toUtf8(), 1, status(403));
-    EXPECT_EQ(text(), QString(before - 3, u'a') + u'五') << before;
-  }
-}
-
-TEST_F(UrlText, WithoutATemporaryFolderTheFileLandsInTheCurrentOne) {
-  const QString current = QDir::currentPath();
-  ASSERT_TRUE(QDir::setCurrent(folder_.path()));
-  qputenv("TMPDIR", folder_.filePath(u"missing"_s).toUtf8());
-  servePage("here");
-  const QString result = text();
-  ASSERT_TRUE(QDir::setCurrent(current));
-  EXPECT_EQ(result, u"here"_s);
-  EXPECT_TRUE(QFile::exists(folder_.filePath(u"KdhLoadFile.Kdtemp"_s)));
-}
-
-TEST_F(UrlText, APageWithoutASizeIsAFault) {
-  serve(piece("abc", {}));
-  EXPECT_THROW(text(), DownloadError);
-  EXPECT_EQ(ports_.boxTexts(), QStringList{u"无法获取文件大小！"_s});
-}
-
-// --- The pause itself ---
-
-TEST(EventLoopPause, LetsEventsRunForTheWholeTime) {
-  EventLoopPause pause;
-  int ticks = 0;
-  QTimer timer;
-  QObject::connect(&timer, &QTimer::timeout, &timer, [&] { ++ticks; });
-  timer.start(5);
-  QElapsedTimer clock;
-  clock.start();
-  pause.sleep(std::chrono::milliseconds(60));
-  EXPECT_GE(clock.elapsed(), 55);
-  EXPECT_GE(ticks, 2);
-}
-
-TEST_F(NetworkDownload, WorksWithThePauseOfTheProgram) {
-  EventLoopPause pause;
-  const Module_DownFile downloader({files_, ports_, ports_, pause}, [] { return std::make_unique<NetworkRequest>(); });
-  server_.answer("/f", [](const HttpRequest& request) { return rangeReply(request, fileOf(20480)); });
-  EXPECT_EQ(downloader.DownFile(server_.url(u"/f"_s), path_), u"下载完成"_s);
-  EXPECT_EQ(content(), fileOf(20480));
 }
 
 }  // namespace
