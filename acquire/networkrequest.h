@@ -3,6 +3,8 @@
 // Redirects are followed, at most ten, never from https to http. Bytes are taken as they stand: no compressed answer is asked
 // for. The body of an answer other than 206 is dropped as it comes in. A body of more than 64 MiB is not read on: its
 // answer is never complete, and memory and traffic stay bounded. Cookies live as long as the object.
+// A head without an end is the one thing that is not bounded: Qt's thread reads it on (some 300 KB/s) until the server stops, and
+// the object's end then waits 5 seconds for it.
 //
 // | status | the network failed since
 // | 12002  | the connection timed out
