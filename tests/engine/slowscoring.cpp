@@ -39,6 +39,7 @@ std::vector<int> byScore(const std::vector<Row>& rows, Qihao period) {
       keys.emplace_back(row.linshi, row.xuhao, row.id);
   std::sort(keys.begin(), keys.end());
   std::vector<int> ids;
+  ids.reserve(keys.size());
   for (const auto& key : keys)
     ids.push_back(std::get<2>(key));
   return ids;
