@@ -108,8 +108,8 @@ TEST(SlowEngine, AnOptimisationSetsThreeOfFiveBackToZero) {
   SlowEngine engine = quietEngine();
   engine.uses[45] = 1;
   engine.history.clear();
-  addRows(engine, {u"01 02 03 04 05"_s, u"01 02 03 06 11"_s, u"07 08 09 10 11"_s, u"01 02 03 04 06"_s,
-                   u"01 02 03 04 07"_s});
+  addRows(engine,
+          {u"01 02 03 04 05"_s, u"01 02 03 06 11"_s, u"07 08 09 10 11"_s, u"01 02 03 04 06"_s, u"01 02 03 04 07"_s});
   engine.zhinengYouhua(target, 3);
   QStringList scores;
   for (const Row& row : engine.rows)
