@@ -94,10 +94,10 @@ TEST_F(HistoryImportTest, AStopIsSeenAtOnceAndKeepsTheDrawsReadSoFar) {
 TEST_F(HistoryImportTest, AfterAStopTheDrawsReadSoFarAreDerivedButTheOldest) {
   open();
   chooseFileOf(draws(100000));
-  stopAfter(1);
+  stopAfter(200);
   click(the<QPushButton>(u"newBtnHistory_99"_s));
   const int stored = count("SELECT count(*) FROM 历史记录");
-  ASSERT_GT(stored, 100);
+  ASSERT_GE(stored, 200);
   ASSERT_LT(stored, 100000);
   EXPECT_EQ(data.rows("SELECT 期号 FROM 历史记录 WHERE 和值 IS NULL"), QStringList{u"11000000"_s});
   EXPECT_EQ(count("SELECT count(*) FROM 历史记录 WHERE 和值 = 号码1 + 号码2 + 号码3 + 号码4 + 号码5"), stored - 1);
@@ -110,7 +110,7 @@ TEST_F(HistoryImportTest, AfterAStopTheDrawsReadSoFarAreDerivedButTheOldest) {
 TEST_F(HistoryImportTest, TheWindowWorksOnAfterAStoppedImport) {
   open();
   chooseFileOf(draws(100000));
-  stopAfter(1);
+  stopAfter(200);
   click(the<QPushButton>(u"newBtnHistory_99"_s));
   const int stored = historyRows().rowCount();
   ASSERT_LT(stored, 100000);
