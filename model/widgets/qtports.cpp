@@ -106,6 +106,11 @@ QString QtFileDialogs::saveFile(const QString& title, const QString& filter, con
   return chosenFile(dialog, u"保存(&S)"_s);
 }
 
+QtProgress::QtProgress(QProgressBar& bar) : bar_(bar) {
+  hiding_.setSingleShot(true);
+  QObject::connect(&hiding_, &QTimer::timeout, &bar, &QWidget::hide);
+}
+
 void QtProgress::setMinimum(int minimum) {
   bar_.setMinimum(minimum);
 }
@@ -123,8 +128,13 @@ void QtProgress::setValue(int value) {
 }
 
 void QtProgress::setVisible(bool visible) {
-  bar_.setVisible(visible);
   sinceShown_.invalidate();
+  if (!visible) {
+    hiding_.start();
+    return;
+  }
+  hiding_.stop();
+  bar_.show();
 }
 
 void QtControls::setEnabled(ControlId control, bool enabled) {

@@ -5,7 +5,7 @@
 #include <QProgressBar>
 #include <random>
 
-#include "tests/shell/eventgaps.h"
+#include "bench/eventgaps.h"
 #include "tests/shell/mainwindowtest.h"
 
 namespace elevenfive {
@@ -54,6 +54,7 @@ class HistoryImportTest : public MainWindowTest {
   }
 
   void expectUsable() {
+    QApplication::processEvents();  // a bar goes with the next turn
     EXPECT_TRUE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
     EXPECT_TRUE(the<QWidget>(u"FrameHistoryMode"_s).isEnabled());
     EXPECT_TRUE(the<QWidget>(u"Pic_subTouZhu"_s).isEnabled());
@@ -61,6 +62,14 @@ class HistoryImportTest : public MainWindowTest {
     EXPECT_FALSE(the<QPushButton>(u"CmmDaoruStop"_s).isVisible());
     EXPECT_FALSE(the<QProgressBar>(u"ProgressBar_Lines"_s).isVisible());
     EXPECT_FALSE(the<QProgressBar>(u"ProgressBar_TuBiao"_s).isVisible());
+  }
+
+  /// Opens the window over one draw and imports a file of these bytes, the draw kept.
+  void importBesideADraw(const QByteArray& bytes) {
+    data.addDraws(u"11031510 01 02 03 04 05"_s);
+    open();
+    ports.answers = {Answer::no};
+    importLines(bytes);
   }
 
   int count(const char* sql) { return data.store().value("test", sql).value_or(-1); }
@@ -156,10 +165,7 @@ TEST_F(HistoryImportTest, TheWindowAnswersThroughoutAnImportOfFiftyMegabytes) {
 }
 
 TEST_F(HistoryImportTest, AnEmptyFileSaysThatThereIsNoData) {
-  data.addDraws(u"11031510 01 02 03 04 05"_s);
-  open();
-  ports.answers = {Answer::no};
-  importLines({});
+  importBesideADraw({});
   EXPECT_EQ(ports.log, (QStringList{u"question [] 原有的历史数据是否要清空？"_s, u"plain [] 没有数据，无法导入！"_s}));
   EXPECT_EQ(shownPeriods(), u"11031510"_s);
   expectUsable();
@@ -170,10 +176,7 @@ TEST_F(HistoryImportTest, ABinaryFileBringsNoDraws) {
   QByteArray bytes(1'000'000, Qt::Uninitialized);
   for (char& byte : bytes)
     byte = static_cast<char>(random());
-  data.addDraws(u"11031510 01 02 03 04 05"_s);
-  open();
-  ports.answers = {Answer::no};
-  importLines(bytes);
+  importBesideADraw(bytes);
   EXPECT_EQ(ports.boxTexts(), (QStringList{u"原有的历史数据是否要清空？"_s, u"导入完成!"_s}));
   EXPECT_EQ(shownPeriods(), u"11031510"_s);
   expectUsable();

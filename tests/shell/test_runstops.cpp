@@ -74,6 +74,7 @@ class RunStopsTest : public MainWindowTest {
   }
 
   void expectUsable() {
+    QApplication::processEvents();  // the bar goes with the next turn
     EXPECT_TRUE(the<QWidget>(u"Pic_subTouZhu"_s).isEnabled());
     EXPECT_FALSE(the<QPushButton>(u"cmm_stop"_s).isEnabled());
     EXPECT_FALSE(the<QWidget>(u"ProgressBar_TouZu"_s).isVisible());
