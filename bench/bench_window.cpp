@@ -2,7 +2,8 @@
 // that is measured in the same run: the same rows painted once more, the same run without a window, bare sqlite3 calls.
 // Draws off screen where no platform is named.
 //
-//   bench_window [DRAWS]     draws in the history, default 100000; the large grid has three times as many
+//   bench_window [DRAWS [NAME]]     draws in the history, default 100000; the large grid has three times as many
+//                                   NAME: start, scroll, entry, tabs, value, run, import or large alone
 #include <QApplication>
 #include <QLineEdit>
 #include <QListWidget>
@@ -261,23 +262,34 @@ void measureImport(Bench& bench, const QString& text) {
               static_cast<double>(wall.nsecsElapsed()) / 1e6, gaps.longestByTheWall(), gaps.longestMilliseconds());
 }
 
-void measure(int draws) {
-  {
+/// Measures one thing, or all where none is named.
+void measure(int draws, const QString& only) {
+  const auto wanted = [&](const QString& name) { return only.isEmpty() || only == name; };
+  if (only != u"large"_s) {
     const Data data(draws);
-    measureStart(data.folders);
+    if (wanted(u"start"_s))
+      measureStart(data.folders);
     Bench bench(data);
-    measureScroll(bench, "scroll to the end of the history", 50);
-    measureEntry(bench);
-    measureTabs(bench);
-    measureValueClick(bench);
-    measureRun(bench);
-    measureImport(bench, data.text);
+    if (wanted(u"scroll"_s))
+      measureScroll(bench, "scroll to the end of the history", 50);
+    if (wanted(u"entry"_s))
+      measureEntry(bench);
+    if (wanted(u"tabs"_s))
+      measureTabs(bench);
+    if (wanted(u"value"_s))
+      measureValueClick(bench);
+    if (wanted(u"run"_s))
+      measureRun(bench);
+    if (wanted(u"import"_s))
+      measureImport(bench, data.text);
   }
-  const Data data(draws * largeFactor);
-  Bench large(data);
-  measureOpening(large);
-  measureScroll(large, "large grid scrolled to the end", 200);
-  measureSearch(large);
+  if (wanted(u"large"_s)) {
+    const Data data(draws * largeFactor);
+    Bench bench(data);
+    measureOpening(bench);
+    measureScroll(bench, "large grid scrolled to the end", 200);
+    measureSearch(bench);
+  }
 }
 
 }  // namespace
@@ -291,7 +303,8 @@ int main(int argc, char** argv) {
       return showStart(application, arguments);
     QApplication::setCursorFlashTime(0);  // a blinking cursor paints on its own
     applyTheme(application);
-    measure(argc > 1 ? std::max(100, std::atoi(argv[1])) : 100000);
+    measure(argc > 1 ? std::max(100, std::atoi(argv[1])) : 100000,
+            argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString());
   } catch (const std::exception& fault) {
     std::fprintf(stderr, "%s\n", fault.what());
     return 1;

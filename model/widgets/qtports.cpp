@@ -52,6 +52,14 @@ QPushButton* addButtons(QMessageBox& box, const Box& question) {
   return yes;
 }
 
+/// Changes a bar, which would paint itself at once each time, so that it is painted by the event loop.
+template <typename Change>
+void change(QProgressBar& bar, Change&& work) {
+  bar.setUpdatesEnabled(false);
+  work();
+  bar.setUpdatesEnabled(true);
+}
+
 /// The file that was chosen in the dialog; empty where it was cancelled.
 QString chosenFile(QFileDialog& dialog, const QString& accept) {
   dialog.setLabelText(QFileDialog::LookIn, u"查找范围："_s);
@@ -112,18 +120,18 @@ QtProgress::QtProgress(QProgressBar& bar) : bar_(bar) {
 }
 
 void QtProgress::setMinimum(int minimum) {
-  bar_.setMinimum(minimum);
+  change(bar_, [&] { bar_.setMinimum(minimum); });
 }
 
 void QtProgress::setMaximum(int maximum) {
-  bar_.setMaximum(maximum);
+  change(bar_, [&] { bar_.setMaximum(maximum); });
 }
 
 void QtProgress::setValue(int value) {
   const bool due = !sinceShown_.isValid() || sinceShown_.elapsed() >= repaintIntervalMs;
   if (!due && value != bar_.minimum() && value != bar_.maximum())
     return;
-  bar_.setValue(value);
+  change(bar_, [&] { bar_.setValue(value); });
   sinceShown_.start();
 }
 
