@@ -253,6 +253,7 @@ void measureEntry(Bench& bench) {
 /// The longest time between two turns of the event loop while the whole history is imported in the window.
 void measureImport(Bench& bench, const QString& text) {
   bench.window.selectTopTab(1);
+  bench.paints.finish();
   bench.person.file = text;
   QElapsedTimer wall;
   wall.start();
