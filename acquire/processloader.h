@@ -34,6 +34,9 @@ class ProcessLoader final : public PageLoader {
   void refresh() override { stop(); }
   [[nodiscard]] QString fault() const override { return fault_; }
 
+  /// The page process that serves the page at present; 0 where none does.
+  [[nodiscard]] qint64 processId() const { return process_ ? process_->processId() : 0; }
+
   /// Where the page process is looked for: beside the running program, then in the libexec folder of an installation.
   static QString pageProgram();
 

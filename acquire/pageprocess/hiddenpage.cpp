@@ -42,10 +42,12 @@ constexpr QWebEngineSettings::WebAttribute switchedOff[] = {
     QWebEngineSettings::ErrorPageEnabled,
 };
 
-FetchKind kindOf(QWebEngineUrlRequestInfo::ResourceType type) {
-  switch (type) {
+FetchKind kindOf(const QWebEngineUrlRequestInfo& info) {
+  switch (info.resourceType()) {
     case QWebEngineUrlRequestInfo::ResourceTypeMainFrame:
-      return FetchKind::document;
+      // A link that saves what it leads to is asked of nobody else.
+      return info.navigationType() == QWebEngineUrlRequestInfo::NavigationTypeLink ? FetchKind::other
+                                                                                   : FetchKind::document;
     case QWebEngineUrlRequestInfo::ResourceTypeSubFrame:
       return FetchKind::frame;
     case QWebEngineUrlRequestInfo::ResourceTypeStylesheet:
@@ -65,7 +67,7 @@ class RequestGate final : public QWebEngineUrlRequestInterceptor {
     const QUrl address = info.requestUrl();
     if (address.scheme() == u"data"_s || address.scheme() == u"about"_s)
       return;
-    info.block(!mayFetch(asked_, address, kindOf(info.resourceType())));
+    info.block(!mayFetch(asked_, address, kindOf(info)));
   }
 
  private:

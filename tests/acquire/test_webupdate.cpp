@@ -247,7 +247,7 @@ TEST_F(WebUpdateTest, TheButtonGoesThroughItsStepsInOrder) {
   EXPECT_TRUE(update().updateHistory());
   QStringList steps = ports.log;
   steps.removeIf([](const QString& step) { return step.startsWith(u"progress"_s) || step.startsWith(u"visible"_s); });
-  EXPECT_EQ(steps, (QStringList{u"buttons off"_s, u"data mode"_s, u"reload grid"_s, u"information [] "_s + completed,
+  EXPECT_EQ(steps, (QStringList{u"buttons off"_s, u"data mode"_s, u"reload grid"_s, u"info [] "_s + completed,
                                 u"next period"_s, u"chart mode"_s, u"refresh views"_s, u"buttons on"_s}));
 }
 
