@@ -60,7 +60,7 @@ int getQihaoWidth(const QString& html);
 QString getDigitsOnly(QStringView text);
 
 struct MarkedDraw {
-  QString date;  ///< the ten characters at place 8 behind the mark
+  QString date;                         ///< the ten characters at place 8 behind the mark
   std::array<int, drawSize> numbers{};  ///< those at places 19, 22, 25, 28 and 31, modulo 12
 };
 

@@ -130,9 +130,9 @@ void deriveScanned(Store& store, const PageCounts& counts, Progress* progress, E
 }
 
 Qihao lastQihaoForUpdate(Store& store) {
-  const Qihao newest =
-      store.value("读取历史记录", "SELECT 期号 FROM 历史记录 ORDER BY 期号 DESC LIMIT 1").value_or(0);
-  Statement below = store.query("读取历史记录", "SELECT 期号 FROM 历史记录 WHERE 期号 < ? ORDER BY 期号 DESC LIMIT 2", newest);
+  const Qihao newest = store.value("读取历史记录", "SELECT 期号 FROM 历史记录 ORDER BY 期号 DESC LIMIT 1").value_or(0);
+  Statement below =
+      store.query("读取历史记录", "SELECT 期号 FROM 历史记录 WHERE 期号 < ? ORDER BY 期号 DESC LIMIT 2", newest);
   Qihao last = periodBeforeAll;
   while (below.next())
     last = below.integer(0);

@@ -74,8 +74,8 @@ void ProcessLoader::startProcess() {
     if (error == QProcess::FailedToStart)
       fault_ = u"读取网页的组件 %1 没有找到或无法启动，请重新安装本软件。"_s.arg(programFile);
   });
-  QObject::connect(process_.get(), &QProcess::errorOccurred, process_.get(), [this] { complete(); },
-                   Qt::QueuedConnection);
+  QObject::connect(
+      process_.get(), &QProcess::errorOccurred, process_.get(), [this] { complete(); }, Qt::QueuedConnection);
   QObject::connect(process_.get(), &QProcess::finished, process_.get(), [this](int status) {
     if (status == 127 && fault_.isEmpty())  // the loader of programs lacks a library
       fault_ = u"读取网页的组件 %1 没有找到或无法启动，请重新安装本软件。"_s.arg(programFile);

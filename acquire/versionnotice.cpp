@@ -22,8 +22,8 @@ QString encoded(const QString& text) {
 QUrl noticeAddress(const QString& server) {
   if (isUnsetAddress(server))
     return {};
-  const QString question = u"VER="_s + encoded(scrambleText(version.toString(), true, {})) + u"&NAME="_s +
-                           encoded(programName.toString());
+  const QString question =
+      u"VER="_s + encoded(scrambleText(version.toString(), true, {})) + u"&NAME="_s + encoded(programName.toString());
   return QUrl(server + (server.contains(u'?') ? u'&' : u'?') + question, QUrl::TolerantMode);
 }
 

@@ -16,8 +16,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr std::array<QStringView, 2> downloadingTexts{u"》》》》》   数据下载中   《《《《《", u"》》》》》 数据下载中 《《《《《"};
-constexpr std::array<QStringView, 2> noticeTexts{u"》》》》》   数据载入中   《《《《《", u"》》》》》 数据载入中 《《《《《"};
+constexpr std::array<QStringView, 2> downloadingTexts{u"》》》》》   数据下载中   《《《《《",
+                                                      u"》》》》》 数据下载中 《《《《《"};
+constexpr std::array<QStringView, 2> noticeTexts{u"》》》》》   数据载入中   《《《《《",
+                                                 u"》》》》》 数据载入中 《《《《《"};
 
 constexpr int reads = 3;
 
@@ -139,8 +141,7 @@ void WebUpdate::loadDocument(const QUrl& url) {
   const double begun = times_.clock();
   waitingDoc_ = true;
   page.navigate(url);
-  runEventsUntil(
-      [&] { return docDone_ || stopRequested_ || times_.clock() - begun > times_.documentSeconds; });
+  runEventsUntil([&] { return docDone_ || stopRequested_ || times_.clock() - begun > times_.documentSeconds; });
   waitingDoc_ = false;
 }
 

@@ -59,8 +59,8 @@ Action preparePage(const Arguments& arguments) {
     const PageCounts counts = scanPage(store, text, date, lastQihaoForUpdate(store), ports);
     deriveScanned(store, counts, &ports, ports, nullptr);
     printRow(session.out(), {u"rowsDone"_s, u"lowQihao"_s, u"highQihao"_s});
-    printRow(session.out(), {QString::number(counts.rowsDone), QString::number(counts.lowQihao),
-                             QString::number(counts.highQihao)});
+    printRow(session.out(),
+             {QString::number(counts.rowsDone), QString::number(counts.lowQihao), QString::number(counts.highQihao)});
   };
 }
 

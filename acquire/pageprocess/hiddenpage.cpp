@@ -112,8 +112,9 @@ HiddenPage::HiddenPage(QWebEngineProfile& profile, std::function<void(const Page
     settings()->setAttribute(attribute, false);
   settings()->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
   connect(this, &QWebEnginePage::loadFinished, this, [this] { tell_({PageTold::Kind::complete, url(), {}}); });
-  connect(this, &QWebEnginePage::renderProcessTerminated, this,
-          [this] { tell_({PageTold::Kind::fault, {}, u"网页无法读取。"_s}); });
+  connect(this, &QWebEnginePage::renderProcessTerminated, this, [this] {
+    tell_({PageTold::Kind::fault, {}, u"网页无法读取。"_s});
+  });
   connect(this, &QWebEnginePage::certificateError, this,
           [](QWebEngineCertificateError error) { error.rejectCertificate(); });
   connect(this, &QWebEnginePage::featurePermissionRequested, this, [this](const QUrl& origin, Feature feature) {
@@ -135,7 +136,9 @@ void HiddenPage::read(PagePart part) {
                                  ? u"document.body ? document.body.innerText : ''"_s
                                  : u"document.documentElement ? document.documentElement.outerHTML : ''"_s;
   runJavaScript(u"String(%1).slice(0, %2)"_s.arg(expression).arg(longestText), QWebEngineScript::ApplicationWorld,
-                [this](const QVariant& value) { tell_({PageTold::Kind::text, {}, value.toString()}); });
+                [this](const QVariant& value) {
+                  tell_({PageTold::Kind::text, {}, value.toString()});
+                });
 }
 
 bool HiddenPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {

@@ -40,7 +40,8 @@ void setEnvironment() {
 void writeAll(const QByteArray& bytes) {
   qsizetype written = 0;
   while (written < bytes.size()) {
-    const ssize_t now = ::write(STDOUT_FILENO, bytes.constData() + written, static_cast<std::size_t>(bytes.size() - written));
+    const ssize_t now =
+        ::write(STDOUT_FILENO, bytes.constData() + written, static_cast<std::size_t>(bytes.size() - written));
     if (now < 0 && errno == EINTR)
       continue;
     if (now <= 0)

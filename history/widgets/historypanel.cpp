@@ -104,9 +104,10 @@ QWidget* HistoryPanel::buildEntryStrip() {
   row->addWidget(
       button(u"cmmUpdateHistory_0"_s, u"<-添加记录"_s, u"把左边的期号和号码存入历史记录"_s, &HistoryPanel::addDraw));
   row->addSpacing(fontMetrics().height());
-  row->addWidget(button(u"cmmUpdateHistory_1"_s, u"今日开奖"_s, u"下载当天开奖数据并导入。"_s, &HistoryPanel::updateRequested));
   row->addWidget(
-      button(u"cmmUpdateHistory_2"_s, u"历史数据"_s, u"下载最近一周开奖数据并导入。"_s, &HistoryPanel::updateRequested));
+      button(u"cmmUpdateHistory_1"_s, u"今日开奖"_s, u"下载当天开奖数据并导入。"_s, &HistoryPanel::updateRequested));
+  row->addWidget(button(u"cmmUpdateHistory_2"_s, u"历史数据"_s, u"下载最近一周开奖数据并导入。"_s,
+                        &HistoryPanel::updateRequested));
   row->addSpacing(fontMetrics().height());
   row->addWidget(buildButtons());
   row->setContentsMargins(0, 0, 0, 0);

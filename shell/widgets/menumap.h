@@ -13,8 +13,8 @@ enum class MenuAction {
   historyRange,     ///< argument: OptionHistoryMode
   conditionTab,     ///< argument: tab of TabStrip_TiaoJian, modulo 100
   parityPage,       ///< the panel paicu
-  historyUpdate,  ///< draws from the web
-  sources,        ///< the addresses of the web
+  historyUpdate,    ///< draws from the web
+  sources,          ///< the addresses of the web
   run,              ///< argument: index of cmmTouZhu
   switchUser,
 };

@@ -46,8 +46,8 @@ TEST_F(SiteListTest, ThereAreAtMost25Sites) {
 }
 
 TEST_F(SiteListTest, WithoutATextTheStretchOfThePageIsReadAndLoadedOnce) {
-  page().markup = u"siteid=1\"xa\n"_s + QString(1987, u'.') + u"\nsiteid=2\"xb\n"_s + QString(2987, u'.') +
-                  u"\nsiteid=3\"xc\n"_s;
+  page().markup =
+      u"siteid=1\"xa\n"_s + QString(1987, u'.') + u"\nsiteid=2\"xb\n"_s + QString(2987, u'.') + u"\nsiteid=3\"xc\n"_s;
   EXPECT_EQ(list.getSiteList({}), 1);
   EXPECT_EQ(list.sites()[0].number, 2);
   EXPECT_EQ(list.getSiteList({}), 1);
@@ -79,7 +79,8 @@ TEST(DayPageUrl, NeedsTheDateAbovePlace15) {
   EXPECT_EQ(dayPageUrl(march, listUrl, u"选择期号aaaa/d1.bb2011-03-05</select>"_s), QString());
   EXPECT_EQ(dayPageUrl(march, listUrl, u"选择期号aaaaa/d1.bb2011-03-05</select>"_s),
             u"http://second.test/syxw/syxwlssj/d1.html"_s);
-  EXPECT_EQ(dayPageUrl(march, listUrl, u"选择期号aaaaaa/.d1bb2011-03-05</select>"_s), QString());  // nothing before the dot
+  EXPECT_EQ(dayPageUrl(march, listUrl, u"选择期号aaaaaa/.d1bb2011-03-05</select>"_s),
+            QString());  // nothing before the dot
 }
 
 TEST(DayPageUrl, LoadsTheListPage) {

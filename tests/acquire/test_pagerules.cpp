@@ -98,7 +98,8 @@ TEST(PageMessages, WhatIsToldStaysOneLineAndReadsBack) {
 }
 
 TEST(PageMessages, AnyOtherLineReadsAsNothing) {
-  for (const QByteArray& line : {QByteArray("{}"), QByteArray("x"), QByteArray("{\"tell\":\"other\"}"), QByteArray("[1]")}) {
+  for (const QByteArray& line :
+       {QByteArray("{}"), QByteArray("x"), QByteArray("{\"tell\":\"other\"}"), QByteArray("[1]")}) {
     EXPECT_FALSE(pageTold(line));
     EXPECT_FALSE(pageRequest(line));
   }

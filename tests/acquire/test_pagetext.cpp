@@ -24,7 +24,9 @@ class PageText : public ::testing::Test {
     return scanPage(data.store(), text, today, lastQihao, ports);
   }
 
-  QStringList draws() { return data.rows("SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5 FROM 历史记录 ORDER BY 期号"); }
+  QStringList draws() {
+    return data.rows("SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5 FROM 历史记录 ORDER BY 期号");
+  }
 
   TestWorkspace data;
   RecordingPorts ports;
@@ -125,8 +127,9 @@ TEST_F(PageText, TheLargestPeriodBeginsWithWhatItWasHanded) {
 TEST_F(PageText, EveryLineWithTheFormIsToldAndCanEndTheScan) {
   QList<Qihao> told;
   const PageCounts counts = scanPage(
-      data.store(), u"11031510 01 02 03 04 05 17:50:00\n11031511 01 01 03 04 05 17:50:00\n11031512 01 02 03 04 05 17:50:00"_s,
-      today, 0, ports, [&](Qihao period) {
+      data.store(),
+      u"11031510 01 02 03 04 05 17:50:00\n11031511 01 01 03 04 05 17:50:00\n11031512 01 02 03 04 05 17:50:00"_s, today,
+      0, ports, [&](Qihao period) {
         told << period;
         return told.size() < 2;
       });

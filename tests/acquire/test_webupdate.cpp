@@ -24,8 +24,9 @@ const QString page = u"http://gd.results.test/?op=dcjb&num=100"_s;
 const QString twoDraws =
     u"广东11选5\n期号\t号码\n11031512\t02\t01\t03\t04\t08\t03-15 17:50\n11031511\t01\t02\t03\t04\t05\t03-15 17:40"_s;
 const QString completed = u"下载完成！(如果没有取得最新的数据请过几分钟后重试，多试几次即可。)"_s;
-const QString failed = u"服务器忙或网络链接断开,无法完成更新!\r\n要正常更新需要电脑与互联网联接正常.\r\n"
-                       "若无法更新可能是由于你的防火墙设为禁止程序访问网络,\r\n你可以重新更改设置或关闭防火墙后再试.)\r\n"_s;
+const QString failed =
+    u"服务器忙或网络链接断开,无法完成更新!\r\n要正常更新需要电脑与互联网联接正常.\r\n"
+    "若无法更新可能是由于你的防火墙设为禁止程序访问网络,\r\n你可以重新更改设置或关闭防火墙后再试.)\r\n"_s;
 
 /// Logs what is shown into the ports' log, and keeps the texts of the second panel.
 struct Screen final : UpdateView, StatusPanels {
@@ -67,10 +68,10 @@ class WebUpdateTest : public ::testing::Test {
 
   WebUpdate& update() {
     if (!update_)
-      update_ = std::make_unique<WebUpdate>(
-          data.store(), UpdatePorts{ports, ports, screen, ports, screen, web.loaders(),
-                                    [this](const QUrl& url) { opened << url.toString(); }},
-          times);
+      update_ = std::make_unique<WebUpdate>(data.store(),
+                                            UpdatePorts{ports, ports, screen, ports, screen, web.loaders(),
+                                                        [this](const QUrl& url) { opened << url.toString(); }},
+                                            times);
     return *update_;
   }
 

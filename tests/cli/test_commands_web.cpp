@@ -30,8 +30,8 @@ class CommandsWeb : public ::testing::Test {
 };
 
 TEST_F(CommandsWeb, APageInAFileIsScannedAndDerived) {
-  const auto outcome =
-      scan(file(u"广东11选5\n11031511\t02\t01\t03\t04\t08\t03-15 17:50\n11031510\t01\t02\t03\t04\t05\t03-15 17:40\n"_s));
+  const auto outcome = scan(
+      file(u"广东11选5\n11031511\t02\t01\t03\t04\t08\t03-15 17:50\n11031510\t01\t02\t03\t04\t05\t03-15 17:40\n"_s));
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, u"rowsDone\tlowQihao\thighQihao\n2\t110315010\t110315011\n"_s);
   EXPECT_EQ(outcome.err, QString());

@@ -12,11 +12,11 @@ namespace elevenfive {
 
 /// What a load of an address gives.
 struct FakePage {
-  QStringList texts;    ///< of the readings in order, the last one again and again
+  QStringList texts;  ///< of the readings in order, the last one again and again
   QString markup;
-  int afterMs = 0;      ///< until the document is complete; negative: never
+  int afterMs = 0;          ///< until the document is complete; negative: never
   bool frameFirst = false;  ///< a frame's document is complete before the page's
-  QUrl endsAt;          ///< where it stands at last; empty: where it was asked for
+  QUrl endsAt;              ///< where it stands at last; empty: where it was asked for
   QString fault;
 };
 

@@ -20,8 +20,9 @@ TEST_F(ProcessLoaderTest, ATableHasTabsBetweenItsCellsAndALineForEachRow) {
 }
 
 TEST_F(ProcessLoaderTest, ScriptsTimersAndFramesOfTheScreenRun) {
-  server.page("/", u"<p id=a></p><p id=b></p><script>setTimeout(()=>{a.innerText='timer'},50);"
-                   "requestAnimationFrame(()=>{b.innerText='frame'})</script>"_s);
+  server.page("/",
+              u"<p id=a></p><p id=b></p><script>setTimeout(()=>{a.innerText='timer'},50);"
+              "requestAnimationFrame(()=>{b.innerText='frame'})</script>"_s);
   ProcessLoader page;
   ASSERT_TRUE(load(page, server.url(u"/"_s)));
   QString text;
@@ -40,12 +41,19 @@ TEST_F(ProcessLoaderTest, TheMarkupIsThatAfterTheScripts) {
 }
 
 TEST_F(ProcessLoaderTest, APageInGbkIsDecoded) {
-  server.bytes("/", "<meta charset=gbk><p>\xB9\xE3\xB6\xAB" "11\xD1\xA1" "5</p>", "text/html");
+  server.bytes("/",
+               "<meta charset=gbk><p>\xB9\xE3\xB6\xAB"
+               "11\xD1\xA1"
+               "5</p>",
+               "text/html");
   EXPECT_EQ(textOf(server.url(u"/"_s)), u"广东11选5"_s);
 }
 
 TEST_F(ProcessLoaderTest, BrokenUtf8StaysReadable) {
-  server.bytes("/", "<p>11\xE9\x80\x89" "5 \xFF\xC3 end</p>", "text/html; charset=utf-8");
+  server.bytes("/",
+               "<p>11\xE9\x80\x89"
+               "5 \xFF\xC3 end</p>",
+               "text/html; charset=utf-8");
   const QString text = textOf(server.url(u"/"_s));
   EXPECT_TRUE(text.startsWith(u"11选5"_s));
   EXPECT_TRUE(text.endsWith(u"end"_s));
@@ -77,18 +85,19 @@ TEST_F(ProcessLoaderTest, NothingButThePageIsFetched) {
   const QString out = elsewhere.base();
   server.page("/ok.js", u"document.title='x'; window.fromScript=1"_s, "text/javascript");
   server.page("/file", u"download"_s, "application/octet-stream");
-  server.page("/", u"<html><head><link rel=icon href='/icon'><script src='/ok.js'></script><script src='%1/ad.js'></script>"
-                   "<link rel=stylesheet href='%1/s.css'></head><body>"
-                   "<p id=p>page</p><img src='/picture'><img src='%1/picture'><iframe src='%1/frame'></iframe>"
-                   "<iframe src='file:///etc/hostname'></iframe><a id=l href='%1/link' ping='%1/ping'>l</a>"
-                   "<a id=d href='/file' download>d</a><form id=f action='%1/form'></form>"
-                   "<script>alert(1);confirm(2);prompt(3);window.open('%1/popup');window.open('/popup');"
-                   "fetch('%1/xhr').catch(()=>{});fetch('file:///etc/hostname').then(r=>r.text()).then(t=>{p.innerText=t})"
-                   ".catch(()=>{});navigator.sendBeacon('%1/beacon','x');navigator.sendBeacon('/beacon','x');"
-                   "try{new WebSocket('%2/socket')}catch(e){}"
-                   "d.click();l.click();f.submit();location.href='%1/script'</script>"
-                   "<meta http-equiv=refresh content='0;url=%1/refresh'></body></html>"_s
-                       .arg(out, QString(out).replace(u"http"_s, u"ws"_s)));
+  server.page("/",
+              u"<html><head><link rel=icon href='/icon'><script src='/ok.js'></script><script src='%1/ad.js'></script>"
+              "<link rel=stylesheet href='%1/s.css'></head><body>"
+              "<p id=p>page</p><img src='/picture'><img src='%1/picture'><iframe src='%1/frame'></iframe>"
+              "<iframe src='file:///etc/hostname'></iframe><a id=l href='%1/link' ping='%1/ping'>l</a>"
+              "<a id=d href='/file' download>d</a><form id=f action='%1/form'></form>"
+              "<script>alert(1);confirm(2);prompt(3);window.open('%1/popup');window.open('/popup');"
+              "fetch('%1/xhr').catch(()=>{});fetch('file:///etc/hostname').then(r=>r.text()).then(t=>{p.innerText=t})"
+              ".catch(()=>{});navigator.sendBeacon('%1/beacon','x');navigator.sendBeacon('/beacon','x');"
+              "try{new WebSocket('%2/socket')}catch(e){}"
+              "d.click();l.click();f.submit();location.href='%1/script'</script>"
+              "<meta http-equiv=refresh content='0;url=%1/refresh'></body></html>"_s.arg(
+                  out, QString(out).replace(u"http"_s, u"ws"_s)));
   ProcessLoader page;
   EXPECT_TRUE(load(page, server.url(u"/"_s)));
   runEventsFor(1500, [] { return false; });
@@ -102,7 +111,10 @@ TEST_F(ProcessLoaderTest, NothingButThePageIsFetched) {
 TEST_F(ProcessLoaderTest, ADownloadIsNotSavedAndGivesNoPage) {
   server.server.Get("/", [](const httplib::Request&, httplib::Response& r) {
     r.set_header("Content-Disposition", "attachment; filename=elevenfive-test.bin");
-    r.set_content("11\xE9\x80\x89" "5", "application/octet-stream");
+    r.set_content(
+        "11\xE9\x80\x89"
+        "5",
+        "application/octet-stream");
   });
   ProcessLoader page;
   EXPECT_TRUE(load(page, server.url(u"/"_s)));
@@ -113,10 +125,11 @@ TEST_F(ProcessLoaderTest, LoadsShareNoStateWithEachOther) {
   server.server.Get("/", [](const httplib::Request& request, httplib::Response& r) {
     r.set_header("Set-Cookie", "seen=1; Max-Age=1000");
     r.set_header("Cache-Control", "max-age=1000");
-    r.set_content("<p id=p>" + request.get_header_value("Cookie") +
-                      "</p><script>p.innerText+=localStorage.getItem('seen')||'fresh';localStorage.setItem('seen','old')"
-                      "</script>",
-                  "text/html");
+    r.set_content(
+        "<p id=p>" + request.get_header_value("Cookie") +
+            "</p><script>p.innerText+=localStorage.getItem('seen')||'fresh';localStorage.setItem('seen','old')"
+            "</script>",
+        "text/html");
   });
   ProcessLoader page;
   for (int i = 0; i < 2; ++i) {

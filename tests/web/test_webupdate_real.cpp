@@ -27,8 +27,10 @@ struct Quiet final : UpdateView, StatusPanels {
 QString tablePage(const QStringList& rows, const QString& script = u"make()"_s) {
   return u"<html><head><meta charset=utf-8></head><body><h1>广东11选5</h1><table id=t></table><script>"
          "const rows='%1'.split(';');"
-         "function make(){t.innerHTML='<tr><th>期号</th><th>号码</th></tr>'+rows.map(r=>'<tr>'+r.split(' ').map(c=>'<td>'+c+"
-         "'</td>').join('')+'<td>03-15 17:50</td></tr>').join('')}%2</script></body></html>"_s.arg(rows.join(u';'), script);
+         "function make(){t.innerHTML='<tr><th>期号</th><th>号码</th></tr>'+rows.map(r=>'<tr>'+r.split(' "
+         "').map(c=>'<td>'+c+"
+         "'</td>').join('')+'<td>03-15 17:50</td></tr>').join('')}%2</script></body></html>"_s.arg(rows.join(u';'),
+                                                                                                   script);
 }
 
 class RealUpdate : public WebTest {
@@ -42,9 +44,9 @@ class RealUpdate : public WebTest {
   }
 
   bool fetch() {
-    WebUpdate update(data.store(),
-                     {ports, ports, screen, ports, screen, [this] { return std::make_unique<ProcessLoader>(loader); }, {}},
-                     times);
+    WebUpdate update(
+        data.store(),
+        {ports, ports, screen, ports, screen, [this] { return std::make_unique<ProcessLoader>(loader); }, {}}, times);
     return update.updateFromWeb(QDate(2011, 3, 16), true, {}, lastQihaoForUpdate(data.store()));
   }
 
@@ -96,10 +98,11 @@ TEST_F(RealUpdate, ATableThatAScriptFillsLaterFromItsServerIsRead) {
 }
 
 TEST_F(RealUpdate, LinesOfOtherLayoutsAreRead) {
-  server.page("/", u"<p>11选5</p><pre>11031501 01 02 03 04 05 03-15 09:00\n11031502 01 02 03 04 06 03-15 09:10</pre>"
-                   "<div>11031503 01 02 03 04 07 03-15 09:20</div><ul><li>11031504 01 02 03 04 08 03-15 09:30</ul>"
-                   "<table><tr><td><table><tr><td>11031505</td><td>01 02 03 04 09</td><td>03-15 09:40</td></tr></table>"
-                   "</td></tr></table>"_s);
+  server.page("/",
+              u"<p>11选5</p><pre>11031501 01 02 03 04 05 03-15 09:00\n11031502 01 02 03 04 06 03-15 09:10</pre>"
+              "<div>11031503 01 02 03 04 07 03-15 09:20</div><ul><li>11031504 01 02 03 04 08 03-15 09:30</ul>"
+              "<table><tr><td><table><tr><td>11031505</td><td>01 02 03 04 09</td><td>03-15 09:40</td></tr></table>"
+              "</td></tr></table>"_s);
   EXPECT_TRUE(fetch());
   EXPECT_EQ(data.rows("SELECT 期号 FROM 历史记录 ORDER BY 期号"),
             (QStringList{u"110315001"_s, u"110315002"_s, u"110315003"_s, u"110315004"_s, u"110315005"_s}));
@@ -113,8 +116,9 @@ TEST_F(RealUpdate, APageWithoutDrawsIsCompleteAndTellsItsLines) {
 }
 
 TEST_F(RealUpdate, APageOfAHundredThousandLinesIsScannedToItsEnd) {
-  server.page("/", u"<pre id=p>11选5</pre><script>let s=[];for(let i=0;i<100000;++i)s.push('line '+i);"
-                   "s.push('11031501 01 02 03 04 05 03-15 09:00');p.innerText='11选5\\n'+s.join('\\n')</script>"_s);
+  server.page("/",
+              u"<pre id=p>11选5</pre><script>let s=[];for(let i=0;i<100000;++i)s.push('line '+i);"
+              "s.push('11031501 01 02 03 04 05 03-15 09:00');p.innerText='11选5\\n'+s.join('\\n')</script>"_s);
   EXPECT_TRUE(fetch());
   EXPECT_EQ(count(), 1);
 }
@@ -158,12 +162,13 @@ TEST_F(RealUpdate, ABodyThatNeverEndsIsGivenUp) {
 
 TEST_F(RealUpdate, ABodyOfFiveAnnouncedGigabytesIsGivenUp) {
   server.server.Get("/", [this](const httplib::Request&, httplib::Response& r) {
-    r.set_content_provider(5'000'000'000, "text/html", [this](std::size_t offset, std::size_t, httplib::DataSink& sink) {
-      if (offset == 0)
-        return sink.write("<p>11", 5);
-      server.hang();
-      return false;
-    });
+    r.set_content_provider(5'000'000'000, "text/html",
+                           [this](std::size_t offset, std::size_t, httplib::DataSink& sink) {
+                             if (offset == 0)
+                               return sink.write("<p>11", 5);
+                             server.hang();
+                             return false;
+                           });
   });
   times.documentSeconds = 2;
   loader.readMs = 500;
