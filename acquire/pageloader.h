@@ -44,7 +44,7 @@ class PageLoader {
   /// Lets go of the page; the next load finds a fresh control.
   virtual void refresh() = 0;
 
-  /// Why no page can be had at all, a sentence for the person; empty where the control works.
+  /// Why the control has no page to show, a sentence for the person; empty where it works, whatever the server gave.
   [[nodiscard]] virtual QString fault() const = 0;
 };
 

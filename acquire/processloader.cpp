@@ -18,6 +18,13 @@ constexpr QStringView programFile = u"elevenfive-page";
 /// The longest answer that is waited for, in bytes; the process cuts its texts well below it.
 constexpr qsizetype longestAnswer = qsizetype{128} << 20;
 
+/// Exit status of a program that the system's loader could not put together.
+constexpr int lacksLibrary = 127;
+
+QString missingText() {
+  return u"读取网页的组件 %1 没有找到或无法启动，请重新安装本软件。"_s.arg(programFile);
+}
+
 }  // namespace
 
 QString ProcessLoader::pageProgram() {
@@ -52,6 +59,7 @@ void ProcessLoader::stop() {
 
 void ProcessLoader::navigate(const QUrl& url) {
   stop();
+  ++load_;
   fault_.clear();
   address_ = url;
   busy_ = true;
@@ -59,8 +67,10 @@ void ProcessLoader::navigate(const QUrl& url) {
     complete();
     return;
   }
-  startProcess();
   limit_.start(times_.loadMs);
+  startProcess();
+  if (process_->state() == QProcess::NotRunning)
+    return;
   PageRequest request;
   request.address = url;
   process_->write(lineOf(request));
@@ -72,13 +82,12 @@ void ProcessLoader::startProcess() {
   QObject::connect(process_.get(), &QProcess::readyReadStandardOutput, process_.get(), [this] { output(); });
   QObject::connect(process_.get(), &QProcess::errorOccurred, process_.get(), [this](QProcess::ProcessError error) {
     if (error == QProcess::FailedToStart)
-      fault_ = u"读取网页的组件 %1 没有找到或无法启动，请重新安装本软件。"_s.arg(programFile);
+      fault_ = missingText();
+    complete();
   });
-  QObject::connect(
-      process_.get(), &QProcess::errorOccurred, process_.get(), [this] { complete(); }, Qt::QueuedConnection);
   QObject::connect(process_.get(), &QProcess::finished, process_.get(), [this](int status) {
-    if (status == 127 && fault_.isEmpty())  // the loader of programs lacks a library
-      fault_ = u"读取网页的组件 %1 没有找到或无法启动，请重新安装本软件。"_s.arg(programFile);
+    if (fault_.isEmpty())
+      fault_ = status == lacksLibrary ? missingText() : u"读取网页的组件意外结束，没有读到网页。"_s;
     complete();
   });
   process_->start(program_.isEmpty() ? pageProgram() : program_, QStringList());
@@ -113,6 +122,7 @@ void ProcessLoader::told(const PageTold& message) {
       complete();
       break;
     case PageTold::Kind::fault:
+      fault_ = message.text;
       complete();
       break;
     case PageTold::Kind::text:
@@ -129,11 +139,11 @@ void ProcessLoader::complete() {
     answered_();
   // From the event loop, not from inside one of the process's signals: whoever is told may read the page at once.
   if (busy_)
-    QTimer::singleShot(0, process_ ? static_cast<QObject*>(process_.get()) : &limit_, [this] { tellComplete(); });
+    QTimer::singleShot(0, &limit_, [this, load = load_] { tellComplete(load); });
 }
 
-void ProcessLoader::tellComplete() {
-  if (!std::exchange(busy_, false))
+void ProcessLoader::tellComplete(int load) {
+  if (load != load_ || !std::exchange(busy_, false))
     return;
   if (documentComplete)
     documentComplete(true);

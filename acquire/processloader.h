@@ -45,7 +45,7 @@ class ProcessLoader final : public PageLoader {
   void output();
   void told(const PageTold& message);
   void complete();
-  void tellComplete();
+  void tellComplete(int load);
   QString read(PagePart part);
 
   LoaderTimes times_;
@@ -58,6 +58,7 @@ class ProcessLoader final : public PageLoader {
   QString answer_;
   std::function<void()> answered_;  ///< set while a reading waits
   bool busy_ = false;
+  int load_ = 0;  ///< counts the loads, so that nothing late is taken for a later one's
 };
 
 /// Makes a ProcessLoader with the usual times.

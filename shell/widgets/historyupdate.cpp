@@ -33,7 +33,10 @@ HistoryUpdate::HistoryUpdate(Store& gConn, HistoryPanel& panel, const Ports& por
 void HistoryUpdate::updateHistory() {
   if (ports_.busy.isBusy())
     return;
+  QWidget* focused = window_->focusWidget();
   withFaultBox(ports_.boxes, [this] { update_.updateHistory(); });
+  if (focused != nullptr && focused->isVisible())  // a disabled button loses the focus
+    focused->setFocus();
 }
 
 void HistoryUpdate::showSources() {

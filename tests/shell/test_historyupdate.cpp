@@ -75,6 +75,7 @@ TEST_F(HistoryUpdateTest, AClickBringsTheDrawsIntoThePanel) {
     EXPECT_TRUE(panel(3).contains(u"※※※  110315013 期 于 "_s));
     EXPECT_EQ(panel(2), QString());
     EXPECT_TRUE(button(index).isEnabled());
+    EXPECT_TRUE(button(index).hasFocus());
     EXPECT_FALSE(the<QWidget>(u"ProgressBar_TuBiao"_s).isVisible());
   }
 }

@@ -170,6 +170,22 @@ TEST_F(ProcessLoaderTest, AProcessThatEndsIsToldAsADocumentThatCouldNotBeHad) {
   EXPECT_TRUE(done);
   EXPECT_EQ(page.bodyText(), QString());
   EXPECT_FALSE(page.busy());
+  EXPECT_EQ(page.fault(), u"读取网页的组件意外结束，没有读到网页。"_s);
+  server.page("/next", u"next"_s);
+  load(page, server.url(u"/next"_s));
+  EXPECT_EQ(page.bodyText(), u"next"_s);
+  EXPECT_EQ(page.fault(), QString());
+}
+
+TEST_F(ProcessLoaderTest, APageThatTakesTooMuchMemoryIsEndedAndTold) {
+  server.page("/",
+              u"<script>const kept=[];setInterval(()=>{for(let i=0;i<4;++i){const b=new Uint8Array(1<<25);b.fill(1);"
+              "kept.push(b)}},5)</script><img>"_s);
+  ProcessLoader page;
+  load(page, server.url(u"/"_s));
+  runEventsFor(30'000, [&page] { return !page.fault().isEmpty(); });
+  EXPECT_FALSE(page.fault().isEmpty());
+  EXPECT_EQ(page.bodyText(), QString());
 }
 
 TEST_F(ProcessLoaderTest, NoProcessIsLeftBehindAStop) {
