@@ -104,11 +104,6 @@ QWidget* HistoryPanel::buildEntryStrip() {
   row->addWidget(
       button(u"cmmUpdateHistory_0"_s, u"<-添加记录"_s, u"把左边的期号和号码存入历史记录"_s, &HistoryPanel::addDraw));
   row->addSpacing(fontMetrics().height());
-  row->addWidget(
-      button(u"cmmUpdateHistory_1"_s, u"今日开奖"_s, u"下载当天开奖数据并导入。"_s, &HistoryPanel::updateRequested));
-  row->addWidget(button(u"cmmUpdateHistory_2"_s, u"历史数据"_s, u"下载最近一周开奖数据并导入。"_s,
-                        &HistoryPanel::updateRequested));
-  row->addSpacing(fontMetrics().height());
   row->addWidget(buildButtons());
   row->setContentsMargins(0, 0, 0, 0);
   entryStrip_->setLayout(row);
@@ -162,6 +157,11 @@ QWidget* HistoryPanel::buildModeStrip() {
                   option(u"OptionHistoryMode_1"_s, u"显示全部"_s, history)};
   dataMode_[0]->setChecked(true);
   historyMode_[1]->setChecked(true);
+  row->addSpacing(fontMetrics().height());
+  row->addWidget(
+      button(u"cmmUpdateHistory_1"_s, u"今日开奖"_s, u"下载当天开奖数据并导入。"_s, &HistoryPanel::updateRequested));
+  row->addWidget(button(u"cmmUpdateHistory_2"_s, u"历史数据"_s, u"下载最近一周开奖数据并导入。"_s,
+                        &HistoryPanel::updateRequested));
   row->addSpacing(fontMetrics().height());
   row->addWidget(button(u"CmmSousuo"_s, u"搜索记录"_s, u"显示查找行"_s, &HistoryPanel::searchRecords));
   filterBegin_ = button(u"filterBegin"_s, u"搜索"_s, u"按查找行的条件显示记录"_s, &HistoryPanel::runSearch);

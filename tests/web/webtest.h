@@ -9,21 +9,21 @@
 #include "acquire/processloader.h"
 #include "acquire/sources.h"
 #include "acquire/webupdate.h"
+#include "tests/support/httpserver.h"
 #include "tests/support/recordingports.h"
 #include "tests/support/testworkspace.h"
-#include "tests/web/webserver.h"
 
 namespace elevenfive {
 
 /// Whether pages can be loaded at all: the engine's sandbox needs rights that a user of a container may lack.
 inline bool engineRuns() {
   static const bool runs = [] {
-    WebServer server;
-    server.page("/", QStringLiteral("<p>there</p>"));
+    HttpServer server;
+    server.answer("/", pageReply("<p>there</p>"));
     ProcessLoader page;
     bool done = false;
     page.documentComplete = [&done](bool) { done = true; };
-    page.navigate(server.url(QStringLiteral("/")));
+    page.navigate(QUrl(server.url(QStringLiteral("/"))));
     runEventsFor(60'000, [&done] { return done; });
     return page.bodyText() == QStringLiteral("there");
   }();
@@ -54,7 +54,26 @@ class WebTest : public ::testing::Test {
     return page.bodyText();
   }
 
-  WebServer server;
+  void page(const QByteArray& path, const QString& body) { server.answer(path, pageReply(body.toUtf8())); }
+  [[nodiscard]] QUrl root() const { return QUrl(server.url(QStringLiteral("/"))); }
+
+  HttpServer server;
 };
+
+/// An answer that sends the asker on.
+inline HttpReply redirectTo(const QString& address) {
+  HttpReply reply;
+  reply.status = 302;
+  reply.headers = {{"Location", address.toUtf8()}};
+  return reply;
+}
+
+/// The paths that a server was asked for, in order of arrival.
+inline QStringList askedOf(const HttpServer& server) {
+  QStringList paths;
+  for (const HttpRequest& request : server.requests())
+    paths << QString::fromUtf8(request.path);
+  return paths;
+}
 
 }  // namespace elevenfive
