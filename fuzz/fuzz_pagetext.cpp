@@ -56,8 +56,9 @@ void checkScan(Store& store, const QString& text) {
   demand((counts.lowQihao == 0) == (counts.rowsDone == 0), "the smallest period is that of a record");
   demand(counts.highQihao >= std::max(begunWith, counts.lowQihao), "the largest period never falls");
   demand(countWhere(store, "期号 < 1 OR 期号 > 999999999") == 0, "periods have at most nine digits");
-  demand(countWhere(store, "NOT (号码1 >= 1 AND 号码1 < 号码2 AND 号码2 < 号码3 AND 号码3 < 号码4 AND 号码4 < 号码5 "
-                           "AND 号码5 <= 11)") == 0,
+  demand(countWhere(store,
+                    "NOT (号码1 >= 1 AND 号码1 < 号码2 AND 号码2 < 号码3 AND 号码3 < 号码4 AND 号码4 < 号码5 "
+                    "AND 号码5 <= 11)") == 0,
          "the five numbers are ascending");
   deriveScanned(store, counts, nullptr, events, nullptr);
   // The first row of the range serves as the draw before, and the oldest is derived alone: none stays out.
@@ -68,7 +69,8 @@ void checkReaders(const QString& text) {
   SiteList sites({}, {});
   if (!text.isEmpty()) {
     const int count = sites.getSiteList(text);
-    demand(count <= SiteList::mostSites && count == static_cast<int>(sites.sites().size()), "there are at most 25 sites");
+    demand(count <= SiteList::mostSites && count == static_cast<int>(sites.sites().size()),
+           "there are at most 25 sites");
   }
   const QString url = dayPageUrl(day, QUrl(u"http://second.test/list"_s), text);
   demand(url.isEmpty() || (url.startsWith(u"http://second.test/syxw/syxwlssj/"_s) && url.endsWith(u".html"_s)),
