@@ -1,6 +1,7 @@
 # What all targets of the project share: language level, warnings, sanitizers, compiler cache.
 
 option(ELEVENFIVE_WINDOW "Build the window (needs Qt6 Widgets)" ON)
+option(ELEVENFIVE_WEB "Build the page process (needs Qt6 WebEngineCore)" ON)
 option(ELEVENFIVE_TESTS "Build the tests" ON)
 option(ELEVENFIVE_BENCH "Build the benchmarks" OFF)
 option(ELEVENFIVE_FUZZ "Build the fuzz targets (needs clang)" OFF)
@@ -41,9 +42,12 @@ if(ELEVENFIVE_MOLD)
   target_link_options(elevenfive_options INTERFACE -fuse-ld=mold)
 endif()
 if(ELEVENFIVE_SANITIZE)
-  target_compile_options(elevenfive_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+  # All targets but those whose property UNSANITIZED is set.
+  set(sanitized "$<NOT:$<BOOL:$<TARGET_PROPERTY:UNSANITIZED>>>")
+  target_compile_options(elevenfive_options INTERFACE "$<${sanitized}:-fsanitize=address,undefined>"
+                                                      "$<${sanitized}:-fno-sanitize-recover=undefined>"
                                                       -fno-omit-frame-pointer)
-  target_link_options(elevenfive_options INTERFACE -fsanitize=address,undefined)
+  target_link_options(elevenfive_options INTERFACE "$<${sanitized}:-fsanitize=address,undefined>")
 endif()
 if(ELEVENFIVE_FUZZ)
   target_compile_options(elevenfive_options INTERFACE -fsanitize=fuzzer-no-link)

@@ -158,6 +158,11 @@ QWidget* HistoryPanel::buildModeStrip() {
   dataMode_[0]->setChecked(true);
   historyMode_[1]->setChecked(true);
   row->addSpacing(fontMetrics().height());
+  row->addWidget(
+      button(u"cmmUpdateHistory_1"_s, u"今日开奖"_s, u"下载当天开奖数据并导入。"_s, &HistoryPanel::updateRequested));
+  row->addWidget(button(u"cmmUpdateHistory_2"_s, u"历史数据"_s, u"下载最近一周开奖数据并导入。"_s,
+                        &HistoryPanel::updateRequested));
+  row->addSpacing(fontMetrics().height());
   row->addWidget(button(u"CmmSousuo"_s, u"搜索记录"_s, u"显示查找行"_s, &HistoryPanel::searchRecords));
   filterBegin_ = button(u"filterBegin"_s, u"搜索"_s, u"按查找行的条件显示记录"_s, &HistoryPanel::runSearch);
   clearFilter_ = button(u"cmdClearFilter"_s, u"清空查找"_s, u"清空查找行，显示全部记录"_s, &HistoryPanel::endSearch);
@@ -207,7 +212,13 @@ void HistoryPanel::selectHistoryMode(bool all) {
 }
 
 void HistoryPanel::selectDataMode(bool chart) {
-  dataMode_[chart ? 1 : 0]->setChecked(true);
+  QRadioButton* mode = dataMode_[chart ? 1 : 0];
+  if (mode->isEnabledTo(mode->parentWidget()))
+    mode->setChecked(true);
+}
+
+Progress& HistoryPanel::derivationProgress() {
+  return progress_->derivation();
 }
 
 void HistoryPanel::focusEntry() {

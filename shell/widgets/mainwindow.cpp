@@ -17,6 +17,7 @@
 #include "model/programtitle.h"
 #include "model/widgets/faultbox.h"
 #include "model/workspace.h"
+#include "shell/widgets/historyupdate.h"
 #include "shell/widgets/menumap.h"
 
 namespace elevenfive {
@@ -64,6 +65,8 @@ MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
   history_ =
       new HistoryPanel(workspace_.gConn, workspace_.folders().program,
                        {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, statusLine_, busy_}, this);
+  update_ =
+      new HistoryUpdate(workspace_.gConn, *history_, {ports_.boxes, events_, statusLine_, busy_, ports_.loaders}, this);
   conditions_ = new ConditionView(workspace_.gConn, *driver_, ports_.boxes, ports_.inputs, this);
   buildBody();
   buildMenus();
@@ -191,6 +194,13 @@ void MainWindow::runMenuAction(MenuAction action, int argument) {
       selectTopTab(2);
       conditions_->showParityPage();
       break;
+    case MenuAction::historyUpdate:
+      selectTopTab(1);
+      updateHistory();
+      break;
+    case MenuAction::sources:
+      update_->showSources();
+      break;
     case MenuAction::run:
       selectTopTab(3);
       run_->clickButton(argument);
@@ -199,6 +209,10 @@ void MainWindow::runMenuAction(MenuAction action, int argument) {
       switchUser();
       break;
   }
+}
+
+void MainWindow::updateHistory() {
+  update_->updateHistory();
 }
 
 void MainWindow::runButton(int index) {

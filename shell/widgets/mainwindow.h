@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 
+#include "acquire/pageloader.h"
 #include "engine/rundriver.h"
 #include "model/ports.h"
 #include "model/widgets/busystate.h"
@@ -24,6 +25,7 @@ namespace elevenfive {
 
 class ConditionView;
 class HistoryPanel;
+class HistoryUpdate;
 class ResultFileDialogs;
 class RunPanel;
 class Workspace;
@@ -35,6 +37,7 @@ struct WindowPorts {
   Inputs& inputs;
   FileDialogs& files;
   TextViewer& texts;
+  PageLoaderFactory loaders = {};  ///< of web pages; empty: the page process beside the program
 };
 
 class MainWindow final : public QMainWindow {
@@ -43,6 +46,9 @@ class MainWindow final : public QMainWindow {
  public:
   MainWindow(Workspace& workspace, const WindowPorts& ports);
   ~MainWindow() override;
+
+  /// Reads draws from the web into the history page, as cmmUpdateHistory_2 does.
+  void updateHistory();
 
   /// Selects a tab of TabStrip_Top, 1 to 3, and does what a click on it does.
   void selectTopTab(int tab);
@@ -91,6 +97,7 @@ class MainWindow final : public QMainWindow {
   QTabBar* topTabs_ = nullptr;
   QStackedWidget* pages_ = nullptr;
   HistoryPanel* history_ = nullptr;
+  HistoryUpdate* update_ = nullptr;
   ConditionView* conditions_ = nullptr;
   RunPanel* run_ = nullptr;
   std::function<bool()> leave_;

@@ -89,11 +89,15 @@ TEST_F(Program, WrongWordsEndWithTheUsageOfWhatWasMeant) {
 }
 
 TEST_F(Program, ACommandWithoutItsSecondWordIsTold) {
-  for (const QStringList& words : {QStringList{u"history"_s}, QStringList{u"group"_s, u"1"_s}}) {
-    const auto outcome = cli.call(words);
+  struct Case {
+    QStringList words;
+    int ways;
+  };
+  for (const Case& one : {Case{{u"history"_s}, 8}, Case{{u"group"_s, u"1"_s}, 6}}) {
+    const auto outcome = cli.call(one.words);
     EXPECT_EQ(outcome.status, exitUsage);
-    EXPECT_EQ(outcome.err.section(u'\n', 0, 0), u"命令 %1 没有这种用法。"_s.arg(words.first()));
-    EXPECT_EQ(outcome.err.count(u'\n'), 7);  // one line for each of the six ways
+    EXPECT_EQ(outcome.err.section(u'\n', 0, 0), u"命令 %1 没有这种用法。"_s.arg(one.words.first()));
+    EXPECT_EQ(outcome.err.count(u'\n'), 1 + one.ways);  // one line for each of the ways
   }
   EXPECT_EQ(cli.call({u"pick"_s}).err.section(u'\n', 0, 0), u"缺少参数 NUMBER。"_s);
 }
@@ -265,6 +269,8 @@ history clear
 history import FILE [--clear]
 history export FILE
 history derive FROM TO
+history page FILE --date YYYY-MM-DD
+history update
 game list
 game use N
 game source

@@ -1,0 +1,46 @@
+// The form in which the addresses of the web are set: each with what it is for, and a test whether it can be read.
+#pragma once
+
+#include <QDialog>
+#include <vector>
+
+#include "acquire/openurltext.h"
+#include "model/ports.h"
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace elevenfive {
+
+class Store;
+
+class SourcesForm final : public QDialog {
+  Q_OBJECT
+
+ public:
+  SourcesForm(Store& gConn, Boxes& boxes, PageLoaderFactory loaders, QWidget* parent = nullptr);
+
+  void done(int result) override;
+
+ private:
+  struct Row {
+    QString name;
+    QLineEdit* address;
+    QPushButton* test;
+  };
+
+  void buildRows();
+  void store();
+  void test(const Row& row);
+  [[nodiscard]] QUrl pageOf(const Row& row) const;
+
+  Store& gConn_;
+  Boxes& boxes_;
+  OpenUrlText reader_;
+  std::vector<Row> rows_;
+  QLabel* verdict_;
+  bool testing_ = false;
+};
+
+}  // namespace elevenfive

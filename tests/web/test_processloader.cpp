@@ -1,0 +1,216 @@
+// The hidden page over a real server: what it shows, and what it does not do.
+#include <signal.h>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QStandardPaths>
+
+#include "acquire/openurltext.h"
+#include "tests/web/webtest.h"
+
+namespace elevenfive {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class ProcessLoaderTest : public WebTest {};
+
+TEST_F(ProcessLoaderTest, ATableHasTabsBetweenItsCellsAndALineForEachRow) {
+  page("/", u"<table><tr><td>11031510</td><td>01</td></tr><tr><td>11031511</td><td>02</td></tr></table>"_s);
+  EXPECT_EQ(textOf(root()), u"11031510\t01\n11031511\t02"_s);
+}
+
+TEST_F(ProcessLoaderTest, ScriptsTimersAndFramesOfTheScreenRun) {
+  page("/",
+       u"<p id=a></p><p id=b></p><script>setTimeout(()=>{a.innerText='timer'},50);"
+       "requestAnimationFrame(()=>{b.innerText='frame'})</script>"_s);
+  ProcessLoader loader;
+  ASSERT_TRUE(load(loader, root()));
+  QString text;
+  runEventsFor(3000, [&] {
+    text = loader.bodyText();
+    return text.contains(u"timer"_s) && text.contains(u"frame"_s);
+  });
+  EXPECT_TRUE(text.contains(u"timer"_s));
+}
+
+TEST_F(ProcessLoaderTest, TheMarkupIsThatAfterTheScripts) {
+  page("/", u"<p id=a></p><script>a.innerText='made'</script>"_s);
+  ProcessLoader loader;
+  load(loader, root());
+  EXPECT_TRUE(loader.markup().contains(u"<p id=\"a\">made</p>"_s));
+}
+
+TEST_F(ProcessLoaderTest, APageInGbkIsDecoded) {
+  server.answer("/", pageReply(QByteArrayLiteral("<meta charset=gbk><p>\xB9\xE3\xB6\xAB"
+                                                 "11\xD1\xA1"
+                                                 "5</p>"),
+                               "text/html"));
+  EXPECT_EQ(textOf(root()), u"广东11选5"_s);
+}
+
+TEST_F(ProcessLoaderTest, BrokenUtf8StaysReadable) {
+  server.answer("/", pageReply(QByteArrayLiteral("<p>11\xE9\x80\x89"
+                                                 "5 \xFF\xC3 end</p>")));
+  const QString text = textOf(root());
+  EXPECT_TRUE(text.startsWith(u"11选5"_s));
+  EXPECT_TRUE(text.endsWith(u"end"_s));
+}
+
+TEST_F(ProcessLoaderTest, ARedirectOnTheHostIsFollowed) {
+  server.answer("/", redirectTo(u"/there"_s));
+  page("/there", u"arrived"_s);
+  ProcessLoader loader;
+  load(loader, root());
+  EXPECT_EQ(loader.bodyText(), u"arrived"_s);
+  EXPECT_EQ(loader.address(), QUrl(server.url(u"/there"_s)));
+}
+
+TEST_F(ProcessLoaderTest, ARedirectAwayIsRefusedAndTold) {
+  HttpServer elsewhere;
+  elsewhere.answer("/trap", pageReply(resultsPageMark.toUtf8()));
+  server.answer("/", redirectTo(elsewhere.url(u"/trap"_s)));
+  ProcessLoader loader;
+  EXPECT_TRUE(load(loader, root()));
+  EXPECT_EQ(loader.address(), QUrl(elsewhere.url(u"/trap"_s)));
+  EXPECT_FALSE(loader.bodyText().contains(u"11选5"_s));
+  EXPECT_EQ(askedOf(elsewhere), QStringList());
+}
+
+TEST_F(ProcessLoaderTest, NothingButThePageIsFetched) {
+  HttpServer elsewhere;
+  const QString out = elsewhere.url({});
+  server.answer("/ok.js", pageReply("window.fromScript = 1", "text/javascript"));
+  server.answer("/file", pageReply("download", "application/octet-stream"));
+  page("/",
+       u"<html><head><link rel=icon href='/icon'><script src='/ok.js'></script><script src='%1/ad.js'></script>"
+       "<link rel=stylesheet href='%1/s.css'></head><body>"
+       "<p id=p>page</p><img src='/picture'><img src='%1/picture'><iframe src='%1/frame'></iframe>"
+       "<iframe src='file:///etc/hostname'></iframe><a id=l href='%1/link' ping='%1/ping'>l</a>"
+       "<a id=d href='/file' download>d</a><form id=f action='%1/form'></form>"
+       "<script>alert(1);confirm(2);prompt(3);window.open('%1/popup');window.open('/popup');"
+       "fetch('%1/xhr').catch(()=>{});fetch('file:///etc/hostname').then(r=>r.text()).then(t=>{p.innerText=t})"
+       ".catch(()=>{});navigator.sendBeacon('%1/beacon','x');navigator.sendBeacon('/beacon','x');"
+       "try{new WebSocket('%2/socket')}catch(e){}"
+       "d.click();l.click();f.submit();location.href='%1/script'</script>"
+       "<meta http-equiv=refresh content='0;url=%1/refresh'></body></html>"_s.arg(
+           out, QString(out).replace(u"http"_s, u"ws"_s)));
+  ProcessLoader loader;
+  EXPECT_TRUE(load(loader, root()));
+  runEventsFor(1500, [] { return false; });
+  EXPECT_TRUE(loader.bodyText().startsWith(u"page"_s));
+  EXPECT_EQ(askedOf(elsewhere), QStringList());
+  QStringList asked = askedOf(server);
+  asked.sort();
+  EXPECT_EQ(asked, (QStringList{u"/"_s, u"/ok.js"_s}));
+}
+
+TEST_F(ProcessLoaderTest, ADownloadIsNotSavedAndGivesNoPage) {
+  HttpReply reply = pageReply(resultsPageMark.toUtf8(), "application/octet-stream");
+  reply.headers.emplace_back("Content-Disposition", "attachment; filename=elevenfive-test.bin");
+  server.answer("/", reply);
+  ProcessLoader loader;
+  EXPECT_TRUE(load(loader, root()));
+  EXPECT_EQ(loader.bodyText(), QString());
+  for (const auto place : {QStandardPaths::DownloadLocation, QStandardPaths::HomeLocation})
+    EXPECT_FALSE(QFile::exists(QStandardPaths::writableLocation(place) + u"/elevenfive-test.bin"_s));
+}
+
+TEST_F(ProcessLoaderTest, LoadsShareNoStateWithEachOther) {
+  server.answer("/", [](const HttpRequest& request) {
+    HttpReply reply = pageReply("<p id=p>" + request.header("Cookie") +
+                                "</p><script>p.innerText+=localStorage.getItem('seen')||'fresh';"
+                                "localStorage.setItem('seen','old')</script>");
+    reply.headers.emplace_back("Set-Cookie", "seen=1; Max-Age=1000");
+    reply.headers.emplace_back("Cache-Control", "max-age=1000");
+    return reply;
+  });
+  ProcessLoader loader;
+  for (int i = 0; i < 2; ++i) {
+    load(loader, root());
+    EXPECT_EQ(loader.bodyText(), u"fresh"_s);
+  }
+  EXPECT_EQ(askedOf(server), (QStringList{u"/"_s, u"/"_s}));
+}
+
+TEST_F(ProcessLoaderTest, AnAddressOfAnotherKindIsNotLoaded) {
+  ProcessLoader loader;
+  for (const QString& address : {u"file:///etc/hostname"_s, u"javascript:1"_s, u"chrome://version"_s}) {
+    EXPECT_TRUE(load(loader, QUrl(address), 2000));
+    EXPECT_EQ(loader.bodyText(), QString());
+  }
+}
+
+TEST_F(ProcessLoaderTest, AScriptThatNeverEndsIsNotWaitedFor) {
+  page("/", u"11选5<script>for(;;){}</script>"_s);
+  ProcessLoader loader({400, 300});
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_TRUE(load(loader, root()));
+  EXPECT_EQ(loader.bodyText(), QString());
+  EXPECT_LT(waited.elapsed(), 10'000);
+}
+
+TEST_F(ProcessLoaderTest, AProcessThatEndsIsToldAsADocumentThatCouldNotBeHad) {
+  HttpReply silent;
+  silent.ending = HttpEnding::silent;
+  server.answer("/", silent);
+  ProcessLoader loader;
+  bool done = false;
+  loader.documentComplete = [&done](bool) { done = true; };
+  loader.navigate(root());
+  runEventsFor(10'000, [this] { return !askedOf(server).isEmpty(); });
+  EXPECT_FALSE(done);
+  ASSERT_EQ(::kill(static_cast<pid_t>(loader.processId()), SIGKILL), 0);
+  runEventsFor(5000, [&done] { return done; });
+  EXPECT_TRUE(done);
+  EXPECT_EQ(loader.bodyText(), QString());
+  EXPECT_FALSE(loader.busy());
+  EXPECT_EQ(loader.fault(), u"读取网页的组件意外结束，没有读到网页。"_s);
+  page("/next", u"next"_s);
+  load(loader, QUrl(server.url(u"/next"_s)));
+  EXPECT_EQ(loader.bodyText(), u"next"_s);
+  EXPECT_EQ(loader.fault(), QString());
+}
+
+TEST_F(ProcessLoaderTest, APageThatTakesTooMuchMemoryIsEndedAndTold) {
+  page("/",
+       u"<script>const kept=[];setInterval(()=>{for(let i=0;i<4;++i){const b=new Uint8Array(1<<25);b.fill(1);"
+       "kept.push(b)}},5)</script><img>"_s);
+  ProcessLoader loader;
+  load(loader, root());
+  runEventsFor(30'000, [&loader] { return !loader.fault().isEmpty(); });
+  EXPECT_FALSE(loader.fault().isEmpty());
+  EXPECT_EQ(loader.bodyText(), QString());
+}
+
+TEST_F(ProcessLoaderTest, NoProcessIsLeftBehindAStop) {
+  page("/", u"11选5<script>for(;;){}</script>"_s);
+  ProcessLoader loader({2000, 300});
+  load(loader, root());
+  const QString place = u"/proc/%1"_s.arg(loader.processId());
+  EXPECT_TRUE(QFile::exists(place));
+  loader.stop();
+  EXPECT_FALSE(QFile::exists(place));
+}
+
+TEST(ProcessLoaderStart, AMissingProgramIsToldInASentence) {
+  ProcessLoader loader({}, u"/nonexistent/elevenfive-page"_s);
+  bool done = false;
+  loader.documentComplete = [&done](bool) { done = true; };
+  loader.navigate(QUrl(u"http://127.0.0.1:9/"_s));
+  runEventsFor(5000, [&done] { return done; });
+  EXPECT_TRUE(done);
+  EXPECT_EQ(loader.fault(), u"读取网页的组件 elevenfive-page 没有找到或无法启动，请重新安装本软件。"_s);
+  EXPECT_EQ(loader.bodyText(), QString());
+}
+
+TEST_F(ProcessLoaderTest, ThePlainReaderGivesTextAndMarkup) {
+  page("/08118.html", u"<h1> 奖池 </h1>"_s);
+  OpenUrlText reader(processLoaders(), 400);
+  EXPECT_EQ(reader.openUrlText(QUrl(server.url(u"/08118.html"_s)), true), u"奖池"_s);
+  EXPECT_TRUE(reader.openUrlText(QUrl(server.url(u"/08118.html"_s)), false).startsWith(u"<html>"_s));
+}
+
+}  // namespace
+}  // namespace elevenfive
