@@ -50,6 +50,7 @@ CaizongTip::CaizongTip(Store& gConn, Boxes& boxes, QWidget* parent)
   closing->addWidget(check);
   closing->addStretch();
   closing->addWidget(ok);
+  grid_->setHorizontalSpacing(fontMetrics().height());
   auto* layout = new QVBoxLayout(content_);
   layout->addLayout(grid_);
   layout->addWidget(warning);
