@@ -65,7 +65,10 @@ void CaizongTip::openBelow(QWidget* button) {
   if (!withFaultBox(boxes_, [this] { showCaizongList(); }))
     return;
   button_ = button;
-  place();
+  for (QWidget* over = button; over != nullptr && over != parentWidget(); over = over->parentWidget())
+    over->installEventFilter(this);  // once, however often it is asked for
+  centre();
+  slideOpen();
   show();
   raise();
   QAbstractButton* current = games_->checkedButton();
@@ -99,15 +102,29 @@ void CaizongTip::showCaizongList() {
   }
 }
 
-void CaizongTip::place() {
-  const QSize full = content_->sizeHint() + QSize(2 * frameWidth(), 2 * frameWidth());
+QSize CaizongTip::fullSize() const {
+  return content_->sizeHint() + QSize(2 * frameWidth(), 2 * frameWidth());
+}
+
+void CaizongTip::centre() {
+  const int width = fullSize().width();
   const QPoint below = button_->mapTo(parentWidget(), QPoint(button_->width() / 2, button_->height()));
-  const int rightmost = std::max(0, parentWidget()->width() - full.width());
-  move(std::clamp(below.x() - full.width() / 2, 0, rightmost), below.y());
+  const int rightmost = std::max(0, parentWidget()->width() - width);
+  move(std::clamp(below.x() - width / 2, 0, rightmost), below.y());
+}
+
+void CaizongTip::slideOpen() {
+  const QSize full = fullSize();
   slide_.stop();
   slide_.setStartValue(QSize(full.width(), 0));
   slide_.setEndValue(full);
   slide_.start();
+}
+
+bool CaizongTip::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Move && isVisible() && button_ != nullptr)
+    centre();
+  return QFrame::eventFilter(watched, event);
 }
 
 void CaizongTip::shut() {

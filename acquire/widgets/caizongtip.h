@@ -21,7 +21,8 @@ class CaizongTip final : public QFrame {
   /// Lies over its parent, hidden at first.
   CaizongTip(Store& gConn, Boxes& boxes, QWidget* parent);
 
-  /// Fills in the games, selects the one in use, and slides open centred below a button. A fault shows one box instead.
+  /// Fills in the games, selects the one in use, and slides open centred below a button, which it follows from then on. A
+  /// fault shows one box instead.
   void openBelow(QWidget* button);
 
   /// Hides the panel and gives the focus back to the button.
@@ -30,10 +31,13 @@ class CaizongTip final : public QFrame {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void showCaizongList();
-  void place();
+  [[nodiscard]] QSize fullSize() const;
+  void centre();
+  void slideOpen();
 
   Store& gConn_;
   Boxes& boxes_;

@@ -98,6 +98,14 @@ TEST_F(CaizongTipTest, SlidesOpenCentredBelowItsButton) {
   EXPECT_NEAR(tip.geometry().center().x(), 500, 1);
 }
 
+TEST_F(CaizongTipTest, FollowsItsButton) {
+  tip.openBelow(&button);
+  const int before = tip.x();
+  button.move(430, 40);
+  EXPECT_EQ(tip.x(), before - 20);
+  EXPECT_EQ(tip.y(), 70);
+}
+
 TEST_F(CaizongTipTest, StaysInsideThePageAtItsEdge) {
   button.move(900, 20);
   tip.openBelow(&button);
