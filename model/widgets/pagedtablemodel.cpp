@@ -178,7 +178,8 @@ const PagedTableModel::Row* PagedTableModel::fetchRow(int row) const {
       // A view asks for cells while it paints, where a fault has nowhere to go: the page shows empty.
       page->resize(pageRows);
     }
-    pages_.insert(number, page);
+    if (!pages_.insert(number, page))
+      return nullptr;
   }
   const Row& cells = (*page)[static_cast<std::size_t>(row % pageRows)];
   return cells.empty() ? nullptr : &cells;
