@@ -113,17 +113,6 @@ TEST_F(MainWindowTest, AnImportAsksAboutTheOldDrawsAndACancelledDialogImportsNot
   EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"1"_s});
 }
 
-TEST_F(MainWindowTest, AMissingImportFileIsOneWithoutDataAndTheWindowLives) {
-  data.addDraws(u"11031510 01 02 03 04 05"_s);
-  open();
-  ports.answers = {Answer::no};
-  files.paths = {data.folders.program + u"/none.txt"_s};
-  click(the<QPushButton>(u"newBtnHistory_99"_s));
-  EXPECT_EQ(ports.log, (QStringList{u"question [] 原有的历史数据是否要清空？"_s, u"plain [] 没有数据，无法导入！"_s}));
-  EXPECT_EQ(shownPeriods(), u"11031510"_s);
-  EXPECT_TRUE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
-}
-
 TEST_F(MainWindowTest, AnExportShowsItsText) {
   data.addDraws(u"11031510 01 02 03 04 05\n11031511 07 08 09 10 11"_s);
   open();
