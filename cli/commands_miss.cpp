@@ -6,6 +6,7 @@
 #include "cli/session.h"
 #include "cli/values.h"
 #include "history/miss.h"
+#include "history/missmessage.h"
 
 namespace elevenfive {
 
@@ -29,6 +30,16 @@ Action prepareMiss(const Arguments& arguments) {
   };
 }
 
+Action prepareMissMessage(const Arguments& arguments) {
+  const Qihao qihao = numberOf(arguments, u"QIHAO"_s);
+  const int number = numberOf(arguments, u"N"_s, 1, numberCount);
+  return [qihao, number](Session& session) {
+    const MissLabels labels = calcYilou(session.store(), qihao, true, session.program().workspace.yilouNow,
+                                        &session.ports(), session.ports());
+    printText(session.out(), missMessage(number, qihao, labels.numbers.at(static_cast<std::size_t>(number))));
+  };
+}
+
 Action prepareMissSum(const Arguments& arguments) {
   const Qihao from = numberOf(arguments, u"FROM"_s);
   const Qihao to = numberOf(arguments, u"TO"_s);
@@ -39,6 +50,7 @@ Action prepareMissSum(const Arguments& arguments) {
 
 constexpr Command commands[] = {
     {u"miss QIHAO", u"calcYilou with labels", u"号码 longest average current hits last", prepareMiss},
+    {u"miss QIHAO N", u"the message of a click on number N", u"text", prepareMissMessage},
     {u"misssum FROM TO", u"calcYilouSum", u"", prepareMissSum},
 };
 

@@ -13,7 +13,11 @@ InputBox machinePickQuestion() {
 }
 
 int machineTicketCount(const QString& answer) {
-  return std::min(inputNumber(answer), mostMachineTickets);
+  const QString typed = answer.trimmed();
+  qsizetype zeros = 0;
+  while (zeros < typed.size() && typed[zeros] == u'0')
+    ++zeros;
+  return std::min(inputNumber(typed.sliced(zeros)), mostMachineTickets);
 }
 
 std::vector<Draw> machinePick(int count, const std::function<double()>& randomFraction) {

@@ -121,7 +121,9 @@ int insertLines(const RunContext& run, const ImportSettings& settings, TextLines
 }  // namespace
 
 bool acceptFilePeriod(const QString& typed, Boxes& boxes) {
-  if (typed.size() >= shortestPeriod)
+  bool inRange = false;
+  static_cast<void>(typed.toInt(&inRange));
+  if (typed.size() >= shortestPeriod && inRange)
     return true;
   boxes.plain(u"请在文本框中输入期号。(如：11031510)"_s);
   return false;

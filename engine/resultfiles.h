@@ -35,7 +35,8 @@ class ResultFileDialogs {
   virtual void showText(const QString& path, const QString& text) = 0;
 };
 
-/// Whether the period typed into one of the two dialogs is long enough; where not, the message says what is wanted.
+/// Whether the period typed into one of the two dialogs is long enough and none beyond the largest; where not, the message
+/// says what is wanted.
 bool acceptFilePeriod(const QString& typed, Boxes& boxes);
 
 /// Asks what to export and writes the period's rows to the working file of this name, then shows it. False where the period

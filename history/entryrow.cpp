@@ -43,8 +43,4 @@ QString historyEntryRefusal() {
   return u"输入有误或不完整,请核对后重新输入!"_s;
 }
 
-bool entryKeyPasses(QChar key) {
-  return hasChar(key, digits) || key == u'\b' || key == u'\r';
-}
-
 }  // namespace elevenfive

@@ -29,7 +29,4 @@ HistoryEntryCheck checkHistoryInput(const HistoryEntry& entry);
 /// The refusal of an entry that is not valid.
 QString historyEntryRefusal();
 
-/// Whether a typed key reaches a field of the entry row: digits, backspace and Enter do.
-bool entryKeyPasses(QChar key);
-
 }  // namespace elevenfive

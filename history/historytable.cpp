@@ -57,7 +57,7 @@ bool deleteToldRecord(Store& store, Qihao qihao, Boxes& boxes, const HistoryLayo
 }
 
 bool deleteAskedRecord(Store& store, Inputs& inputs, Boxes& boxes, const HistoryLayout& layout) {
-  const Qihao qihao = inputNumber(inputs.askText({u"请输入期号"_s, u"您要删除哪期的记录？"_s, {}}));
+  const Qihao qihao = leadingNumber(inputs.askText({u"请输入期号"_s, u"您要删除哪期的记录？"_s, {}}).trimmed());
   return qihao != 0 && deleteToldRecord(store, qihao, boxes, layout);
 }
 

@@ -90,11 +90,17 @@ int markOf(const Draw& numbers) {
 
 /// Goes through the draws up to a period and writes 总期号 and 遗漏数据 where they are not yet as they shall be: a second
 /// calculation finds most rows as the first one left them.
+///
+/// Rewriting a row costs more than all else here, so neighbouring rows are rewritten by one statement: where periods follow
+/// each other without a gap, 总期号 is the period less one and the same number, and of a sorted draw the largest number
+/// is 号码5.
 class IndexPass final {
  public:
   IndexPass(Store& store, Qihao to)
       : rows_(store, std::numeric_limits<Qihao>::min(), to, DrawColumns::numbersAndMarks),
-        update_(store.query("统计遗漏值", "UPDATE 历史记录 SET 总期号 = ?, 遗漏数据 = ? WHERE 期号 = ?")),
+        update_(store.query(purpose, "UPDATE 历史记录 SET 总期号 = ?, 遗漏数据 = ? WHERE 期号 = ?")),
+        updateRun_(store.query(
+            purpose, "UPDATE 历史记录 SET 总期号 = 期号 + ?, 遗漏数据 = 号码5 WHERE 期号 >= ? AND 期号 <= ?")),
         transaction_(store) {}
 
   std::optional<DrawRow> next() { return rows_.next(); }
@@ -102,16 +108,44 @@ class IndexPass final {
   void write(const DrawRow& row, int index, int mark) {
     if (row.zongQihao == index && row.yilouShuju == mark)
       return;
-    update_.run(index, mark, row.qihao);
-    transaction_.rowDone();
+    if (mark != row.numbers.back()) {
+      update_.run(index, mark, row.qihao);
+      transaction_.rowDone();
+      return;
+    }
+    if (runLength_ == longestRun || row.qihao != runFirst_ + runLength_)
+      writeRun();
+    if (runLength_ == 0) {
+      runFirst_ = row.qihao;
+      runOffset_ = index - runFirst_;
+    }
+    ++runLength_;
   }
 
-  void commit() { transaction_.commit(); }
+  void commit() {
+    writeRun();
+    transaction_.commit();
+  }
 
  private:
+  static constexpr const char* purpose = "统计遗漏值";
+  static constexpr int longestRun = 256;  ///< so that no statement holds up the event loop
+
+  void writeRun() {
+    if (runLength_ == 0)
+      return;
+    updateRun_.run(runOffset_, runFirst_, runFirst_ + runLength_ - 1);
+    for (; runLength_ > 0; --runLength_)
+      transaction_.rowDone();
+  }
+
   DrawRows rows_;
   Statement update_;
+  Statement updateRun_;
   PassTransaction transaction_;
+  qint64 runFirst_ = 0;   ///< the first period of the rows that wait to be written together
+  qint64 runOffset_ = 0;  ///< 总期号 less 期号 of each of them
+  int runLength_ = 0;
 };
 
 void keepCurrent(YilouNow& yilouNow, const MissLabels& labels) {
@@ -159,7 +193,10 @@ MissLabels calcYilou(Store& store, Qihao q, bool showLabels, YilouNow& yilouNow,
     events.yield();
   }
   rows.commit();
-  bar.fill();
+  for (int n = 1; n <= numberCount; ++n) {
+    bar.set(n);
+    events.yield();
+  }
   const MissLabels labels = gaps.figuresAt(zongNow);
   if (!showLabels)
     keepCurrent(yilouNow, labels);

@@ -39,15 +39,17 @@ struct HistoryImportPorts {
   Progress& derivation;  ///< ProgressBar_TuBiao
   Events& events;
   StatusPanels* panels = nullptr;
-  std::function<void()> reloadHistoryGrid = {};  ///< called when all is in, before that is told
+  std::function<void()> reloadHistoryGrid =
+      {};  ///< called when all is in, or a fault has ended it, before that is told
 };
 
 /// Reads a text file into the history under today's date and derives the whole table again, also after a stop. Loose
 /// separators, UTF-8 or GB18030; bad lines are passed over in silence, see history/historyline.h. A draw takes the place of an
 /// older one of its period. Memory does not grow with the file, and a yield follows each line.
 ///
-/// A stored draw that cannot be derived ends the derivation in silence, not the import. Throws FileError
-/// where the file cannot be read and StoreError where the store cannot be written; the rows written until then stay.
+/// A file that cannot be opened is one without data. A stored draw that cannot be derived ends the derivation in silence, not
+/// the import. Throws StoreError where the store cannot be written and FileError where the file ends in a read error; the
+/// rows stored until then stay, are derived where that can be, and reloadHistoryGrid is called for them too.
 void importHistoryText(Store& store, const QString& path, bool showMessage, const HistoryImportPorts& ports);
 
 /// Writes all draws to a file, "11031510 01 02 03 04 05" and CR LF a line, and returns their number. The old file is replaced

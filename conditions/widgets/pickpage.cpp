@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "conditions/widgets/machinepickform.h"
+#include "model/errors.h"
 #include "model/texts.h"
 #include "model/widgets/ball.h"
 #include "model/widgets/faultbox.h"
@@ -130,8 +131,8 @@ QWidget* PickPage::buildModes() {
   row->addWidget(machine);
 
   connect(modes_, &QTabBar::currentChanged, this, [this] { picking_.announceMode(mode(), false); });
-  connect(all, &QPushButton::clicked, this, [this] { withFaultBox(boxes_, [this] { picking_.selectAllTuo(); }); });
-  connect(none, &QPushButton::clicked, this, [this] { withFaultBox(boxes_, [this] { picking_.clearFront(); }); });
+  connect(all, &QPushButton::clicked, this, [this] { attempt([this] { picking_.selectAllTuo(); }); });
+  connect(none, &QPushButton::clicked, this, [this] { attempt([this] { picking_.clearFront(); }); });
   connect(machine, &QPushButton::clicked, this,
           [this] { withFaultBox(boxes_, [this] { showMachinePick(inputs_, window()); }); });
   return strip;
@@ -151,7 +152,7 @@ QWidget* PickPage::buildNumbers() {
     grid->addWidget(button, (number - 1) / buttonColumns, (number - 1) % buttonColumns);
     buttons_[static_cast<std::size_t>(number)] = button;
     connect(button, &QAbstractButton::clicked, this,
-            [this, number] { withFaultBox(boxes_, [&] { picking_.clickNumber(number, mode()); }); });
+            [this, number] { attempt([&] { picking_.clickNumber(number, mode()); }); });
   }
   grid->setColumnStretch(buttonColumns, 1);
   return field;
@@ -159,6 +160,16 @@ QWidget* PickPage::buildNumbers() {
 
 int PickPage::mode() const {
   return modes_->currentIndex() + 1;
+}
+
+void PickPage::attempt(const std::function<void()>& change) {
+  if (withFaultBox(boxes_, change))
+    return;
+  try {
+    picking_.paintPickButtons();
+  } catch (const Error&) {
+    // Where the picks cannot be read either, the box of the first fault has told enough.
+  }
 }
 
 void PickPage::reload() {

@@ -4,6 +4,7 @@
 #include <QAbstractButton>
 #include <QWidget>
 #include <array>
+#include <functional>
 
 #include "conditions/picking.h"
 #include "model/ports.h"
@@ -55,6 +56,9 @@ class PickPage final : public QWidget, public PickView {
   QWidget* buildModes();
   QWidget* buildNumbers();
   [[nodiscard]] int mode() const;
+
+  /// Runs a change of the picks. A fault is told in one box, and the buttons show again what is stored.
+  void attempt(const std::function<void()>& change);
 
   RunDriver& driver_;
   Boxes& boxes_;

@@ -26,7 +26,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int longestPeriod = 9;
+/// The largest period, 2147483647, has so many digits.
+constexpr int longestPeriod = 10;
 
 /// Enter in a dialog without a default button: on a button it clicks, elsewhere it moves on as Tab does.
 class EnterMovesOn final : public QObject {

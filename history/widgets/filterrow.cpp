@@ -1,5 +1,6 @@
 #include "history/widgets/filterrow.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -21,6 +22,7 @@ FilterRow::FilterRow(QTableView* table, QWidget* parent) : QWidget(parent), tabl
 void FilterRow::rebuild() {
   qDeleteAll(fields_);
   fields_.clear();
+  last_ = nullptr;
   const QAbstractItemModel* model = table_->model();
   for (int c = 0; c < model->columnCount(); ++c) {
     const QString header = model->headerData(c, Qt::Horizontal).toString();
@@ -30,6 +32,7 @@ void FilterRow::rebuild() {
     field->setAlignment(Qt::AlignCenter);
     connect(field, &QLineEdit::textEdited, this, &FilterRow::edited);
     connect(field, &QLineEdit::returnPressed, this, &FilterRow::submitted);
+    field->installEventFilter(this);
     fields_.push_back(field);
   }
   align();
@@ -63,6 +66,19 @@ void FilterRow::align() {
 void FilterRow::focusFirst() {
   if (!fields_.empty())
     fields_.front()->setFocus();
+}
+
+void FilterRow::focusLast() {
+  if (last_ != nullptr)
+    last_->setFocus();
+  else
+    focusFirst();
+}
+
+bool FilterRow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn)
+    last_ = static_cast<QLineEdit*>(watched);
+  return QWidget::eventFilter(watched, event);
 }
 
 void FilterRow::resizeEvent(QResizeEvent* event) {

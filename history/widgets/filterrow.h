@@ -31,16 +31,21 @@ class FilterRow final : public QWidget {
   /// Puts the focus into the first field.
   void focusFirst();
 
+  /// Puts the focus into the field that had it last, else into the first.
+  void focusLast();
+
   Q_SIGNAL void edited();
   Q_SIGNAL void submitted();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QTableView* table_;
   std::vector<QLineEdit*> fields_;
+  QLineEdit* last_ = nullptr;
 };
 
 }  // namespace elevenfive

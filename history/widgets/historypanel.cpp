@@ -12,16 +12,16 @@
 
 #include "history/entryrow.h"
 #include "history/historytable.h"
-#include "history/search.h"
 #include "history/textfiles.h"
-#include "history/widgets/filterrow.h"
+#include "history/widgets/historygrid.h"
 #include "history/widgets/importprogress.h"
+#include "history/widgets/slidein.h"
+#include "model/errors.h"
 #include "model/navigators.h"
 #include "model/store.h"
 #include "model/texts.h"
 #include "model/widgets/digitfield.h"
 #include "model/widgets/faultbox.h"
-#include "model/widgets/gridview.h"
 
 namespace elevenfive {
 
@@ -31,19 +31,6 @@ namespace {
 
 /// The largest period, 2147483647, has so many.
 constexpr int qihaoDigits = 10;
-
-/// The background of 期号, in the order 0xBBGGRR.
-constexpr unsigned qihaoBackground = 0xC0FFFF;
-
-constexpr const char* historyPurpose = "显示历史记录";
-constexpr const char* rowSql = "SELECT * FROM 历史记录 WHERE 期号 = ?";
-
-QStringList listOf(std::span<const QStringView> names) {
-  QStringList list;
-  for (const QStringView name : names)
-    list << name.toString();
-  return list;
-}
 
 QLabel* caption(const QString& text, QWidget* buddy) {
   auto* label = new QLabel(text);
@@ -68,12 +55,12 @@ HistoryPanel::HistoryPanel(Store& gConn, const QString& programFolder, const His
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(strips);
   layout->addLayout(modes);
-  layout->addWidget(buildGrid(), 1);
+  layout->addWidget(buildViews(), 1);
 
   connect(&ports_.busy, &BusyState::changed, this, [this](bool busy) { entryStrip_->setDisabled(busy); });
   connect(&ports_.busy, &BusyState::stopRequested, this, [this] { progress_->requestStop(); });
   withFaultBox(ports_.boxes, [this] {
-    showHistoryMode(true);
+    grid_->showHistoryMode(true);
     offerNextPeriod();
   });
 }
@@ -107,7 +94,8 @@ QWidget* HistoryPanel::buildEntryStrip() {
   row->addWidget(buildButtons());
   row->setContentsMargins(0, 0, 0, 0);
   entryStrip_->setLayout(row);
-  return entryStrip_;
+  slide_ = new SlideIn(entryStrip_, this);
+  return slide_;
 }
 
 QPushButton* HistoryPanel::button(const QString& name, const QString& captionText, const QString& tip,
@@ -130,6 +118,7 @@ QWidget* HistoryPanel::buildButtons() {
   row->addWidget(button(u"cmm_Daocu"_s, u"导出文本"_s, u"把全部开奖记录导出为文本"_s, &HistoryPanel::exportText));
   row->addWidget(button(u"cmm_scls"_s, u"删除一期"_s, u"删除指定期号的记录"_s, &HistoryPanel::deletePeriod));
   row->addWidget(button(u"newBtnHistory_3"_s, u"清空记录"_s, u"删除所有的历史记录"_s, &HistoryPanel::clearHistory));
+  row->addWidget(button(u"newBtnHistory_7"_s, u"下载设置"_s, u"选择彩票种类"_s, &HistoryPanel::chooseGame));
   return group;
 }
 
@@ -147,11 +136,11 @@ QWidget* HistoryPanel::buildModeStrip() {
     return made;
   };
   connect(&ports_.busy, &BusyState::changed, frame, &QWidget::setDisabled);
-  row->addWidget(new QLabel(u"数据模式："_s));
+  row->addWidget(new QLabel(u"数据模式"_s));
   auto* modes = new QButtonGroup(frame);
   dataMode_ = {option(u"Option_TorD_0"_s, u"数据"_s, modes), option(u"Option_TorD_1"_s, u"图表"_s, modes)};
   row->addSpacing(fontMetrics().height());
-  row->addWidget(new QLabel(u"显示范围："_s));
+  row->addWidget(new QLabel(u"显示范围"_s));
   auto* history = new QButtonGroup(frame);
   historyMode_ = {option(u"OptionHistoryMode_0"_s, u"最近100期"_s, history),
                   option(u"OptionHistoryMode_1"_s, u"显示全部"_s, history)};
@@ -171,44 +160,37 @@ QWidget* HistoryPanel::buildModeStrip() {
   filterBegin_->setEnabled(false);
   filterBegin_->hide();
   clearFilter_->hide();
-  connect(historyMode_[1], &QRadioButton::toggled, this,
-          [this] { withFaultBox(ports_.boxes, [this] { layoutHistoryGrid(); }); });
+  for (const QRadioButton* mode : historyMode_)  // also the one that is selected: it ends a search
+    connect(mode, &QRadioButton::clicked, this,
+            [this] { withFaultBox(ports_.boxes, [this] { layoutHistoryGrid(); }); });
   connect(dataMode_[1], &QRadioButton::toggled, this, [this](bool chart) { views_->setCurrentIndex(chart ? 1 : 0); });
   return frame;
 }
 
-QWidget* HistoryPanel::buildGrid() {
+QWidget* HistoryPanel::buildViews() {
   views_ = new QStackedWidget(this);
-  auto* page = new QWidget(views_);
-  auto* column = new QVBoxLayout(page);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(2);
-  grid_ = new GridView(gConn_, page);
-  grid_->setObjectName(u"TDBGridHistory"_s);
-  grid_->setAccessibleName(u"历史开奖记录"_s);
-  filter_ = new FilterRow(grid_, page);
-  filter_->hide();
-  connect(&ports_.busy, &BusyState::changed, filter_, &QWidget::setDisabled);
-  connect(filter_, &FilterRow::edited, this, &HistoryPanel::filterEdited);
-  connect(filter_, &FilterRow::submitted, filterBegin_, &QPushButton::click);
-  column->addWidget(filter_);
-  column->addWidget(grid_, 1);
+  grid_ = new HistoryGrid(gConn_, ports_.boxes, views_);
+  connect(&ports_.busy, &BusyState::changed, grid_, &HistoryGrid::setBusy);
+  connect(grid_, &HistoryGrid::filterEdited, this, &HistoryPanel::filterEdited);
+  connect(grid_, &HistoryGrid::filterSubmitted, filterBegin_, &QPushButton::click);
+  connect(grid_, &HistoryGrid::cellEdited, this, [this] { withFaultBox(ports_.boxes, [this] { viewsChanged(); }); });
 
   auto* chart = new QLabel(u"号码分布图尚未开放，请选择“数据”查看开奖记录。"_s, views_);
   chart->setObjectName(u"TDBGrid_FenBu"_s);
   chart->setAlignment(Qt::AlignCenter);
   chart->setEnabled(false);
-  views_->addWidget(page);
+  views_->addWidget(grid_);
   views_->addWidget(chart);
   return views_;
 }
 
 void HistoryPanel::layoutHistoryGrid() {
-  showHistoryMode(!historyMode_[0]->isChecked());
+  grid_->showHistoryMode(!historyMode_[0]->isChecked());
 }
 
 void HistoryPanel::selectHistoryMode(bool all) {
   historyMode_[all ? 1 : 0]->setChecked(true);
+  layoutHistoryGrid();
 }
 
 void HistoryPanel::selectDataMode(bool chart) {
@@ -223,37 +205,6 @@ Progress& HistoryPanel::derivationProgress() {
 
 void HistoryPanel::focusEntry() {
   entry_[1]->setFocus();
-}
-
-void HistoryPanel::showHistoryMode(bool all) {
-  try {
-    PagedQuery query{historyPurpose, periodsSql({}), {}, rowSql};
-    if (!all) {
-      const QihaoRange range = recentQihaoRange(gConn_).value_or(QihaoRange{1, 0});  // an empty history shows no period
-      query.keySql = periodsSql(qihaoRangeWhere);
-      query.keyValues = {range.first, range.last};
-    }
-    grid_->rows().setQuery(std::move(query));
-  } catch (const Error& fault) {
-    grid_->rows().clear();
-    ports_.boxes.information(fault.message() + u"(文件丢失,需要重新安装!)"_s);
-    return;
-  }
-  setUpGridColumns();
-  grid_->scrollToBottom();
-}
-
-void HistoryPanel::setUpGridColumns() {
-  if (!grid_->isColumnHidden(grid_->rows().columnOf(u"开奖日期"_s))) {  // the columns are new to the grid
-    grid_->fitColumns({u"期号"_s}, qihaoDigits);
-    grid_->fitColumn(u"尾数形式"_s, u"1,1,1,1,1"_s);
-    grid_->fitColumn(u"头数形式"_s, u"1,1,1,1,1"_s);
-    grid_->showNumbersAsBalls();
-    grid_->tintColumn(u"期号"_s, qihaoBackground);
-    filter_->rebuild();
-  }
-  grid_->hideColumns(listOf(hiddenHistoryColumns()));
-  filter_->align();
 }
 
 void HistoryPanel::offerNextPeriod() {
@@ -273,9 +224,8 @@ void HistoryPanel::viewsChanged() {
 
 void HistoryPanel::showWritten(Qihao period) {
   // The grid of all draws takes the one row; reading 100,000 keys again would be felt.
-  if (historyMode_[1]->isChecked() && !filter_->isVisible()) {
-    grid_->rows().rowWritten(period);
-    grid_->scrollTo(grid_->rows().index(grid_->rows().rowOf(period), 0));
+  if (historyMode_[1]->isChecked() && !grid_->filterIsOpen()) {
+    grid_->showWritten(period);
     viewsChanged();
     return;
   }
@@ -291,13 +241,18 @@ void HistoryPanel::addDraw() {
     entry_[i + 1]->setText(verdict.writeBack[i]);
   if (!verdict.valid) {
     ports_.boxes.critical(historyEntryRefusal());
+    slide_->start();
     focusEntry();
     return;
   }
   withFaultBox(ports_.boxes, [&] {
-    {
+    try {
       const BusyScope busy(ports_.busy);
       addHistoryRecord(gConn_, verdict.qihao, QDate::currentDate(), verdict.numbers, true, ports_.events);
+    } catch (const Error&) {  // the draw may be stored all the same
+      layoutHistoryGrid();
+      Q_EMIT historyChanged();
+      throw;
     }
     showWritten(verdict.qihao);
     for (std::size_t i = 1; i < entry_.size(); ++i)
@@ -314,21 +269,20 @@ void HistoryPanel::importText() {
   const QString path = ports_.files.openFile(u"导入历史数据"_s, u"文本文件 (*.txt);;所有文件 (*)"_s);
   if (path.isEmpty())
     return;
+  bool shown = false;
   {
     const BusyScope busy(ports_.busy);
-    progress_->begin();
-    // What was read until a fault is in the table: the grid shows it in that case too.
-    const bool done = withFaultBox(ports_.boxes, [&] {
+    progress_->begin(ImportProgress::Stop::offered);
+    withFaultBox(ports_.boxes, [&] {
       importHistoryText(gConn_, path, true,
-                        {ports_.boxes, *progress_, progress_->derivation(), ports_.events, &ports_.panels,
-                         [this] { layoutHistoryGrid(); }});
+                        {ports_.boxes, *progress_, progress_->derivation(), ports_.events, &ports_.panels, [&] {
+                           layoutHistoryGrid();
+                           shown = true;
+                         }});
     });
-    if (!done) {
-      static_cast<LineProgress*>(progress_)->hide();
-      progress_->derivation().setVisible(false);
-    }
   }
-  tableChanged();
+  if (shown)
+    viewsChanged();
 }
 
 void HistoryPanel::exportText() {
@@ -336,7 +290,7 @@ void HistoryPanel::exportText() {
   int rows = 0;
   {
     const BusyScope busy(ports_.busy);
-    progress_->begin();
+    progress_->begin(ImportProgress::Stop::none);
     rows = exportHistoryText(gConn_, path, *progress_, ports_.events);
   }
   if (rows > 0)
@@ -358,14 +312,17 @@ void HistoryPanel::clearHistory() {
   Q_EMIT drawsDeleted();
 }
 
+void HistoryPanel::chooseGame() {
+  Q_EMIT gameChooserWanted(findChild<QPushButton*>(u"newBtnHistory_7"_s));
+}
+
 void HistoryPanel::searchRecords() {
-  filter_->clear();
+  grid_->clearFilter();
   ports_.boxes.plain(u"请在表格中最顶一行空白处相应项目栏输入条件值，然后点击“搜索”按钮！"_s);
   selectDataMode(false);
-  filter_->show();
+  grid_->openFilter();
   filterBegin_->show();
   clearFilter_->show();
-  filter_->focusFirst();
 }
 
 void HistoryPanel::filterEdited() {
@@ -378,23 +335,22 @@ void HistoryPanel::filterEdited() {
 
 void HistoryPanel::runSearch() {
   filterBegin_->setEnabled(false);
-  const FilterSql filter = buildFilterSql(filter_->conditions());
-  grid_->rows().setQuery(
-      {"搜索历史记录", periodsSql(filter.where), {filter.values.begin(), filter.values.end()}, rowSql});
-  filter_->align();
-  if (grid_->rows().rowCount() == 0) {
-    endSearch();
-    selectHistoryMode(false);
-  }
+  if (grid_->showFound())
+    return;
+  closeFilterRow();
+  selectHistoryMode(false);
 }
 
 void HistoryPanel::endSearch() {
-  filter_->clear();
-  filter_->hide();
+  closeFilterRow();
+  layoutHistoryGrid();
+}
+
+void HistoryPanel::closeFilterRow() {
+  grid_->closeFilter();
   filterBegin_->hide();
   clearFilter_->hide();
   filterBegin_->setEnabled(false);
-  layoutHistoryGrid();
 }
 
 }  // namespace elevenfive

@@ -22,9 +22,9 @@ class QStackedWidget;
 namespace elevenfive {
 
 class DigitField;
-class FilterRow;
-class GridView;
+class HistoryGrid;
 class ImportProgress;
+class SlideIn;
 class Store;
 
 /// What the panel speaks to, for its life.
@@ -65,6 +65,8 @@ class HistoryPanel final : public QWidget {
 
   [[nodiscard]] QWidget* entryStrip() const;
 
+  /// The button newBtnHistory_7 was clicked: the chooser of the game is wanted below it.
+  Q_SIGNAL void gameChooserWanted(QWidget* button);
   Q_SIGNAL void historyChanged();
   /// cmmUpdateHistory_1 or _2 was clicked: draws are wanted from the web.
   Q_SIGNAL void updateRequested();
@@ -75,7 +77,7 @@ class HistoryPanel final : public QWidget {
   QWidget* buildEntryStrip();
   QWidget* buildModeStrip();
   QWidget* buildButtons();
-  QWidget* buildGrid();
+  QWidget* buildViews();
   QPushButton* button(const QString& name, const QString& caption, const QString& tip, void (HistoryPanel::*clicked)());
 
   void addDraw();
@@ -83,13 +85,14 @@ class HistoryPanel final : public QWidget {
   void exportText();
   void deletePeriod();
   void clearHistory();
+  void chooseGame();
   void searchRecords();
   void runSearch();
   void endSearch();
+  void closeFilterRow();
   void filterEdited();
 
-  void showHistoryMode(bool all);
-  void setUpGridColumns();
+  void offerNextPeriod();
   void tableChanged();
   void viewsChanged();
   void showWritten(Qihao period);
@@ -105,8 +108,8 @@ class HistoryPanel final : public QWidget {
   QPushButton* filterBegin_ = nullptr;
   QPushButton* clearFilter_ = nullptr;
   ImportProgress* progress_ = nullptr;
-  GridView* grid_ = nullptr;
-  FilterRow* filter_ = nullptr;
+  SlideIn* slide_ = nullptr;
+  HistoryGrid* grid_ = nullptr;
   QStackedWidget* views_ = nullptr;
   bool filterExplained_ = false;
 };

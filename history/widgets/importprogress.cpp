@@ -57,8 +57,9 @@ ImportProgress::ImportProgress(QWidget* parent)
 }
 
 void ImportProgress::showParts(bool visible) {
-  for (QWidget* part : std::initializer_list<QWidget*>{done_, slash_, total_, unit_, stopButton_})
+  for (QWidget* part : std::initializer_list<QWidget*>{done_, slash_, total_, unit_})
     part->setVisible(visible);
+  stopButton_->setVisible(visible && canStop_);
 }
 
 void ImportProgress::show(int lineCount) {

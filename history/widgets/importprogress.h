@@ -1,4 +1,5 @@
-// The frame FrameJindu: how many lines of how many are done, the stop button, and the bar of the derivation after it.
+// The frame FrameJindu: how many lines of how many are done, the stop button of what can be stopped, and the bar of the
+// derivation after it.
 #pragma once
 
 #include <QFrame>
@@ -23,8 +24,14 @@ class ImportProgress final : public QFrame, public LineProgress {
   void hide() override;
   [[nodiscard]] bool stopRequested() const override { return stop_; }
 
+  /// Whether the work to come looks at the stop button, which shows only then.
+  enum class Stop { offered, none };
+
   /// Forgets an earlier wish to stop. A wish that comes between this and show() holds.
-  void begin() { stop_ = false; }
+  void begin(Stop stop) {
+    stop_ = false;
+    canStop_ = stop == Stop::offered;
+  }
 
   void requestStop() { stop_ = true; }
 
@@ -46,6 +53,7 @@ class ImportProgress final : public QFrame, public LineProgress {
   QElapsedTimer sinceShown_;
   int lineCount_ = 0;
   bool stop_ = false;
+  bool canStop_ = false;
 };
 
 }  // namespace elevenfive

@@ -1,5 +1,5 @@
-// The grid of the program: a read-only table over a paged model, with rows of one height and columns as wide as their
-// headers need.
+// The grid of the program: a table over a paged model, read-only as it is made, with rows of one height and columns as wide
+// as their headers need.
 #pragma once
 
 #include <QStringList>

@@ -96,6 +96,47 @@ void PagedTableModel::rowDeleted(int key) {
   endRemoveRows();
 }
 
+void PagedTableModel::setWriter(const QStringList& columns, CellWriter write) {
+  writable_ = columns;
+  write_ = std::move(write);
+}
+
+Qt::ItemFlags PagedTableModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  return index.isValid() && writable_.contains(columns_[index.column()]) ? flags | Qt::ItemIsEditable : flags;
+}
+
+bool PagedTableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::EditRole || !flags(index).testFlag(Qt::ItemIsEditable))
+    return false;
+  if (value.toString() == data(index).toString())
+    return true;
+  const std::optional<int> key = write_(keyOf(index.row()), columns_[index.column()], value.toString());
+  if (!key)
+    return false;
+  const int row = moveRow(index.row(), *key);
+  Q_EMIT dataChanged(this->index(row, 0), this->index(row, columnCount() - 1));
+  return true;
+}
+
+/// Gives a row another key and the place that goes with it; returns that place. Its cells are read again.
+int PagedTableModel::moveRow(int row, int key) {
+  const auto at = keys_.begin() + row;
+  const int behind = static_cast<int>(std::lower_bound(keys_.begin(), keys_.end(), key) - keys_.begin());
+  if (key == *at || behind == row || behind == row + 1) {
+    *at = key;
+    pages_.remove(row / pageRows);
+    return row;
+  }
+  beginMoveRows({}, row, row, {}, behind);
+  keys_.erase(at);
+  const int place = behind > row ? behind - 1 : behind;
+  keys_.insert(keys_.begin() + place, key);
+  pages_.clear();
+  endMoveRows();
+  return place;
+}
+
 int PagedTableModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(keys_.size());
 }
@@ -109,13 +150,13 @@ QVariant PagedTableModel::data(const QModelIndex& index, int role) const {
     return {};
   if (role == Qt::TextAlignmentRole)
     return QVariant::fromValue(Qt::Alignment(Qt::AlignCenter));
-  if (role != Qt::DisplayRole && role != valueRole)
+  if (role != Qt::DisplayRole && role != Qt::EditRole && role != valueRole)
     return {};
   const Row* row = fetchRow(index.row());
   if (row == nullptr)
     return {};
   const QVariant& cell = (*row)[static_cast<std::size_t>(index.column())];
-  return role == Qt::DisplayRole && cell.isValid() ? QVariant(cell.toString()) : cell;
+  return role != valueRole && cell.isValid() ? QVariant(cell.toString()) : cell;
 }
 
 QVariant PagedTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -137,7 +178,8 @@ const PagedTableModel::Row* PagedTableModel::fetchRow(int row) const {
       // A view asks for cells while it paints, where a fault has nowhere to go: the page shows empty.
       page->resize(pageRows);
     }
-    pages_.insert(number, page);
+    if (!pages_.insert(number, page))
+      return nullptr;
   }
   const Row& cells = (*page)[static_cast<std::size_t>(row % pageRows)];
   return cells.empty() ? nullptr : &cells;

@@ -1,14 +1,15 @@
 // A table of the store as a model for views, whatever its number of rows.
 //
 // In memory are the keys of all rows, four bytes each, and a bounded number of pages of cells, the least recently used of
-// which goes first. So a history of 300,000 draws opens and scrolls to its end at once. The model is read-only: refresh()
-// reads the keys again after the table has changed. A row that was deleted since shows empty cells.
+// which goes first. So a history of 300,000 draws opens and scrolls to its end at once. The model is read-only unless it is
+// given a writer: refresh() reads the keys again after the table has changed. A row that was deleted since shows empty cells.
 #pragma once
 
 #include <QAbstractTableModel>
 #include <QCache>
 #include <QStringList>
 #include <QVariant>
+#include <functional>
 #include <optional>
 #include <string>
 #include <variant>
@@ -32,6 +33,10 @@ class PagedTableModel final : public QAbstractTableModel {
   Q_OBJECT
 
  public:
+  /// Writes what was typed into a column of the row with this key. Returns the row's key afterwards, nothing where the cell
+  /// stays as it was. Must not throw.
+  using CellWriter = std::function<std::optional<int>(int key, const QString& column, const QString& typed)>;
+
   static constexpr int pageRows = 64;
   static constexpr int maximumPages = 48;
 
@@ -50,6 +55,9 @@ class PagedTableModel final : public QAbstractTableModel {
   /// Shows no rows until the next query; the columns stay.
   void clear();
 
+  /// Lets these columns be typed over. A model with a writer is ordered by ascending key: a row whose key changes moves.
+  void setWriter(const QStringList& columns, CellWriter write);
+
   /// Puts in one key of a model that is ordered by ascending key, or drops the cells of a key it has already.
   void rowWritten(int key);
 
@@ -67,6 +75,8 @@ class PagedTableModel final : public QAbstractTableModel {
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
   [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
@@ -77,10 +87,13 @@ class PagedTableModel final : public QAbstractTableModel {
   const Row* fetchRow(int row) const;
   Page readPage(int page) const;
   Row readRow(Statement& statement, int key) const;
+  int moveRow(int row, int key);
 
   Store& store_;
   PagedQuery query_;
   QStringList columns_;
+  QStringList writable_;
+  CellWriter write_;
   std::vector<int> keys_;
   mutable QCache<int, Page> pages_;
 };

@@ -10,6 +10,7 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "acquire/widgets/caizongtip.h"
 #include "conditions/widgets/conditionview.h"
 #include "engine/widgets/resultdialogs.h"
 #include "engine/widgets/runpanel.h"
@@ -136,6 +137,10 @@ void MainWindow::connectPanels() {
     if (run_->stopButton()->isEnabled())  // a wish kept for later would end a run that has not begun
       driver_->cmm_stop_Click();
   });
+  auto* caizongTip = new CaizongTip(workspace_.gConn, ports_.boxes, this);
+  connect(history_, &HistoryPanel::gameChooserWanted, caizongTip, &CaizongTip::openBelow);
+  connect(topTabs_, &QTabBar::currentChanged, caizongTip, &QWidget::hide);
+  connect(&busy_, &BusyState::changed, caizongTip, &QWidget::hide);
   connect(history_, &HistoryPanel::historyChanged, this, &MainWindow::updateStatusLine);
   connect(history_, &HistoryPanel::drawsDeleted, this, [this] { historyDeleted_ = true; });
 }

@@ -124,6 +124,21 @@ TEST_F(SetupCommands, MissPrintsTheFiguresOfEachNumber) {
   EXPECT_EQ(lines[2], u"2\t2\t2\t0\t1\t2"_s);
 }
 
+TEST_F(SetupCommands, MissOfANumberPrintsItsMessage) {
+  // Number 1 comes in draws 0, 3 and 4: gaps 0, 2 and 0, whose sum by two is 1. Number 2 came once.
+  cli.batch(
+      u"history add 11031501 1 2 3 4 5\nhistory add 11031502 6 7 8 9 10\nhistory add 11031503 6 7 8 9 10\n"
+      "history add 11031504 1 8 9 10 11\nhistory add 11031505 1 8 9 10 11\nhistory add 11031506 6 8 9 10 11\n"_s);
+  const auto often = cli.call({u"miss"_s, u"11031506"_s, u"1"_s});
+  EXPECT_EQ(often.status, exitDone);
+  EXPECT_EQ(often.out,
+            u"号码 01 (截止 11031506 期)\n_____________________\n\n总共开出：3 期 \n\n历史遗漏最大值：2 期\n\n"
+            "历史遗漏平均值：1 期\n\n最近一次的遗漏值：0 期\n\n第11031506期遗漏值：1 期\n"_s);
+  EXPECT_EQ(cli.call({u"miss"_s, u"11031506"_s, u"2"_s}).out, u"(号码 02 (截止 11031506 期))  总共开出：1 期\n"_s);
+  for (const QString& number : {u"0"_s, u"12"_s, u"x"_s})
+    EXPECT_EQ(cli.call({u"miss"_s, u"11031506"_s, number}).status, exitUsage) << number.toStdString();
+}
+
 TEST_F(SetupCommands, MissSumFillsItsColumn) {
   // Two draws before the last one lack 1; 8, 9 and 10 came in the last draw before it, and 11 never: it counts as 10 does.
   cli.batch(

@@ -277,6 +277,7 @@ game source
 source list
 source set NAME ADDRESS
 miss QIHAO
+miss QIHAO N
 misssum FROM TO
 pick NUMBER VALUE
 pick all

@@ -32,6 +32,8 @@ TEST(MachinePick, CountsAboveFiveGiveFive) {
   EXPECT_EQ(machineTicketCount(u"5"_s), 5);
   EXPECT_EQ(machineTicketCount(u" 3 "_s), 3);
   EXPECT_EQ(machineTicketCount(u"99999999999999"_s), 5);
+  EXPECT_EQ(machineTicketCount(u"0000000003"_s), 3);
+  EXPECT_EQ(machineTicketCount(u"000000000000"_s), 0);
 }
 
 TEST(MachinePick, FractionsBecomeNumbersAndRepeatsAreDrawnAgain) {

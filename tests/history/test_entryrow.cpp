@@ -72,13 +72,6 @@ TEST(EntryRow, TheRefusalHasItsText) {
   EXPECT_EQ(historyEntryRefusal(), u"输入有误或不完整,请核对后重新输入!"_s);
 }
 
-TEST(EntryRow, OnlyDigitsBackspaceAndEnterReachAField) {
-  for (const QChar key : {u'0', u'9', u'\b', u'\r'})
-    EXPECT_TRUE(entryKeyPasses(key)) << int{key.unicode()};
-  for (const QChar key : {u'a', u'-', u' ', u'.', u'０', u'\t'})
-    EXPECT_FALSE(entryKeyPasses(key)) << int{key.unicode()};
-}
-
 TEST(EntryRow, AnEntryIsValidExactlyWhenItHasFiveDifferentNumbers) {
   EXPECT_TRUE(rc::check("five numbers from 0 to 13", [] {
     QStringList typed;

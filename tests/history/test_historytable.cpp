@@ -102,6 +102,23 @@ TEST_F(HistoryTable, TheDeleteButtonAsksForThePeriodAndTellsThatItIsGone) {
   EXPECT_EQ(countHistory(workspace.store()), 0);
 }
 
+TEST_F(HistoryTable, ThePeriodToDeleteIsReadWithAllItsTenDigits) {
+  add(110315100, u"01 02 03 04 05"_s);
+  add(1103151001, u"01 02 03 04 06"_s);
+  ports.typed = {u"1103151001"_s};
+  EXPECT_TRUE(deleteAskedRecord(workspace.store(), ports, ports));
+  EXPECT_EQ(workspace.rows("SELECT 期号 FROM 历史记录"), QStringList{u"110315100"_s});
+}
+
+TEST_F(HistoryTable, ThePeriodToDeleteIsTheNumberThatTheAnswerBeginsWith) {
+  add(11031510, u"01 02 03 04 05"_s);
+  ports.typed = {u"11031510期"_s, u"2147483648"_s};
+  EXPECT_TRUE(deleteAskedRecord(workspace.store(), ports, ports));
+  ports.boxes.clear();
+  EXPECT_FALSE(deleteAskedRecord(workspace.store(), ports, ports));
+  EXPECT_TRUE(ports.boxes.empty());  // beyond all periods: as nothing typed
+}
+
 TEST_F(HistoryTable, TheGridIsLaidOutBetweenTheDeletionAndItsBox) {
   add(19110401, u"01 02 03 04 05"_s);
   ports.typed = {u"19110401"_s, u"19110401"_s};

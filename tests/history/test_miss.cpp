@@ -147,6 +147,31 @@ TEST_F(Miss, RowsAreNumberedFromZeroAndMarkedWithTheirLargestNumber) {
   EXPECT_EQ(scratch(), (QStringList{u"0 5"_s, u"1 11"_s, u"2 9"_s}));
 }
 
+TEST_F(Miss, RowsAreMarkedAlikeWhateverTheirNeighboursAndTheOrderOfTheirNumbers) {
+  QString lines;
+  QStringList expected;
+  for (int i = 0; i < 700;
+       ++i) {  // 600 periods in a row, then gaps; now and then a draw that is not sorted or lacks a number
+    const Qihao period = 11030000 + i + (i > 600 ? i * 3 : 0);
+    const bool odd = i % 50 == 7;
+    lines += QString::number(period) + (odd ? (i % 100 == 7 ? u" 09 02 03 04 05\n"_s : u" 01 02 03 04 00\n"_s)
+                                            : u" 01 02 03 04 %1\n"_s.arg(5 + i % 7, 2, 10, QChar(u'0')));
+    expected << u"%1 %2"_s.arg(i).arg(odd ? (i % 100 == 7 ? 9 : 4) : 5 + i % 7);
+  }
+  workspace.addDraws(lines);
+  workspace.store().execute("test",
+                            "UPDATE 历史记录 SET 总期号 = 期号 - 11030000, 遗漏数据 = 号码5 WHERE 期号 % 9 = 0");
+  labels(2147483647);
+  EXPECT_EQ(scratch(), expected);
+}
+
+TEST_F(Miss, ThePeriodsAtBothEndsOfTheRangeAreMarked) {
+  workspace.addDraws(u"2147483646 01 02 03 04 05\n2147483647 02 03 04 05 06"_s);
+  workspace.addDraws(u"-2147483648 01 02 03 04 07\n-2147483647 02 03 04 05 08"_s);
+  labels(2147483647);
+  EXPECT_EQ(scratch(), (QStringList{u"0 7"_s, u"1 8"_s, u"2 5"_s, u"3 6"_s}));
+}
+
 TEST_F(Miss, RowsAfterThePeriodKeepTheirIndexAndMark) {
   workspace.addDraws(u"11031501 01 02 03 04 05\n11031584 02 03 04 05 11\n11031601 01 06 07 08 09"_s);
   workspace.store().execute("test", "UPDATE 历史记录 SET 总期号 = 77, 遗漏数据 = 3");

@@ -75,6 +75,12 @@ TEST_F(Temperature, TheBarCountsRowsAndThePanelNamesThem) {
                                      u"2:   正在统计 11031503 期号码的温度值。。。。。。  "_s, u"2:"_s}));
 }
 
+TEST_F(Temperature, WithoutABarThePanelKeepsTheLastPeriod) {
+  workspace.addDraws(u"11031501 01 02 03 04 05\n11031502 01 02 03 04 06"_s);
+  calcWenDuRange(workspace.store(), 1, 11031502, nullptr, ports, &panels);
+  EXPECT_EQ(panels.log, QStringList{u"2:   正在统计 11031502 期号码的温度值。。。。。。  "_s});
+}
+
 TEST_F(Temperature, ANumberOutsideIsAFaultThatNamesThePeriod) {
   workspace.addDraws(u"11031501 01 02 03 04 05\n11031502 01 02 03 04 12"_s);
   EXPECT_THROW(calc_WenDu(workspace.store(), 11031502, 5), NumberFault);

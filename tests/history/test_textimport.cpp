@@ -147,15 +147,31 @@ TEST_F(TextImport, YieldsAtEachLine) {
   EXPECT_GE(doubles.ports.yields, 50);
 }
 
-TEST_F(TextImport, OfAMissingFileIsAFaultAndShowsNothing) {
-  try {
-    importHistoryText(workspace.store(), workspace.folders.program + u"/none.txt"_s, true, doubles.all());
-    FAIL() << "no fault";
-  } catch (const FileError& fault) {
-    EXPECT_TRUE(fault.message().startsWith(u"无法打开文件 "_s)) << fault.what();
+TEST_F(TextImport, OfAFileThatCannotBeOpenedSaysThatThereIsNoData) {
+  for (const QString& path : {workspace.folders.program + u"/none.txt"_s, workspace.folders.program, QString()}) {
+    importHistoryText(workspace.store(), path, true, doubles.all());
+    EXPECT_EQ(doubles.ports.log, QStringList{u"plain [] 没有数据，无法导入！"_s}) << path.toStdString();
+    EXPECT_TRUE(doubles.lines.log.isEmpty());
+    doubles.ports.log.clear();
+    importHistoryText(workspace.store(), path, false, doubles.all());
+    EXPECT_TRUE(doubles.ports.log.isEmpty());
   }
-  EXPECT_TRUE(doubles.ports.boxes.empty());
-  EXPECT_TRUE(doubles.lines.log.isEmpty());
+}
+
+TEST_F(TextImport, WhatWasStoredBeforeAFaultIsDerivedAndShownBeforeTheFaultIsTold) {
+  workspace.store().execute("test",
+                            "CREATE TRIGGER refuse BEFORE INSERT ON 历史记录 WHEN NEW.期号 = 11031512"
+                            " BEGIN SELECT RAISE(ABORT, 'no'); END");
+  HistoryImportPorts all = doubles.all();
+  all.reloadHistoryGrid = [&] { doubles.ports.log << u"reload"_s; };
+  const QString path =
+      writeFile(workspace,
+                "11031510 01 02 03 04 05\n11031511 01 02 03 04 06\n11031512 01 02 03 04 07\n11031513 01 02 03 04 08\n");
+  EXPECT_THROW(importHistoryText(workspace.store(), path, true, all), StoreError);
+  EXPECT_EQ(workspace.rows("SELECT 期号, 和值, 温度值5 FROM 历史记录 ORDER BY 期号"),
+            (QStringList{u"11031510 - -"_s, u"11031511 16 4"_s}));
+  EXPECT_EQ(doubles.ports.log, (QStringList{u"progress 0..11031512"_s, u"progress hidden"_s, u"reload"_s}));
+  EXPECT_EQ(doubles.lines.log, (QStringList{u"show 4"_s, u"hide after 2"_s}));
 }
 
 TEST_F(TextImport, OfBinaryBytesDoesNoHarm) {

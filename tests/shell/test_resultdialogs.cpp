@@ -99,6 +99,43 @@ TEST_F(ResultDialogsTest, ACancelledExportChangesNoSetting) {
   EXPECT_TRUE(ports.boxes.empty());
 }
 
+TEST_F(ResultDialogsTest, APeriodOfTenDigitsIsOfferedAndTakenWhole) {
+  whenOpen([](QWidget& dialog) {
+    auto& period = control<QLineEdit>(dialog, u"Txt_ToFileQS"_s);
+    EXPECT_EQ(period.text(), u"2014121153"_s);
+    period.clear();
+    QTest::keyClicks(&period, u"21474836471"_s);  // one digit too many stays out
+    click(control<QPushButton>(dialog, u"cmm_ToFileOK"_s));
+  });
+  ExportSettings exported;
+  exported.period = 2014121153;
+  EXPECT_TRUE(dialogs.askExport(exported));
+  EXPECT_EQ(exported.period, 2147483647);
+
+  whenOpen([](QWidget& dialog) {
+    EXPECT_EQ(control<QLineEdit>(dialog, u"Txt_FromFileQS"_s).text(), u"2014121153"_s);
+    click(control<QPushButton>(dialog, u"cmm_ToFileOK"_s));
+  });
+  ImportSettings imported;
+  imported.period = 2014121153;
+  EXPECT_TRUE(dialogs.askImport(imported));
+  EXPECT_EQ(imported.period, 2014121153);
+}
+
+TEST_F(ResultDialogsTest, APeriodBeyondTheLargestIsAskedForAgain) {
+  whenOpen([&](QWidget& dialog) {
+    auto& period = control<QLineEdit>(dialog, u"Txt_ToFileQS"_s);
+    period.setText(u"2147483648"_s);
+    click(control<QPushButton>(dialog, u"cmm_ToFileOK"_s));
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(ports.boxTexts(), QStringList{u"请在文本框中输入期号。(如：11031510)"_s});
+    cancel(dialog);
+  });
+  ExportSettings settings;
+  settings.period = 11031511;
+  EXPECT_FALSE(dialogs.askExport(settings));
+}
+
 TEST_F(ResultDialogsTest, TheExportFormBearsItsTexts) {
   whenOpen([](QWidget& dialog) {
     EXPECT_EQ(dialog.windowTitle(), u"数 据 导 出"_s);

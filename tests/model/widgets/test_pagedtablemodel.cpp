@@ -124,6 +124,54 @@ TEST_F(PagedTableModelTest, ADeletedRowGoesAndAnUnknownKeyChangesNothing) {
   EXPECT_EQ(cell(0, u"期号"_s).toString(), u"11031511"_s);
 }
 
+TEST_F(PagedTableModelTest, WithoutAWriterNothingCanBeTypedOver) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  model.setQuery(allDraws());
+  const QModelIndex period = model.index(0, 0);
+  EXPECT_FALSE(period.flags().testFlag(Qt::ItemIsEditable));
+  EXPECT_FALSE(model.setData(period, u"5"_s));
+}
+
+TEST_F(PagedTableModelTest, OnlyTheWritersColumnsCanBeTypedOverAndARefusalChangesNothing) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  model.setQuery(allDraws());
+  QStringList asked;
+  model.setWriter({u"和值"_s}, [&](int key, const QString& column, const QString& typed) -> std::optional<int> {
+    asked << u"%1 %2 %3"_s.arg(key).arg(column, typed);
+    return std::nullopt;
+  });
+  const QModelIndex sum = model.index(0, model.columnOf(u"和值"_s));
+  EXPECT_TRUE(sum.flags().testFlag(Qt::ItemIsEditable));
+  EXPECT_FALSE(model.setData(model.index(0, 0), u"5"_s));
+  EXPECT_TRUE(model.setData(sum, QString()));  // the empty cell as it is: nothing to write
+  EXPECT_TRUE(asked.isEmpty());
+  EXPECT_FALSE(model.setData(sum, u"15"_s));
+  EXPECT_EQ(asked, QStringList{u"11031510 和值 15"_s});
+}
+
+TEST_F(PagedTableModelTest, ARowWhoseKeyIsTypedOverMovesToItsPlace) {
+  for (int row = 0; row < 5; ++row)
+    for (const int key : {1, 15, 25, 35, 45, 99}) {
+      data.store().execute("test", "DELETE FROM 历史记录");
+      data.addDraws(u"10 01 02 03 04 05\n20 02 03 04 05 06\n30 03 04 05 06 07\n40 04 05 06 07 08\n50 05 06 07 08 09"_s);
+      model.setQuery(allDraws());
+      model.setWriter({u"期号"_s}, [&](int old, const QString&, const QString& typed) -> std::optional<int> {
+        data.store().execute("test", "UPDATE 历史记录 SET 期号 = ? WHERE 期号 = ?", typed.toInt(), old);
+        return typed.toInt();
+      });
+      const QPersistentModelIndex typed = model.index(row, 0);
+      ASSERT_TRUE(model.setData(typed, QString::number(key)));
+      EXPECT_EQ(typed.data().toInt(), key);
+      EXPECT_EQ(typed.sibling(typed.row(), model.columnOf(u"号码1"_s)).data().toInt(), row + 1);
+      QStringList shown;
+      for (int r = 0; r < model.rowCount(); ++r) {
+        shown << model.index(r, 0).data().toString();
+        EXPECT_EQ(model.keyOf(r), shown.last().toInt());
+      }
+      EXPECT_EQ(shown, data.rows("SELECT 期号 FROM 历史记录 ORDER BY 期号"));
+    }
+}
+
 TEST_F(PagedTableModelTest, AQueryThatFailsLeavesNoRowsAndSaysSo) {
   data.addDraws(u"11031510 01 02 03 04 05"_s);
   model.setQuery(allDraws());
