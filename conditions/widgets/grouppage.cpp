@@ -14,10 +14,10 @@
 #include "conditions/conditionmap.h"
 #include "conditions/conditionpanel.h"
 #include "conditions/widgets/chiplist.h"
+#include "conditions/widgets/listbuttons.h"
 #include "conditions/widgets/pickpage.h"
 #include "model/navigators.h"
 #include "model/store.h"
-#include "model/texts.h"
 #include "model/widgets/faultbox.h"
 
 namespace elevenfive {
@@ -131,9 +131,17 @@ QWidget* GroupPage::buildCounts() {
   counts_->setObjectName(u"List_ZDYset"_s);
   counts_->setAccessibleName(u"允许开出个数"_s);
   counts_->setFixedHeight(fontMetrics().height() * 3);
+  auto* line = new QHBoxLayout;
+  line->addWidget(use_);
+  line->addStretch();
+  countControls_ = {counts_};
+  for (QPushButton* button : listButtons(*counts_)) {
+    line->addWidget(button);
+    countControls_.push_back(button);
+  }
   auto* column = new QVBoxLayout(field);
   column->setContentsMargins(0, 0, 0, 0);
-  column->addWidget(use_);
+  column->addLayout(line);
   column->addWidget(counts_);
   connect(use_, &QCheckBox::toggled, this, [this](bool checked) {
     if (!panel_.loadingPanel)
@@ -146,21 +154,11 @@ QWidget* GroupPage::buildCounts() {
 void GroupPage::countsEdited() {
   if (panel_.loadingPanel)
     return;
+  withFaultBox(boxes_, [this] { groups_.selectCounts(group(), counts_->selection()); });
   withFaultBox(boxes_, [this] {
-    const std::vector<bool> before = groups_.showZdyGroup(group()).counts;
-    const std::vector<bool> now = counts_->selection();
-    for (std::size_t count = 0; count < now.size(); ++count)
-      if (now[count] != before[count])
-        groups_.clickCount(group(), static_cast<int>(count), now[count]);
-  });
-  panel_.loadingPanel = true;
-  withFaultBox(boxes_, [this] {
-    const CustomGroups::GroupState state = groups_.showZdyGroup(group());
-    use_->setChecked(state.used);
-    use_->setEnabled(state.useEnabled);
+    showSwitch(groups_.showZdyGroup(group()));
     showLines();
   });
-  panel_.loadingPanel = false;
   Q_EMIT tabChanged(groupsTab);
 }
 
@@ -188,19 +186,22 @@ void GroupPage::showGroup() {
   for (int number = 1; number <= numberCount; ++number) {
     const bool member = state.members[static_cast<std::size_t>(number)];
     PickButton& button = *members_[static_cast<std::size_t>(number)];
-    button.setPick(member ? 1 : 0);
-    button.setAccessibleName(u"号码 %1 %2"_s.arg(twoDigits(number), member ? u"在本组中"_s : u"不在本组中"_s));
-    button.setToolTip(button.accessibleName());
+    button.setState(pickColors[member ? 1 : 0], member ? u"在本组中"_s : u"不在本组中"_s);
   }
+  counts_->setChips(zdyCountItems(), state.counts);
+  for (QWidget* widget : countControls_)
+    widget->setEnabled(state.countsEnabled);
+  showSwitch(state);
+  common_->setCurrentIndex(-1);
+}
+
+void GroupPage::showSwitch(const CustomGroups::GroupState& state) {
   panel_.loadingPanel = true;
   use_->setText(zdySwitchCaption(group()));
   use_->setAccessibleName(use_->text());
   use_->setChecked(state.used);
   use_->setEnabled(state.useEnabled);
-  counts_->setChips(zdyCountItems(), state.counts);
-  counts_->setEnabled(state.countsEnabled);
   panel_.loadingPanel = false;
-  common_->setCurrentIndex(-1);
 }
 
 void GroupPage::showLines() {

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 #include <array>
+#include <vector>
 
 #include "conditions/customgroups.h"
 
@@ -40,6 +41,7 @@ class GroupPage final : public QWidget {
   [[nodiscard]] int group() const;
   void selectGroup(int k);
   void showGroup();
+  void showSwitch(const CustomGroups::GroupState& state);
   void showLines();
   void fillCommonGroups();
   void chooseCommon(int index);
@@ -59,6 +61,8 @@ class GroupPage final : public QWidget {
   std::array<PickButton*, numberCount + 1> members_{};  ///< by number
   QCheckBox* use_ = nullptr;
   ChipList* counts_ = nullptr;
+  std::vector<QWidget*>
+      countControls_;  ///< List_ZDYset and its buttons: only a group with numbers has counts to choose
 };
 
 }  // namespace elevenfive
