@@ -102,9 +102,11 @@ QWidget* ConditionView::buildTabs() {
   auto* quick = new QPushButton(u"过滤条件快速设置"_s, strip);
   quick->setObjectName(u"cmm_kuaisusezi"_s);
   quick->setAccessibleName(quick->text());
+  quick->setProperty("small", true);
   connect(quick, &QPushButton::clicked, this, &ConditionView::quickSetupWanted);
   auto* column = new QVBoxLayout(strip);
   column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(4);
   column->addWidget(find_);
   column->addWidget(tabs_, 1);
   column->addWidget(count_);
@@ -128,7 +130,7 @@ bool ConditionView::eventFilter(QObject* watched, QEvent* event) {
 void ConditionView::fitTabs() {
   const int text = tabs_->fontMetrics().height();
   const int room = (tabs_->height() - 2 * tabs_->frameWidth() - 2) / lastConditionTab;
-  const int height = std::clamp(room, text + 1, text * 3 / 2);
+  const int height = std::clamp(room, text - 1, text * 3 / 2);
   for (int row = 0; row < tabs_->count(); ++row)
     tabs_->item(row)->setSizeHint({0, height});
 }

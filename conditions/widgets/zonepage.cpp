@@ -121,6 +121,11 @@ int ZonePage::zone() const {
   return current_->checkedId();
 }
 
+void ZonePage::open() {
+  reload();
+  current_->checkedButton()->setFocus();
+}
+
 void ZonePage::reload() {
   withFaultBox(boxes_, [this] {
     paintNumbers();

@@ -21,6 +21,9 @@ class ZonePage final : public QWidget {
  public:
   ZonePage(Store& gConn, Zones& zones, Boxes& boxes, QWidget* parent = nullptr);
 
+  /// Shows the panel as the store has it, with the focus on the current zone.
+  void open();
+
   /// `showZones`: paints the buttons and writes the four zones from the store.
   void reload();
 

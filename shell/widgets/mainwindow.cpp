@@ -290,9 +290,9 @@ void MainWindow::runConditionAction(MenuAction action) {
   if (action == MenuAction::importConditions)
     forms_->importConditions();
   if (action == MenuAction::zonePage) {
-    zones_->reload();
     asides_->setCurrentWidget(zones_);
     pages_->setCurrentWidget(asides_);
+    zones_->open();
   }
 }
 
