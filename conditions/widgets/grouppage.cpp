@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTabBar>
@@ -25,6 +26,15 @@ namespace elevenfive {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr QStringView groupHelp =
+    u"怎样使用自定义组：\n"
+    u"第一步：选择一个自定义组；\n"
+    u"第二步：点击号码，放进本组，再点一次取出，也可以从“常用分组”中选择；\n"
+    u"第三步：选择本组允许开出的个数，选择后本组自动使用；\n"
+    u"第四步：点击“修改自定义组名称”，改为容易识别的名称；\n"
+    u"第五步：点击“设置下一组”，继续设置其它的组。\n\n"
+    u"例如把 ０１ 和 １１ 放在一组，就代表尾数为 1 的号码。";
 
 QPushButton* actionButton(const QString& name, const QString& caption) {
   auto* button = new QPushButton(caption);
@@ -51,7 +61,10 @@ GroupPage::GroupPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, Inputs& 
   layout->addWidget(title);
   layout->addWidget(tabs_);
   layout->addWidget(buildEditor());
-  layout->addWidget(buildList(), 1);
+  auto* below = new QHBoxLayout;
+  below->addWidget(buildList(), 2);
+  below->addWidget(buildHelp(), 1);
+  layout->addLayout(below, 1);
   connect(tabs_, &QTabBar::currentChanged, this, [this] {
     lines_->setCurrentRow(tabs_->currentIndex());
     withFaultBox(boxes_, [this] { showGroup(); });
@@ -68,6 +81,16 @@ QWidget* GroupPage::buildList() {
       tabs_->setCurrentIndex(row);
   });
   return lines_;
+}
+
+QWidget* GroupPage::buildHelp() {
+  auto* help = new QPlainTextEdit(this);
+  help->setObjectName(u"Text_ZDYhelp"_s);
+  help->setAccessibleName(u"怎样使用自定义组"_s);
+  help->setReadOnly(true);
+  help->setTabChangesFocus(true);
+  help->setPlainText(groupHelp.toString());
+  return help;
 }
 
 QWidget* GroupPage::buildEditor() {

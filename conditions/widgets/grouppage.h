@@ -34,6 +34,7 @@ class GroupPage final : public QWidget {
 
  private:
   QWidget* buildList();
+  QWidget* buildHelp();
   QWidget* buildEditor();
   QWidget* buildNumbers();
   QWidget* buildCounts();

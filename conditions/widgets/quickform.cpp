@@ -227,7 +227,8 @@ void QuickForm::showText(const QuickSetup::Row& row) {
 void QuickForm::setChanged(bool changed) {
   submit_->setEnabled(changed);
   const QColor color(rgbOfBgr(quickChangedColor));
-  submit_->setStyleSheet(changed ? u"QPushButton { background-color: %1; color: black; }"_s.arg(color.name())
+  submit_->setStyleSheet(changed ? u"QPushButton { background-color: %1; color: black; border: 1px solid %2; }"_s.arg(
+                                       color.name(), color.darker(130).name())
                                  : QString());
 }
 

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "conditions/conditionmap.h"
@@ -182,6 +183,7 @@ SummaryPage::SummaryPage(Store& gConn, Boxes& boxes, QWidget* parent) : QWidget(
 
 void SummaryPage::reload() {
   withFaultBox(boxes_, [this] { text_->setPlainText(buildConditionSummary(gConn_)); });
+  text_->verticalScrollBar()->setValue(0);
 }
 
 }  // namespace elevenfive
