@@ -99,6 +99,7 @@ QWidget* GroupPage::buildEditor() {
   alias_ = new QLabel(card);
   alias_->setObjectName(u"Label_ZDYname"_s);
   alias_->setProperty("heading", true);
+  alias_->setTextFormat(Qt::PlainText);
   common_ = new QComboBox(card);
   common_->setObjectName(u"ComboZDYcyfz"_s);
   common_->setAccessibleName(commonGroupsCaption.toString());

@@ -148,7 +148,10 @@ QWidget* QuickForm::buildButtons() {
   row->addStretch();
   row->addWidget(how);
   row->addWidget(submit_);
-  connect(how, &QPushButton::clicked, this, [this] { boxes_.plain(quickHelpText.toString()); });
+  connect(how, &QPushButton::clicked, this, [this] {
+    boxes_.plain(quickHelpText.toString());
+    activateWindow();
+  });
   connect(submit_, &QPushButton::clicked, this, &QuickForm::submit);
   return strip;
 }
@@ -209,6 +212,7 @@ void QuickForm::submit() {
   }
   bool written = false;
   withFaultBox(boxes_, [&] { written = quick_.submit(rows_, [this](const QuickSetup::Row& row) { showText(row); }); });
+  activateWindow();  // the boxes took the focus
   if (!written)
     return;
   for (const Line& line : lines_)
