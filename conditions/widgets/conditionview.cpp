@@ -280,6 +280,10 @@ void ConditionView::findTab(const QString& text) {
     tabs_->setCurrentRow(first);
 }
 
+void ConditionView::fillCommonGroups() {
+  groupPage_->fillCommonGroups();
+}
+
 void ConditionView::clearPicks() {
   pickPage_->clearPicks();
 }

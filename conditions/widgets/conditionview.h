@@ -45,6 +45,9 @@ class ConditionView final : public QWidget {
   /// No number stays picked, in either field.
   void clearPicks();
 
+  /// Fills ComboZDYcyfz with the period that is next now.
+  void fillCommonGroups();
+
   /// What the screens of the conditions write through.
   [[nodiscard]] ConditionPanel& panel() noexcept { return panel_; }
 

@@ -69,6 +69,7 @@ GroupPage::GroupPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, Inputs& 
     lines_->setCurrentRow(tabs_->currentIndex());
     withFaultBox(boxes_, [this] { showGroup(); });
   });
+  fillCommonGroups();
 }
 
 QWidget* GroupPage::buildList() {
@@ -241,14 +242,18 @@ void GroupPage::showLines() {
 }
 
 void GroupPage::fillCommonGroups() {
-  common_->clear();
-  for (const QString& entry : commonGroupEntries(getNextQihao(gConn_))) {
-    if (entry == commonGroupsRule)
-      common_->insertSeparator(common_->count());
-    else
-      common_->addItem(entry);
-  }
-  common_->setCurrentIndex(-1);
+  withFaultBox(boxes_, [this] {
+    const QStringList entries = commonGroupEntries(getNextQihao(gConn_));
+    commonHasPeriod_ = getLastQihao(gConn_) > 0;
+    common_->clear();
+    for (const QString& entry : entries) {
+      if (entry == commonGroupsRule)
+        common_->insertSeparator(common_->count());
+      else
+        common_->addItem(entry);
+    }
+    common_->setCurrentIndex(-1);
+  });
 }
 
 void GroupPage::chooseCommon(int index) {
@@ -257,8 +262,9 @@ void GroupPage::chooseCommon(int index) {
 }
 
 void GroupPage::reload() {
-  withFaultBox(boxes_, [this] {
+  if (!commonHasPeriod_)
     fillCommonGroups();
+  withFaultBox(boxes_, [this] {
     showGroup();
     showLines();
   });

@@ -78,6 +78,8 @@ MatchPage::MatchPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
   use_->setAccessibleName(u"使用历史数据过滤"_s);
   periods_ = box(u"Combo_HistoryGuoLu_0"_s, u"最近期数"_s, recentPeriods, ConditionPanel::MatchField::minimum);
   match_ = box(u"Combo_PiPei"_s, u"最大匹配值"_s, mostMatches, ConditionPanel::MatchField::match);
+  newest_ = box(u"Combo_HistoryGuoLu_1"_s, u"最大值"_s, recentPeriods, ConditionPanel::MatchField::maximum);
+  newest_->hide();  // a field of the row that no filter reads: it has no place in the line
   auto* line = new QHBoxLayout;
   line->addWidget(new QLabel(u"过滤掉最近："_s, this));
   line->addWidget(periods_);
@@ -116,6 +118,7 @@ void MatchPage::reload() {
     const ConditionPanel::MatchState state = panel_.matchState();
     use_->setChecked(state.used);
     periods_->setCurrentIndex(periods_->findData(state.minimum));
+    newest_->setCurrentIndex(newest_->findData(state.maximum));
     match_->setCurrentIndex(match_->findData(state.match));
   });
   panel_.loadingPanel = false;

@@ -33,6 +33,10 @@ ConditionForms::ConditionForms(Store& gConn, const QString& templatePath, Condit
   connect(&conditions_, &ConditionView::quickSetupWanted, this, &ConditionForms::openQuickSetup);
   connect(&conditions_, &ConditionView::zoneTipWanted, this,
           [this](int k) { withFaultBox(ports_.boxes, [&] { zones_.showTip(k); }); });
+  connect(&ports_.busy, &BusyState::changed, this, [this](bool busy) {
+    if (!busy && pendingAction_ != 0)
+      QMetaObject::invokeMethod(this, &ConditionForms::runPendingAction, Qt::QueuedConnection);
+  });
 }
 
 void ConditionForms::showConditionTab(int tab) {
@@ -85,7 +89,8 @@ void ConditionForms::recountZones(HistoryPanel& history) {
 
 void ConditionForms::leaveAction(int code) {
   pendingAction_ = code;
-  quick_->close();
+  if (quick_ != nullptr)
+    quick_->close();
   window_.widget->activateWindow();
   // Where the desktop does not hand the focus back, the window is not told that it is active.
   QMetaObject::invokeMethod(this, &ConditionForms::runPendingAction, Qt::QueuedConnection);
@@ -99,6 +104,8 @@ void ConditionForms::windowActivated() {
 }
 
 void ConditionForms::runPendingAction() {
+  if (ports_.busy.isBusy())
+    return;
   const PendingAction* action = pendingActionOf(std::exchange(pendingAction_, 0));
   if (action == nullptr)
     return;

@@ -57,12 +57,11 @@ class ConditionForms final : public QObject {
   /// The main window became active: the quick setup goes out of sight, and what a form left is done.
   void windowActivated();
 
-  /// What a form that has closed wants the main window to do; 0 when nothing is pending.
-  [[nodiscard]] int pendingAction() const noexcept { return pendingAction_; }
+  /// A form leaves the code of what the main window is to do once it is active and idle; the quick setup closes.
+  void leaveAction(int code);
 
  private:
   void showConditionTab(int tab);
-  void leaveAction(int code);
   void runPendingAction();
 
   Store& gConn_;
@@ -73,8 +72,8 @@ class ConditionForms final : public QObject {
   DialogFileQuestion question_;
   ConditionFiles files_;
   QPointer<QuickForm> quick_;
-  int quickPage_ = 0;  ///< shown last, taken up when the form opens again
-  int pendingAction_ = 0;
+  int quickPage_ = 0;      ///< shown last, taken up when the form opens again
+  int pendingAction_ = 0;  ///< 0 when nothing is pending
 };
 
 }  // namespace elevenfive

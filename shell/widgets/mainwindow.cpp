@@ -269,7 +269,11 @@ void MainWindow::switchUser() {
 void MainWindow::buildConditionForms() {
   forms_ = new ConditionForms(workspace_.gConn, workspace_.folders().templateFile(), *conditions_,
                               {ports_.boxes, ports_.inputs, ports_.files, busy_},
-                              {this, [this](int tab) { selectTopTab(tab); }, {}});
+                              {this, [this](int tab) { selectTopTab(tab); },
+                               [this] {
+                                 if (auto* update = findChild<QAction*>(u"mnu_AutoUpdate"_s))
+                                   update->trigger();
+                               }});
   asides_ = new QStackedWidget(this);
   asides_->setObjectName(u"Frm_Sub_5"_s);
   zones_ = forms_->makeZonePage(asides_);
@@ -280,6 +284,14 @@ void MainWindow::buildConditionForms() {
     if (index == topTabs_->currentIndex() && pages_->currentWidget() == asides_)
       topTabShown(index + 1);
   });
+}
+
+void MainWindow::leaveAction(int code) {
+  forms_->leaveAction(code);
+}
+
+void MainWindow::fillZdyGroups() {
+  conditions_->fillCommonGroups();
 }
 
 void MainWindow::runConditionAction(MenuAction action) {

@@ -55,6 +55,12 @@ class MainWindow final : public QMainWindow {
   /// What the menu entry that changes the user does; false ends the window with nothing asked.
   void setSwitchUser(std::function<bool()> switchUser) { switchUser_ = std::move(switchUser); }
 
+  /// A form that closes leaves the code of what the window is to do once it is active (conditions/pendingaction.h).
+  void leaveAction(int code);
+
+  /// Fills the box of the common groups with the period that is next now.
+  void fillZdyGroups();
+
   /// Shows or hides the menu mnu_User.
   void showUserMenu(bool visible);
 

@@ -166,6 +166,19 @@ TEST_F(GroupPageTest, ARuleLineOfTheCommonGroupsChangesNothing) {
   EXPECT_EQ(common.currentIndex(), -1);
 }
 
+TEST_F(GroupPageTest, TheCommonGroupsKeepThePeriodThatWasNextWhenTheyWereFilled) {
+  const auto firstOfDraws = [this] { return the<QComboBox>(u"ComboZDYcyfz"_s).itemText(3); };
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  window.selectTopTab(2);  // filled again, as the history was empty at the start
+  EXPECT_EQ(firstOfDraws(), u"11031511期旧码(复码)"_s);
+  data.addDraws(u"11031511 02 03 04 05 06"_s);
+  window.selectTopTab(1);
+  window.selectTopTab(2);
+  EXPECT_EQ(firstOfDraws(), u"11031511期旧码(复码)"_s);
+  window.fillZdyGroups();
+  EXPECT_EQ(firstOfDraws(), u"11031512期旧码(复码)"_s);
+}
+
 TEST_F(GroupPageTest, ACommonGroupWithoutItsDrawsTellsWhy) {
   auto& common = the<QComboBox>(u"ComboZDYcyfz"_s);
   const int entry = common.findText(u"期斜码"_s, Qt::MatchEndsWith);
