@@ -145,6 +145,47 @@ TEST_F(ZonePageTest, ARecountShowsItsProgressInThePlaceOfTheGridAndLocksTheWindo
   EXPECT_TRUE(window->menuBar()->isEnabled());
 }
 
+TEST_F(ZonePageTest, WhatAFormLeavesWaitsForTheEndOfLongWork) {
+  QString draws;
+  for (int i = 0; i < 400; ++i)
+    draws += u"%1 01 02 03 04 05\n"_s.arg(11030101 + i);
+  data.addDraws(draws);
+  openZones();
+  click(number(1));
+  bool left = false;
+  bool doneMeanwhile = false;
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
+    if (window->menuBar()->isEnabled())
+      return;
+    doneMeanwhile = doneMeanwhile || the<QTabBar>(u"TabStrip_Top"_s).currentIndex() != 0;
+    if (!left)
+      window->leaveAction(4);
+    left = true;
+  });
+  poll.start(0);
+  window->selectTopTab(1);
+  poll.stop();
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(left);
+  EXPECT_FALSE(doneMeanwhile);
+  EXPECT_EQ(the<QTabBar>(u"TabStrip_Top"_s).currentIndex(), 1);
+  EXPECT_EQ(the<QListWidget>(u"TabStrip_TiaoJian"_s).currentRow(), 6);
+  QCoreApplication::processEvents();
+  window->selectTopTab(1);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(the<QTabBar>(u"TabStrip_Top"_s).currentIndex(), 0);  // it is done once
+}
+
+TEST_F(ZonePageTest, EveryControlHasAnAccessibleName) {
+  openZones();
+  for (const QWidget* widget : the<QWidget>(u"Frm_Sub_5"_s).findChildren<QWidget*>()) {
+    if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus)
+      continue;
+    EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
+  }
+}
+
 TEST_F(ZonePageTest, ARecountThatFailsIsToldAndTriedAgainAtTheNextVisit) {
   data.addDraws(u"11031510 01 02 03 04 05"_s);
   data.store().execute("test", "UPDATE 历史记录 SET 号码5 = 44");
