@@ -101,7 +101,7 @@ void QuickForm::buildLine(QWidget* page, std::size_t row) {
   line.use->setObjectName(u"Check_sfsy_%1"_s.arg(rows_[row].number));
   line.text = new QLineEdit(page);
   line.text->setObjectName(u"Text_quzifanwei_%1"_s.arg(rows_[row].number));
-  line.text->setMinimumWidth(fontMetrics().averageCharWidth() * 40);
+  line.text->setMinimumWidth(fontMetrics().averageCharWidth() * 28);
   line.text->installEventFilter(this);
   connect(line.use, &QCheckBox::clicked, this, [this, row](bool checked) { clickUse(row, checked); });
   connect(line.text, &QLineEdit::textEdited, this, [this] { setChanged(true); });
@@ -156,12 +156,22 @@ QWidget* QuickForm::buildButtons() {
   return strip;
 }
 
-void QuickForm::open(int page) {
+void QuickForm::openAt(int page) {
   load();
   showPage(page);
+  if (!isVisible() && !testAttribute(Qt::WA_Moved))
+    moveAside();
   show();
   raise();
   activateWindow();
+}
+
+/// To the lower right of the main window, whose list of tabs stays in view.
+void QuickForm::moveAside() {
+  adjustSize();
+  const QRect area = parentWidget()->window()->frameGeometry();
+  const int margin = fontMetrics().height();
+  move(area.right() - width() - margin, area.bottom() - height() - 3 * margin);
 }
 
 void QuickForm::load() {

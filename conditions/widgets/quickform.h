@@ -24,7 +24,7 @@ class QuickForm final : public QDialog {
   QuickForm(Store& gConn, Boxes& boxes, QWidget* parent);
 
   /// Reads the rows from the store and shows the form on a page, 0 or 1.
-  void open(int page);
+  void openAt(int page);
 
   /// The page that is shown.
   [[nodiscard]] int page() const;
@@ -58,6 +58,7 @@ class QuickForm final : public QDialog {
   QPushButton* button(const QString& name, const QString& caption);
   QPushButton* actionButton(int code);
   void buildLine(QWidget* page, std::size_t row);
+  void moveAside();
   void load();
   void showPage(int page);
   void clickUse(std::size_t row, bool checked);

@@ -70,7 +70,7 @@ void ConditionForms::openQuickSetup() {
     connect(quick_, &QuickForm::pageShown, this, [this](int page) { quickPage_ = page; });
     connect(&ports_.busy, &BusyState::changed, quick_, &QWidget::setDisabled);
   }
-  quick_->open(quickPage_);
+  quick_->openAt(quickPage_);
 }
 
 ZonePage* ConditionForms::makeZonePage(QWidget* parent) {
