@@ -266,6 +266,7 @@ void ConditionView::markTab(int tab) {
   withFaultBox(boxes_, [&] { inUse = tab > 1 && panel_.tabInUse(tab); });
   tabs_->item(tab - 1)->setIcon(markIcon(inUse, *this));
   tabs_->item(tab - 1)->setToolTip(inUse ? u"使用中"_s : QString());
+  tabs_->item(tab - 1)->setData(Qt::AccessibleTextRole, tabCaption(tab) + (inUse ? u" 使用中"_s : QString()));
 }
 
 void ConditionView::findTab(const QString& text) {

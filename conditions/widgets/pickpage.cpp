@@ -48,7 +48,7 @@ PickPage::PickPage(Store& gConn, RunDriver& driver, Boxes& boxes, Inputs& inputs
   tip_->setAccessibleName(u"已选号码的个数和组合数"_s);
   tip_->setReadOnly(true);
   tip_->setTabChangesFocus(true);
-  tip_->setFixedHeight(fontMetrics().lineSpacing() * 6);
+  tip_->setFixedHeight(fontMetrics().lineSpacing() * 5);
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);

@@ -73,6 +73,11 @@ void ConditionForms::openQuickSetup() {
   quick_->openAt(quickPage_);
 }
 
+void ConditionForms::closeQuickSetup() {
+  if (quick_ != nullptr)
+    quick_->close();
+}
+
 ZonePage* ConditionForms::makeZonePage(QWidget* parent) {
   auto* page = new ZonePage(gConn_, zones_, ports_.boxes, parent);
   connect(page, &ZonePage::countsWanted, this, [this] { showConditionTab(zonesTab); });
@@ -89,8 +94,7 @@ void ConditionForms::recountZones(HistoryPanel& history) {
 
 void ConditionForms::leaveAction(int code) {
   pendingAction_ = code;
-  if (quick_ != nullptr)
-    quick_->close();
+  closeQuickSetup();
   window_.widget->activateWindow();
   // Where the desktop does not hand the focus back, the window is not told that it is active.
   QMetaObject::invokeMethod(this, &ConditionForms::runPendingAction, Qt::QueuedConnection);

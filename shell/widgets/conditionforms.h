@@ -47,6 +47,7 @@ class ConditionForms final : public QObject {
   void importConditions();  ///< daoru
   void restoreDefaults();   ///< huanyuan
   void openQuickSetup();    ///< cmm_kuaisusezi
+  void closeQuickSetup();   ///< with what was typed and not submitted
 
   /// The panel of mnu_newQuJian, made anew; it belongs to the parent.
   ZonePage* makeZonePage(QWidget* parent);

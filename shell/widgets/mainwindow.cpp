@@ -261,6 +261,7 @@ void MainWindow::switchUser() {
     close();
     return;
   }
+  forms_->closeQuickSetup();  // it may hold what another user typed
   selectTopTab(1);
   conditions_->selectTab(1);
   conditions_->reload();

@@ -257,6 +257,15 @@ TEST_F(QuickFormTest, IsOutOfSightWhileTheMainWindowIsActiveAndKeepsWhatWasTyped
   EXPECT_TRUE(submit().isEnabled());
 }
 
+TEST_F(QuickFormTest, AnotherUserDoesNotFindWhatWasTyped) {
+  openForm();
+  type(0, u"[30]"_s);
+  window->setSwitchUser([] { return true; });
+  triggerMenu(u"mnu_UserQiehuan"_s);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(form(), nullptr);
+}
+
 TEST_F(QuickFormTest, TheButtonsOfOtherConditionsLeadToTheTabsThatTheyAreBoundTo) {
   struct ButtonFacts {
     int index;
