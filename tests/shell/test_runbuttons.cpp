@@ -46,32 +46,6 @@ class RunButtonsTest : public MainWindowTest {
     ports.boxes.clear();
   }
 
-  void clickRun(int index) { click(the<QPushButton>(u"cmmTouZhu_%1"_s.arg(index))); }
-
-  /// The rows of the grid as it shows them, the cells joined by blanks.
-  QStringList gridRows() {
-    auto& grid = the<GridView>(u"TDBGrid_RZ"_s);
-    QStringList rows;
-    for (int row = 0; row < grid.rows().rowCount(); ++row) {
-      QStringList cells;
-      for (int column = 0; column < grid.rows().columnCount(); ++column)
-        if (!grid.isColumnHidden(column))
-          cells << grid.rows().index(row, column).data().toString();
-      rows << cells.join(u' ').trimmed();
-    }
-    return rows;
-  }
-
-  QString status() { return the<QPlainTextEdit>(u"TextChaoZuoTip"_s).toPlainText(); }
-
-  /// Lets the next open-file dialog give a file with these lines.
-  void chooseFileOf(const QByteArray& lines) {
-    files.paths = {data.folders.program + u"/rows.txt"_s};
-    QFile file(files.paths.front());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(lines);
-  }
-
   /// Fills frmFromFile once it is up: numbers only, for a period.
   void answerImport(const QString& period) {
     whenOpen([period](QWidget& dialog) {
