@@ -1,12 +1,13 @@
-// The first tab of the condition panel: eleven number buttons, the mode in which a click picks, and the counting lines.
+// The first tab of the condition panel: eleven number buttons, the mode in which a click picks, and the counting lines; below
+// them the second field of the same kind.
 #pragma once
 
-#include <QAbstractButton>
 #include <QWidget>
 #include <array>
 #include <functional>
 
 #include "conditions/picking.h"
+#include "conditions/widgets/numberbutton.h"
 #include "model/ports.h"
 
 class QPlainTextEdit;
@@ -14,8 +15,8 @@ class QTabBar;
 
 namespace elevenfive {
 
-/// A round number button whose colour tells how the number is picked.
-class PickButton final : public QAbstractButton {
+/// A number button whose colour tells how the number is picked.
+class PickButton final : public NumberButton {
   Q_OBJECT
 
  public:
@@ -25,16 +26,7 @@ class PickButton final : public QAbstractButton {
   void setPick(int value);
   [[nodiscard]] int pick() const noexcept { return pick_; }
 
-  /// The button's colour in the order 0xBBGGRR; 0x8000000F stands for the palette's button face.
-  [[nodiscard]] unsigned backColor() const;
-
-  [[nodiscard]] QSize sizeHint() const override;
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
-
  private:
-  int number_;
   int pick_ = 0;
 };
 
@@ -49,13 +41,25 @@ class PickPage final : public QWidget, public PickView {
 
   void setChoseNumberTip(const QString& text);
 
+  /// No number of either field stays picked.
+  void clearPicks();
+
   void paintPick(int number, int value) override;
   [[nodiscard]] bool struckThrough(int number) const override;
 
  private:
-  QWidget* buildModes();
-  QWidget* buildNumbers();
-  [[nodiscard]] int mode() const;
+  /// The buttons of one field and the mode in which they pick.
+  struct Field {
+    QTabBar* modes = nullptr;
+    std::array<PickButton*, numberCount + 1> buttons{};  ///< by number
+    [[nodiscard]] int mode() const;                      ///< 1 拖码, 2 胆码
+  };
+
+  QWidget* heading(const QString& text);
+  QWidget* buildField(Field& field);
+  QWidget* buildModes(Field& field);
+  QWidget* buildNumbers(Field& field);
+  [[nodiscard]] PickButton* buttonOf(int id) const;
 
   /// Runs a change of the picks. A fault is told in one box, and the buttons show again what is stored.
   void attempt(const std::function<void()>& change);
@@ -64,8 +68,8 @@ class PickPage final : public QWidget, public PickView {
   Boxes& boxes_;
   Inputs& inputs_;
   NumberPicking picking_;
-  QTabBar* modes_ = nullptr;
-  std::array<PickButton*, numberCount + 1> buttons_{};  ///< by number
+  Field front_;
+  Field back_;
   QPlainTextEdit* tip_ = nullptr;
 };
 

@@ -8,6 +8,7 @@
 #include "model/errors.h"
 #include "model/ports.h"
 #include "model/store.h"
+#include "model/widgets/faultbox.h"
 #include "model/widgets/gridview.h"
 
 namespace elevenfive {
@@ -100,6 +101,10 @@ bool HistoryGrid::showFound() {
     return false;
   filter_->focusLast();
   return true;
+}
+
+void HistoryGrid::refresh() {
+  withFaultBox(boxes_, [this] { grid_->rows().refresh(); });
 }
 
 void HistoryGrid::openFilter() {

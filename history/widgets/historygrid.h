@@ -32,6 +32,9 @@ class HistoryGrid final : public QWidget {
   /// none. Throws StoreError.
   bool showFound();
 
+  /// Reads what it shows again; a fault becomes one box.
+  void refresh();
+
   void openFilter();
   void closeFilter();
   void clearFilter();

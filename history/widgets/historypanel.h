@@ -60,6 +60,9 @@ class HistoryPanel final : public QWidget {
   /// The bar ProgressBar_TuBiao.
   [[nodiscard]] Progress& derivationProgress();
 
+  /// Counts the numbers of each zone again for the periods first to last, with its message and its bar in the place of the grid.
+  void recountZones(Qihao first, Qihao last);
+
   /// Puts the focus into the first number field.
   void focusEntry();
 
@@ -92,7 +95,6 @@ class HistoryPanel final : public QWidget {
   void closeFilterRow();
   void filterEdited();
 
-  void offerNextPeriod();
   void tableChanged();
   void viewsChanged();
   void showWritten(Qihao period);
