@@ -141,7 +141,7 @@ TEST_F(ZonePageTest, ARecountShowsItsProgressInThePlaceOfTheGridAndLocksTheWindo
   EXPECT_TRUE(seen);
   EXPECT_TRUE(gridHidden);
   EXPECT_TRUE(locked);
-  EXPECT_FALSE(the<QProgressBar>(u"ProgressBar_TuBiao"_s).isVisible());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !the<QProgressBar>(u"ProgressBar_TuBiao"_s).isVisible(); }, 2000));
   EXPECT_TRUE(window->menuBar()->isEnabled());
 }
 
