@@ -1,17 +1,32 @@
 #include "shell/widgets/windowscreens.h"
 
+#include <QDesktopServices>
+#include <QShortcut>
+#include <QUrl>
+
 #include "model/programtitle.h"
 #include "shell/widgets/startforms.h"
 
 namespace elevenfive {
 
+void WindowScreens::showSplash() {
+  splash_ = std::make_unique<Splash>();
+  splash_->showAtOnce();
+}
+
 void WindowScreens::bindHistory(Workspace& workspace) {
   window_ = std::make_unique<MainWindow>(workspace, ports_);
   windowMade_(*window_);
+  if (!helpFile_.isEmpty())
+    QObject::connect(new QShortcut(QKeySequence::HelpContents, window_.get()), &QShortcut::activated, window_.get(),
+                     [file = helpFile_] { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); });
 }
 
 void WindowScreens::showMainForm() {
+  if (splash_)
+    splash_->hide();
   window_->show();
+  splash_.reset();
 }
 
 bool WindowScreens::askUserMode(int& gUserMode) {
@@ -22,7 +37,7 @@ void WindowScreens::showUserMenu(bool visible) {
   window_->showUserMenu(visible);
 }
 
-bool WindowScreens::logOn(Users& users) {
+LogOn WindowScreens::logOn(Users& users) {
   return logOnForm(users, ports_.boxes, window_.get());
 }
 
@@ -35,6 +50,8 @@ void WindowScreens::chooseGame(Catalogue& catalogue) {
 }
 
 void WindowScreens::unload(const QString& form) {
+  if (splash_ && splash_->objectName() == form)
+    splash_.reset();
   if (window_ == nullptr)
     return;
   if (auto* open = window_->findChild<QWidget*>(form))
@@ -42,6 +59,7 @@ void WindowScreens::unload(const QString& form) {
 }
 
 void WindowScreens::releaseData() {
+  splash_.reset();
   if (window_ != nullptr)
     window_->releaseData();
 }
