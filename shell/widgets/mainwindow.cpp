@@ -10,6 +10,8 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "acquire/networkaddresstester.h"
+#include "acquire/widgets/sourceform.h"
 #include "conditions/widgets/conditionview.h"
 #include "engine/widgets/resultdialogs.h"
 #include "engine/widgets/runpanel.h"
@@ -195,6 +197,11 @@ void MainWindow::runMenuAction(MenuAction action, int argument) {
       selectTopTab(3);
       run_->clickButton(argument);
       break;
+    case MenuAction::sources: {
+      NetworkAddressTester tester;
+      sourceForm(workspace_.gConn, ports_.boxes, tester, this);
+      break;
+    }
     case MenuAction::switchUser:
       switchUser();
       break;

@@ -14,6 +14,7 @@ enum class MenuAction {
   conditionTab,     ///< argument: tab of TabStrip_TiaoJian, modulo 100
   parityPage,       ///< the panel paicu
   run,              ///< argument: index of cmmTouZhu
+  sources,          ///< the form of the addresses that are configuration
   switchUser,
 };
 
@@ -80,6 +81,7 @@ inline constexpr std::array menuEntries{
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 4, u"号码导入", MenuAction::run, 4},
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 5, u"删除记录", MenuAction::run, 5},
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 6, u"开奖核对", MenuAction::run, 6},
+    MenuEntry{u"mnu_Else", u"mnu_DataSource", -1, u"数据源...", MenuAction::sources, 0},
     MenuEntry{u"mnu_User", u"mnu_UserQiehuan", -1, u"切换用户", MenuAction::switchUser, 0},
 };
 
