@@ -50,7 +50,7 @@ Answer CliPorts::show(const Box& box) {
 QString CliPorts::askText(const InputBox& box) {
   if (typed.empty())
     return box.defaultText;
-  const QString answer = typed.front();
+  QString answer = typed.front();
   typed.pop_front();
   return answer;
 }

@@ -44,16 +44,6 @@ Action prepareClear(const Arguments&) {
   return [](Session& session) { clearAskedHistory(session.store(), session.ports(), session.ports()); };
 }
 
-/// Whether a text file holds anything but blank lines.
-bool hasContent(const QString& path, Events& events) {
-  TextLines lines(path, events);
-  QString line;
-  while (lines.next(line))
-    if (!line.trimmed().isEmpty())
-      return true;
-  return false;
-}
-
 /// The import itself tells whether it was done: a draw that cannot be derived is no reason to do it again.
 void importHistory(Session& session, const QString& path) {
   CliPorts& ports = session.ports();
@@ -71,7 +61,7 @@ Action prepareImport(const Arguments& arguments) {
     CliPorts& ports = session.ports();
     // Both before the old draws go.
     requireReadable(path);
-    if (!hasContent(path, ports)) {
+    if (TextLines(path, ports).count() == 0) {
       ports.plain(u"没有数据，无法导入！"_s);
       throw Refused();
     }

@@ -67,7 +67,7 @@ int boxNumberOf(const Arguments& arguments, const QString& name) {
 }
 
 QString pathOf(const Arguments& arguments, const QString& name) {
-  const QString path = arguments.text(name);
+  QString path = arguments.text(name);
   if (path.isEmpty())
     throw UsageError(u"参数 %1 应为文件名，不能为空。"_s.arg(name));
   return path;

@@ -34,13 +34,11 @@ void NumberPicking::clickNumber(int number, int mode) {
     throw MissingData(u"过滤条件中缺少号码 %1 的记录，请还原或重新安装数据文件。"_s.arg(number));
   if (*before == notPicked && view_.struckThrough(number) && !confirmLowChance(number))
     return;
-  int after = *before;
-  if (*before == notPicked)
-    after = mode;
-  else if (*before == mode)
+  int after = mode;
+  if (*before == mode)
     after = notPicked;
-  else if (confirmChange(number, mode))
-    after = mode;
+  else if (*before != notPicked && !confirmChange(number, mode))
+    after = *before;
   store(number, after);
   driver_.showXuanhaoTip();
   if (after == dan && tooManyDan(isBack(number))) {

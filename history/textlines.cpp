@@ -11,8 +11,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr qsizetype blockSize = 256 * 1024;
-constexpr qsizetype longestLine = 64 * 1024;
+constexpr qsizetype blockSize = qsizetype{256} * 1024;
+constexpr qsizetype longestLine = qsizetype{64} * 1024;
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 
 }  // namespace

@@ -155,7 +155,7 @@ void MainWindow::topTabShown(int tab) {
   skippedPage_ = false;
   withFaultBox(ports_.boxes, [&] {
     if (tab == 2 && historyDeleted_) {
-      historyDeleted_ = false;
+      historyDeleted_ = false;  // before the yield, in which the tab may be clicked again
       events_.yield();
       ports_.boxes.plain(u"之前有删除记录的操作,需要刷新数据..."_s);
     }
@@ -280,6 +280,7 @@ void MainWindow::closeChartMode() {
   if (auto* action = findChild<QAction*>(u"mnu_HistoryTubiao"_s)) {
     action->setEnabled(false);
     action->setToolTip(tip);
+    findChild<QMenu*>(u"mnu_History"_s)->setToolTipsVisible(true);
   }
 }
 

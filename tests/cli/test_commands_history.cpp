@@ -140,12 +140,22 @@ TEST_F(HistoryCommands, ImportOfAnEmptyFileIsRefused) {
   EXPECT_EQ(outcome.err, u"[plain]"_s + boxTitle + u"没有数据，无法导入！\n"_s);
 }
 
-TEST_F(HistoryCommands, ImportOfAFileWithoutContentKeepsTheDrawsItWasToldToClear) {
+TEST_F(HistoryCommands, ImportOfAFileWithoutLinesKeepsTheDrawsItWasToldToClear) {
   cli.batch(u"history add 7 1 2 3 4 5\n"_s);
-  for (const QByteArray& content : {QByteArray(), QByteArray("\r\n"), QByteArray("\xEF\xBB\xBF \n\t\n")}) {
+  for (const QByteArray& content : {QByteArray(), QByteArray("\xEF\xBB\xBF")}) {
     const auto outcome = cli.call({u"history"_s, u"import"_s, textFile(content), u"--clear"_s});
     EXPECT_EQ(outcome.status, exitFailed);
     EXPECT_EQ(outcome.err, u"[plain]"_s + boxTitle + u"没有数据，无法导入！\n"_s);
+  }
+  EXPECT_EQ(draws(), u"7\t1\t2\t3\t4\t5\t\n"_s);
+}
+
+TEST_F(HistoryCommands, AFileOfBlankLinesIsImportedAndAddsNothing) {
+  cli.batch(u"history add 7 1 2 3 4 5\n"_s);
+  for (const QByteArray& content : {QByteArray("\r\n"), QByteArray(" \n\t\n")}) {
+    const auto outcome = cli.call({u"history"_s, u"import"_s, textFile(content)});
+    EXPECT_EQ(outcome.status, exitDone);
+    EXPECT_TRUE(outcome.err.endsWith(u"[info]"_s + boxTitle + u"导入完成!\n"_s)) << outcome.err.toStdString();
   }
   EXPECT_EQ(draws(), u"7\t1\t2\t3\t4\t5\t\n"_s);
 }

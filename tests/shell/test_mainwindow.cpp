@@ -80,6 +80,19 @@ TEST_F(MainWindowTest, AfterADeletionTheConditionTabTellsItOnce) {
   EXPECT_EQ(ports.boxes.size(), 1U);
 }
 
+TEST_F(MainWindowTest, EachMainTabCountsThePicksAnew) {
+  open();
+  for (const int tab : {1, 3, 2}) {
+    data.store().execute("test", "UPDATE 过滤条件 SET VALUE = (ID <= 5 + ?) WHERE ID <= 11", tab);
+    window->selectTopTab(tab);
+    const QString combinations[] = {u"６"_s, u"２１"_s, u"５６"_s};
+    EXPECT_TRUE(the<QPlainTextEdit>(u"Text_ChoseNumberTip"_s)
+                    .toPlainText()
+                    .contains(u"全部号码组合： %1  注"_s.arg(combinations[tab - 1])))
+        << tab;
+  }
+}
+
 TEST_F(MainWindowTest, ClearingAsksFirst) {
   data.addDraws(u"11031510 01 02 03 04 05"_s);
   open();
