@@ -16,15 +16,15 @@ class Store;
 inline constexpr QStringView commonGroupsCaption = u"常用分组";
 inline constexpr QStringView commonGroupsRule = u"-------";
 
-/// Flags by number; slot 0 unused.
-using NumberFlags = std::array<bool, numberCount + 1>;
+/// Which numbers are in a group, by number; slot 0 unused.
+using GroupMembers = std::array<bool, numberCount + 1>;
 
 /// The entries of ComboZDYcyfz in order. Those that look at draws bear the period in front.
 QStringList commonGroupEntries(Qihao nextPeriod);
 
 /// What an entry stands for.
 struct CommonGroup {
-  NumberFlags members{};
+  GroupMembers members{};
   QString message;  ///< why the members are none: a draw that the rule needs is missing; else empty
 };
 

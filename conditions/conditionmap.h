@@ -68,6 +68,7 @@ const ValueList* listOfCode(int code);
 
 /// The position filter: list p (1 to positionCount) writes positionColumn(p) of 号码特性 (engine/positionfilter.h) and is switched
 /// by code positionCode(p).
+inline constexpr int zonesTab = 14;
 inline constexpr int positionsTab = 15;
 inline constexpr int positionCount = 7;
 constexpr int positionCode(int p) {

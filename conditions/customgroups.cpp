@@ -1,5 +1,6 @@
 #include "conditions/customgroups.h"
 
+#include <algorithm>
 #include <string>
 
 #include "conditions/conditionpanel.h"
@@ -105,7 +106,7 @@ CustomGroups::GroupState CustomGroups::showZdyGroup(int k) {
   for (const int number : membersOf(gConn_, k))
     if (isNumber(number))
       state.members[static_cast<std::size_t>(number)] = true;
-  state.countsEnabled = state.members != NumberFlags{};
+  state.countsEnabled = state.members != GroupMembers{};
   for (const int count : countsOf(gConn_, k))
     if (count <= zdyLargestCount)
       state.counts[static_cast<std::size_t>(count)] = state.useEnabled = true;
@@ -147,6 +148,17 @@ void CustomGroups::clickCount(int k, int count, bool selected) {
   const std::vector<int> counts = countsOf(gConn_, k);
   const bool any = !counts.empty() && counts.front() <= zdyLargestCount;  // ascending: the list shows 0 to 5 only
   setConditionUse(gConn_, zdyCode(k), any ? 1 : 0);
+  transaction.commit();
+}
+
+void CustomGroups::selectCounts(int k, const std::vector<bool>& selected) {
+  if (panel_.loadingPanel || !isGroup(k))
+    return;
+  StoreTransaction transaction(gConn_);
+  const std::vector<bool> present = showZdyGroup(k).counts;
+  for (std::size_t count = 0; count < std::min(present.size(), selected.size()); ++count)
+    if (present[count] != selected[count])
+      clickCount(k, static_cast<int>(count), selected[count]);
   transaction.commit();
 }
 

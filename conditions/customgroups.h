@@ -64,7 +64,7 @@ class CustomGroups final {
 
   /// What the tab shows for a group.
   struct GroupState {
-    NumberFlags members{};       ///< green buttons
+    GroupMembers members{};      ///< green buttons
     bool countsEnabled = false;  ///< List_ZDYset: only a group with members has counts to choose
     std::vector<bool> counts;    ///< selected items of List_ZDYset
     bool used = false;           ///< Check_Zdy
@@ -86,6 +86,9 @@ class CustomGroups final {
 
   /// An item of List_ZDYset: a first selected count switches the group on, the last unselected one switches it off.
   void clickCount(int k, int count, bool selected);
+
+  /// The clicks that bring the whole of List_ZDYset to this selection; counts whose state is the same already are not touched.
+  void selectCounts(int k, const std::vector<bool>& selected);
 
   /// Check_Zdy.
   void clickUse(int k, bool checked);

@@ -71,10 +71,10 @@ std::optional<int> QuickSetup::clickUse(Row& row, bool checked) {
   return row.tab;
 }
 
-bool QuickSetup::submit(std::span<Row> rows) {
+bool QuickSetup::submit(std::span<Row> rows, const ShowText& showText) {
   bool sound = true;
   for (Row& row : rows)
-    sound = check(row) && sound;
+    sound = check(row, showText) && sound;
   if (!sound)
     return false;
   {
@@ -85,12 +85,17 @@ bool QuickSetup::submit(std::span<Row> rows) {
     }
     transaction.commit();
   }
+  if (showText)
+    for (const Row& row : rows)
+      showText(row);
   boxes_.information(u"条件设置完成！"_s);
   return true;
 }
 
-bool QuickSetup::check(Row& row) {
+bool QuickSetup::check(Row& row, const ShowText& showText) {
   row.text = cleanRangeText(row.text);
+  if (showText)
+    showText(row);
   bool sound = true;
   if (row.used && row.text.size() < shortestRangeText) {
     boxes_.critical(u"出错！未设置["_s + row.name + u"]的范围！(你可以自己设置，也可以点击下面的还原为默认值按钮)"_s);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
@@ -53,12 +54,15 @@ class QuickSetup final {
   /// A click on Check_sfsy of a row: writes its code. The tab to show, nothing where the code has no row.
   std::optional<int> clickUse(Row& row, bool checked);
 
+  /// Told of a row whose text has changed, before a box stands over the form.
+  using ShowText = std::function<void(const Row& row)>;
+
   /// cmm_submit: both passes over the rows as they stand on the form. The texts come back as the form shows them then. True
   /// where the conditions were written.
-  bool submit(std::span<Row> rows);
+  bool submit(std::span<Row> rows, const ShowText& showText = {});
 
  private:
-  bool check(Row& row);
+  bool check(Row& row, const ShowText& showText);
   void write(const Row& row);
 
   Store& gConn_;

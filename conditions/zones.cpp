@@ -57,7 +57,7 @@ void Zones::clickNumber(int k, int number) {
   zonesChanged = true;
 }
 
-void Zones::clear() {
+void Zones::clear(const std::function<void()>& show) {
   {
     StoreTransaction transaction(gConn_);
     gConn_.execute("清空区间", "UPDATE 号码特性 SET 区间1 = 0, 区间2 = 0, 区间3 = 0, 区间4 = 0");
@@ -66,6 +66,8 @@ void Zones::clear() {
     transaction.commit();
   }
   zonesChanged = true;
+  if (show)
+    show();
   boxes_.plain(u"请注意，重新划分区间后需要重新设置“区间过滤”的过滤条件。"_s);
 }
 

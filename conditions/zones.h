@@ -46,8 +46,9 @@ class Zones final {
   /// A click on cmm_QujianHuafen(number) while zone k is the current one: puts the number in or takes it out.
   void clickNumber(int k, int number);
 
-  /// cmm_CLSQujianHuafen: empties all zones and switches the four zone filters off. The allowed counts stay.
-  void clear();
+  /// cmm_CLSQujianHuafen: empties all zones and switches the four zone filters off. The allowed counts stay. show brings the
+  /// panel up to date before the reminder stands over it.
+  void clear(const std::function<void()>& show = {});
 
   /// cmm_QujianTip(k): shows the zone's text.
   void showTip(int k);

@@ -2,10 +2,13 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
+#include <QPushButton>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -18,6 +21,7 @@
 #include "conditions/widgets/settingpages.h"
 #include "conditions/widgets/tabcaptions.h"
 #include "conditions/widgets/valuepage.h"
+#include "conditions/zones.h"
 #include "model/widgets/ball.h"
 #include "model/widgets/faultbox.h"
 
@@ -30,7 +34,7 @@ namespace {
 constexpr std::array<ValuePageFacts, 5> valuePages{{
     {2, 10, u"List_TiaoJian", -1, 1, u"Check_useTiaojiao", 1, u"Text_tiaojianTip"},
     {11, 13, u"List_TJ", 0, 2, u"Check_useTiaojiao", 2, u""},
-    {14, 14, u"List_QJ", 1, 4, u"Check_useTiaojiao", 4, u""},
+    {zonesTab, zonesTab, u"List_QJ", 1, 4, u"Check_useTiaojiao", 4, u""},
     {positionsTab, positionsTab, u"List_DingweiNumber", 1, positionCount, u"Check_useDingWeiTiaojiao", positionCode(1),
      u""},
     {16, 21, u"List_TiaojianElse", -1, 1, u"Check_useTiaojiao_else", -1, u"Text_elseTiaojianTip"},
@@ -67,6 +71,7 @@ ConditionView::ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, Inpu
   buildPages(inputs);
   connect(tabs_, &QListWidget::itemSelectionChanged, this, &ConditionView::selectionChanged);
   tabs_->setCurrentRow(0);
+  addShortcuts();
 }
 
 QWidget* ConditionView::buildTabs() {
@@ -76,6 +81,8 @@ QWidget* ConditionView::buildTabs() {
   find_->setAccessibleName(u"查找条件"_s);
   find_->setPlaceholderText(u"查找条件…"_s);
   find_->setClearButtonEnabled(true);
+  find_->setToolTip(u"输入名称或拼音首字母 (Ctrl+F)，用 Ctrl+PgUp 和 Ctrl+PgDn 换页"_s);
+  find_->installEventFilter(this);
   tabs_ = new QListWidget(strip);
   tabs_->setObjectName(u"TabStrip_TiaoJian"_s);
   tabs_->setAccessibleName(u"过滤条件"_s);
@@ -92,11 +99,18 @@ QWidget* ConditionView::buildTabs() {
   count_->setAccessibleName(u"全部号码组合"_s);
   count_->setProperty("note", true);
   count_->setWordWrap(true);
+  auto* quick = new QPushButton(u"过滤条件快速设置"_s, strip);
+  quick->setObjectName(u"cmm_kuaisusezi"_s);
+  quick->setAccessibleName(quick->text());
+  quick->setProperty("small", true);
+  connect(quick, &QPushButton::clicked, this, &ConditionView::quickSetupWanted);
   auto* column = new QVBoxLayout(strip);
   column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(4);
   column->addWidget(find_);
   column->addWidget(tabs_, 1);
   column->addWidget(count_);
+  column->addWidget(quick);
   strip->setFixedWidth(fontMetrics().height() * 12);
   connect(find_, &QLineEdit::textChanged, this, &ConditionView::findTab);
   connect(find_, &QLineEdit::returnPressed, tabs_, qOverload<>(&QWidget::setFocus));
@@ -106,13 +120,17 @@ QWidget* ConditionView::buildTabs() {
 bool ConditionView::eventFilter(QObject* watched, QEvent* event) {
   if (watched == tabs_ && event->type() == QEvent::Resize)
     fitTabs();
+  if (watched == find_ && event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down) {
+    tabs_->setFocus();
+    return true;
+  }
   return QWidget::eventFilter(watched, event);
 }
 
 void ConditionView::fitTabs() {
   const int text = tabs_->fontMetrics().height();
   const int room = (tabs_->height() - 2 * tabs_->frameWidth() - 2) / lastConditionTab;
-  const int height = std::clamp(room, text + 1, text * 3 / 2);
+  const int height = std::clamp(room, text - 1, text * 3 / 2);
   for (int row = 0; row < tabs_->count(); ++row)
     tabs_->item(row)->setSizeHint({0, height});
 }
@@ -130,6 +148,8 @@ void ConditionView::buildPages(Inputs& inputs) {
     pages_->addWidget(page);
     for (int tab = facts.firstTab; tab <= facts.lastTab; ++tab)
       pageOfTab_[static_cast<std::size_t>(tab)] = page;
+    if (facts.firstTab == zonesTab)
+      addZoneTips(*page);
     if (facts.firstTab == positionsTab) {
       tolerance_ = new PositionTolerance(panel_, boxes_, page);
       page->layout()->addWidget(tolerance_);
@@ -144,6 +164,41 @@ void ConditionView::buildPages(Inputs& inputs) {
   connect(reductionPage_, &ReductionPage::tabChanged, this, &ConditionView::markTab);
   parityPage_ = new ParityPage(gConn_, panel_, boxes_, pages_);
   pages_->addWidget(parityPage_);
+}
+
+void ConditionView::addZoneTips(ValuePage& page) {
+  for (int k = 1; k <= zoneCount; ++k) {
+    auto* tip = new QPushButton(u"查看号码"_s, &page);
+    tip->setObjectName(u"cmm_QujianTip_%1"_s.arg(k));
+    tip->setAccessibleName(u"查看区间%1的号码"_s.arg(k));
+    tip->setToolTip(tip->accessibleName());
+    tip->setProperty("small", true);
+    connect(tip, &QPushButton::clicked, this, [this, k] { Q_EMIT zoneTipWanted(k); });
+    page.addButton(k - 1, tip);
+  }
+}
+
+void ConditionView::addShortcuts() {
+  const auto add = [this](const QKeySequence& keys, auto&& work) {
+    auto* shortcut = new QShortcut(keys, this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, work);
+  };
+  add(QKeySequence::Find, [this] {
+    find_->setFocus(Qt::ShortcutFocusReason);
+    find_->selectAll();
+  });
+  add(Qt::CTRL | Qt::Key_PageDown, [this] { stepTab(1); });
+  add(Qt::CTRL | Qt::Key_PageUp, [this] { stepTab(-1); });
+}
+
+/// To the next tab in a direction that the search has not hidden; from the parity panel, to the first.
+void ConditionView::stepTab(int step) {
+  int row = shownTab_ > 0 ? shownTab_ - 1 + step : 0;
+  while (row >= 0 && row < tabs_->count() && tabs_->item(row)->isHidden())
+    row += step;
+  if (row >= 0 && row < tabs_->count())
+    tabs_->setCurrentRow(row);
 }
 
 void ConditionView::addPage(int tab, QWidget* page) {
@@ -215,15 +270,22 @@ void ConditionView::markTab(int tab) {
 
 void ConditionView::findTab(const QString& text) {
   int first = -1;
-  const QString wanted = QString(text).remove(u' ');
   for (int row = 0; row < tabs_->count(); ++row) {
-    const bool matches = tabs_->item(row)->text().remove(u' ').contains(wanted, Qt::CaseInsensitive);
+    const bool matches = tabMatches(row + 1, text);
     tabs_->item(row)->setHidden(!matches);
     if (matches && first < 0)
       first = row;
   }
   if (first >= 0 && shownTab_ > 0 && tabs_->item(shownTab_ - 1)->isHidden())
     tabs_->setCurrentRow(first);
+}
+
+void ConditionView::fillCommonGroups() {
+  groupPage_->fillCommonGroups();
+}
+
+void ConditionView::clearPicks() {
+  pickPage_->clearPicks();
 }
 
 void ConditionView::setChoseNumberTip(const QString& text) {

@@ -42,6 +42,21 @@ class ConditionView final : public QWidget {
   /// Reads the selected tab and all marks again from the store.
   void reload();
 
+  /// No number stays picked, in either field.
+  void clearPicks();
+
+  /// Fills ComboZDYcyfz with the period that is next now.
+  void fillCommonGroups();
+
+  /// What the screens of the conditions write through.
+  [[nodiscard]] ConditionPanel& panel() noexcept { return panel_; }
+
+  /// cmm_kuaisusezi: the person wants the quick setup.
+  Q_SIGNAL void quickSetupWanted();
+
+  /// cmm_QujianTip(k): the person wants to see which numbers zone k has.
+  Q_SIGNAL void zoneTipWanted(int k);
+
   /// The counting lines of the picks; their last line stands below the tabs whatever the tab.
   void setChoseNumberTip(const QString& text);
 
@@ -56,6 +71,9 @@ class ConditionView final : public QWidget {
   void selectionChanged();
   void showTab(int tab);
   void markTab(int tab);
+  void addZoneTips(ValuePage& page);
+  void addShortcuts();
+  void stepTab(int step);
   void findTab(const QString& text);
 
   Store& gConn_;

@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTabBar>
@@ -14,10 +15,10 @@
 #include "conditions/conditionmap.h"
 #include "conditions/conditionpanel.h"
 #include "conditions/widgets/chiplist.h"
+#include "conditions/widgets/listbuttons.h"
 #include "conditions/widgets/pickpage.h"
 #include "model/navigators.h"
 #include "model/store.h"
-#include "model/texts.h"
 #include "model/widgets/faultbox.h"
 
 namespace elevenfive {
@@ -25,6 +26,15 @@ namespace elevenfive {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr QStringView groupHelp =
+    u"怎样使用自定义组：\n"
+    u"第一步：选择一个自定义组；\n"
+    u"第二步：点击号码，放进本组，再点一次取出，也可以从“常用分组”中选择；\n"
+    u"第三步：选择本组允许开出的个数，选择后本组自动使用；\n"
+    u"第四步：点击“修改自定义组名称”，改为容易识别的名称；\n"
+    u"第五步：点击“设置下一组”，继续设置其它的组。\n\n"
+    u"例如把 ０１ 和 １１ 放在一组，就代表尾数为 1 的号码。";
 
 QPushButton* actionButton(const QString& name, const QString& caption) {
   auto* button = new QPushButton(caption);
@@ -51,11 +61,15 @@ GroupPage::GroupPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, Inputs& 
   layout->addWidget(title);
   layout->addWidget(tabs_);
   layout->addWidget(buildEditor());
-  layout->addWidget(buildList(), 1);
+  auto* below = new QHBoxLayout;
+  below->addWidget(buildList(), 2);
+  below->addWidget(buildHelp(), 1);
+  layout->addLayout(below, 1);
   connect(tabs_, &QTabBar::currentChanged, this, [this] {
     lines_->setCurrentRow(tabs_->currentIndex());
     withFaultBox(boxes_, [this] { showGroup(); });
   });
+  fillCommonGroups();
 }
 
 QWidget* GroupPage::buildList() {
@@ -70,12 +84,23 @@ QWidget* GroupPage::buildList() {
   return lines_;
 }
 
+QWidget* GroupPage::buildHelp() {
+  auto* help = new QPlainTextEdit(this);
+  help->setObjectName(u"Text_ZDYhelp"_s);
+  help->setAccessibleName(u"怎样使用自定义组"_s);
+  help->setReadOnly(true);
+  help->setTabChangesFocus(true);
+  help->setPlainText(groupHelp.toString());
+  return help;
+}
+
 QWidget* GroupPage::buildEditor() {
   auto* card = new QFrame(this);
   card->setProperty("card", true);
   alias_ = new QLabel(card);
   alias_->setObjectName(u"Label_ZDYname"_s);
   alias_->setProperty("heading", true);
+  alias_->setTextFormat(Qt::PlainText);
   common_ = new QComboBox(card);
   common_->setObjectName(u"ComboZDYcyfz"_s);
   common_->setAccessibleName(commonGroupsCaption.toString());
@@ -131,9 +156,17 @@ QWidget* GroupPage::buildCounts() {
   counts_->setObjectName(u"List_ZDYset"_s);
   counts_->setAccessibleName(u"允许开出个数"_s);
   counts_->setFixedHeight(fontMetrics().height() * 3);
+  auto* line = new QHBoxLayout;
+  line->addWidget(use_);
+  line->addStretch();
+  countControls_ = {counts_};
+  for (QPushButton* button : listButtons(*counts_)) {
+    line->addWidget(button);
+    countControls_.push_back(button);
+  }
   auto* column = new QVBoxLayout(field);
   column->setContentsMargins(0, 0, 0, 0);
-  column->addWidget(use_);
+  column->addLayout(line);
   column->addWidget(counts_);
   connect(use_, &QCheckBox::toggled, this, [this](bool checked) {
     if (!panel_.loadingPanel)
@@ -146,21 +179,11 @@ QWidget* GroupPage::buildCounts() {
 void GroupPage::countsEdited() {
   if (panel_.loadingPanel)
     return;
+  withFaultBox(boxes_, [this] { groups_.selectCounts(group(), counts_->selection()); });
   withFaultBox(boxes_, [this] {
-    const std::vector<bool> before = groups_.showZdyGroup(group()).counts;
-    const std::vector<bool> now = counts_->selection();
-    for (std::size_t count = 0; count < now.size(); ++count)
-      if (now[count] != before[count])
-        groups_.clickCount(group(), static_cast<int>(count), now[count]);
-  });
-  panel_.loadingPanel = true;
-  withFaultBox(boxes_, [this] {
-    const CustomGroups::GroupState state = groups_.showZdyGroup(group());
-    use_->setChecked(state.used);
-    use_->setEnabled(state.useEnabled);
+    showSwitch(groups_.showZdyGroup(group()));
     showLines();
   });
-  panel_.loadingPanel = false;
   Q_EMIT tabChanged(groupsTab);
 }
 
@@ -188,19 +211,22 @@ void GroupPage::showGroup() {
   for (int number = 1; number <= numberCount; ++number) {
     const bool member = state.members[static_cast<std::size_t>(number)];
     PickButton& button = *members_[static_cast<std::size_t>(number)];
-    button.setPick(member ? 1 : 0);
-    button.setAccessibleName(u"号码 %1 %2"_s.arg(twoDigits(number), member ? u"在本组中"_s : u"不在本组中"_s));
-    button.setToolTip(button.accessibleName());
+    button.setState(pickColors[member ? 1 : 0], member ? u"在本组中"_s : u"不在本组中"_s);
   }
+  counts_->setChips(zdyCountItems(), state.counts);
+  for (QWidget* widget : countControls_)
+    widget->setEnabled(state.countsEnabled);
+  showSwitch(state);
+  common_->setCurrentIndex(-1);
+}
+
+void GroupPage::showSwitch(const CustomGroups::GroupState& state) {
   panel_.loadingPanel = true;
   use_->setText(zdySwitchCaption(group()));
   use_->setAccessibleName(use_->text());
   use_->setChecked(state.used);
   use_->setEnabled(state.useEnabled);
-  counts_->setChips(zdyCountItems(), state.counts);
-  counts_->setEnabled(state.countsEnabled);
   panel_.loadingPanel = false;
-  common_->setCurrentIndex(-1);
 }
 
 void GroupPage::showLines() {
@@ -216,14 +242,18 @@ void GroupPage::showLines() {
 }
 
 void GroupPage::fillCommonGroups() {
-  common_->clear();
-  for (const QString& entry : commonGroupEntries(getNextQihao(gConn_))) {
-    if (entry == commonGroupsRule)
-      common_->insertSeparator(common_->count());
-    else
-      common_->addItem(entry);
-  }
-  common_->setCurrentIndex(-1);
+  withFaultBox(boxes_, [this] {
+    const QStringList entries = commonGroupEntries(getNextQihao(gConn_));
+    commonHasPeriod_ = getLastQihao(gConn_) > 0;
+    common_->clear();
+    for (const QString& entry : entries) {
+      if (entry == commonGroupsRule)
+        common_->insertSeparator(common_->count());
+      else
+        common_->addItem(entry);
+    }
+    common_->setCurrentIndex(-1);
+  });
 }
 
 void GroupPage::chooseCommon(int index) {
@@ -232,8 +262,9 @@ void GroupPage::chooseCommon(int index) {
 }
 
 void GroupPage::reload() {
-  withFaultBox(boxes_, [this] {
+  if (!commonHasPeriod_)
     fillCommonGroups();
+  withFaultBox(boxes_, [this] {
     showGroup();
     showLines();
   });

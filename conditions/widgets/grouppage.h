@@ -5,6 +5,7 @@
 
 #include <QWidget>
 #include <array>
+#include <vector>
 
 #include "conditions/customgroups.h"
 
@@ -25,14 +26,19 @@ class GroupPage final : public QWidget {
  public:
   GroupPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, Inputs& inputs, QWidget* parent = nullptr);
 
-  /// Fills the page from the store.
+  /// Fills the page from the store. The common groups keep the period that was next when they were filled; they are filled
+  /// here only while the history was empty at that time.
   void reload();
+
+  /// Fills ComboZDYcyfz with the period that is next now.
+  void fillCommonGroups();
 
   /// Something of the tab was switched.
   Q_SIGNAL void tabChanged(int tab);
 
  private:
   QWidget* buildList();
+  QWidget* buildHelp();
   QWidget* buildEditor();
   QWidget* buildNumbers();
   QWidget* buildCounts();
@@ -40,8 +46,8 @@ class GroupPage final : public QWidget {
   [[nodiscard]] int group() const;
   void selectGroup(int k);
   void showGroup();
+  void showSwitch(const CustomGroups::GroupState& state);
   void showLines();
-  void fillCommonGroups();
   void chooseCommon(int index);
 
   /// Runs a click's work, shows what became of the group, and tells it.
@@ -56,9 +62,12 @@ class GroupPage final : public QWidget {
   QTabBar* tabs_ = nullptr;
   QLabel* alias_ = nullptr;
   QComboBox* common_ = nullptr;
+  bool commonHasPeriod_ = false;  ///< the history was not empty when the common groups were filled
   std::array<PickButton*, numberCount + 1> members_{};  ///< by number
   QCheckBox* use_ = nullptr;
   ChipList* counts_ = nullptr;
+  std::vector<QWidget*>
+      countControls_;  ///< List_ZDYset and its buttons: only a group with numbers has counts to choose
 };
 
 }  // namespace elevenfive

@@ -3,17 +3,13 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabBar>
 #include <QVBoxLayout>
 
 #include "conditions/widgets/machinepickform.h"
-#include "model/texts.h"
-#include "model/widgets/ball.h"
 #include "model/widgets/faultbox.h"
 
 namespace elevenfive {
@@ -35,64 +31,18 @@ QPushButton* actionButton(const QString& name, const QString& caption, const QSt
 
 }  // namespace
 
-PickButton::PickButton(int number, QWidget* parent) : QAbstractButton(parent), number_(number) {
-  setObjectName(u"cmm_C7_%1"_s.arg(number));
-  setText(twoDigits(number));
-  setFocusPolicy(Qt::StrongFocus);
-  setAttribute(Qt::WA_Hover);
-  setCursor(Qt::PointingHandCursor);
+PickButton::PickButton(int number, QWidget* parent) : NumberButton(number, parent) {
   setPick(0);
 }
 
 void PickButton::setPick(int value) {
   pick_ = value >= 0 && value < static_cast<int>(pickNames.size()) ? value : 0;
-  setAccessibleName(u"号码 %1 %2"_s.arg(twoDigits(number_), pickNames[static_cast<std::size_t>(pick_)]));
-  setToolTip(accessibleName());
-  update();
-}
-
-unsigned PickButton::backColor() const {
-  return pickColors[pick_];
-}
-
-QSize PickButton::sizeHint() const {
-  const int side = fontMetrics().height() * 5 / 2;
-  return {side, side};
-}
-
-void PickButton::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  const QRectF area = QRectF(rect()).adjusted(4, 4, -4, -4);
-  const bool picked = pick_ != 0;
-  QColor color = picked ? QColor(rgbOfBgr(backColor())) : palette().color(QPalette::Button);
-  if (underMouse() && isEnabled())
-    color = color.lighter(picked ? 112 : 104);
-  if (isDown())
-    color = color.darker(115);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(picked ? QPen(Qt::NoPen) : QPen(palette().color(QPalette::Mid), 1));
-  painter.setBrush(color);
-  painter.drawEllipse(area);
-  painter.setPen(picked ? QColor(Qt::white) : palette().color(QPalette::ButtonText));
-  painter.drawText(area, Qt::AlignCenter, text());
-  painter.setBrush(Qt::NoBrush);
-  if (hasFocus()) {
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.drawEllipse(area.adjusted(-2.5, -2.5, 2.5, 2.5));
-  }
+  setState(pickColors[pick_], pickNames[static_cast<std::size_t>(pick_)].toString());
 }
 
 PickPage::PickPage(Store& gConn, RunDriver& driver, Boxes& boxes, Inputs& inputs, QWidget* parent)
     : QWidget(parent), driver_(driver), boxes_(boxes), inputs_(inputs), picking_(gConn, driver, boxes, *this) {
   setObjectName(u"pic_subTiaojian_1"_s);
-  auto* title = new QLabel(u"选取号码"_s, this);
-  title->setProperty("heading", true);
-  auto* card = new QFrame(this);
-  card->setProperty("card", true);
-  auto* inside = new QVBoxLayout(card);
-  inside->addWidget(buildModes());
-  inside->addWidget(buildNumbers());
-
   tip_ = new QPlainTextEdit(this);
   tip_->setObjectName(u"Text_ChoseNumberTip"_s);
   tip_->setAccessibleName(u"已选号码的个数和组合数"_s);
@@ -102,63 +52,106 @@ PickPage::PickPage(Store& gConn, RunDriver& driver, Boxes& boxes, Inputs& inputs
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(title);
-  layout->addWidget(card);
+  layout->addWidget(heading(u"选取号码"_s));
+  layout->addWidget(buildField(front_));
   layout->addWidget(tip_);
+  layout->addSpacing(fontMetrics().height() / 2);
+  layout->addWidget(heading(u"后区选号"_s));
+  layout->addWidget(buildField(back_));
+  auto* note = new QLabel(u"后区号码只作记录，不参加生成投注号码。"_s, this);
+  note->setProperty("note", true);
+  layout->addWidget(note);
   layout->addStretch(1);
 }
 
-QWidget* PickPage::buildModes() {
+QWidget* PickPage::heading(const QString& text) {
+  auto* title = new QLabel(text, this);
+  title->setProperty("heading", true);
+  return title;
+}
+
+QWidget* PickPage::buildField(Field& field) {
+  auto* card = new QFrame(this);
+  card->setProperty("card", true);
+  auto* inside = new QVBoxLayout(card);
+  inside->addWidget(buildModes(field));
+  inside->addWidget(buildNumbers(field));
+  return card;
+}
+
+QWidget* PickPage::buildModes(Field& field) {
+  const bool back = &field == &back_;
   auto* strip = new QWidget(this);
   auto* row = new QHBoxLayout(strip);
   row->setContentsMargins(0, 0, 0, 0);
-  modes_ = new QTabBar(strip);
-  modes_->setObjectName(u"TabStrip_Qiaqu"_s);
-  modes_->setAccessibleName(u"点击号码时设为"_s);
-  modes_->addTab(u"拖码"_s);
-  modes_->addTab(u"胆码"_s);
-  modes_->setDrawBase(false);
-  modes_->setExpanding(false);
-  QPushButton* all = actionButton(u"cmd_FX_0"_s, u"全 选"_s, u"选取全部号码为拖码"_s);
-  QPushButton* none = actionButton(u"cmm_clsQ"_s, u"清 空"_s, u"取消所有号码的选取"_s);
-  QPushButton* machine = actionButton(u"cmm_jixuan"_s, u"机 选"_s, u"随机显示几注号码"_s);
+  field.modes = new QTabBar(strip);
+  field.modes->setObjectName(back ? u"TabStrip_Houqu"_s : u"TabStrip_Qiaqu"_s);
+  field.modes->setAccessibleName(back ? u"点击后区号码时设为"_s : u"点击号码时设为"_s);
+  field.modes->setProperty("modes", true);
+  field.modes->addTab(u"拖码"_s);
+  field.modes->addTab(u"胆码"_s);
+  field.modes->setDrawBase(false);
+  field.modes->setExpanding(false);
   row->addWidget(new QLabel(u"点击号码设为："_s, strip));
-  row->addWidget(modes_);
+  row->addWidget(field.modes);
   row->addStretch();
-  row->addWidget(all);
-  row->addWidget(none);
-  row->addWidget(machine);
-
-  connect(modes_, &QTabBar::currentChanged, this, [this] { picking_.announceMode(mode(), false); });
-  connect(all, &QPushButton::clicked, this, [this] { withFaultBox(boxes_, [this] { picking_.selectAllTuo(); }); });
-  connect(none, &QPushButton::clicked, this, [this] { withFaultBox(boxes_, [this] { picking_.clearFront(); }); });
-  connect(machine, &QPushButton::clicked, this,
-          [this] { withFaultBox(boxes_, [this] { showMachinePick(inputs_, window()); }); });
+  const auto button = [&](const QString& name, const QString& caption, const QString& tip, auto&& work) {
+    QPushButton* made = actionButton(name, caption, tip);
+    row->addWidget(made);
+    connect(made, &QPushButton::clicked, this, [this, work] { withFaultBox(boxes_, work); });
+  };
+  if (back) {
+    button(u"cmm_clsH"_s, u"清 空"_s, u"取消所有后区号码的选取"_s, [this] { picking_.clearBack(); });
+  } else {
+    button(u"cmd_FX_0"_s, u"全 选"_s, u"选取全部号码为拖码"_s, [this] { picking_.selectAllTuo(); });
+    button(u"cmm_clsQ"_s, u"清 空"_s, u"取消所有号码的选取"_s, [this] { picking_.clearFront(); });
+    button(u"cmm_jixuan"_s, u"机 选"_s, u"随机显示几注号码"_s, [this] { showMachinePick(inputs_, window()); });
+  }
+  connect(field.modes, &QTabBar::currentChanged, this,
+          [this, &field, back] { picking_.announceMode(field.mode(), back); });
   return strip;
 }
 
-QWidget* PickPage::buildNumbers() {
-  auto* field = new QWidget(this);
-  auto* grid = new QGridLayout(field);
+QWidget* PickPage::buildNumbers(Field& field) {
+  const bool back = &field == &back_;
+  const int columns = back ? numberCount : buttonColumns;
+  auto* area = new QWidget(this);
+  auto* grid = new QGridLayout(area);
   grid->setSpacing(fontMetrics().height() / 2);
   for (int number = 1; number <= numberCount; ++number) {
-    auto* button = new PickButton(number, field);
+    const int id = back ? number + backFieldOffset : number;
+    auto* button = new PickButton(number, area);
+    button->setObjectName(u"cmm_C7_%1"_s.arg(id));
     QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * 1.6);
+    large.setPointSizeF(large.pointSizeF() * (back ? 1.1 : 1.6));
     large.setBold(true);
     button->setFont(large);
     button->setFixedSize(button->sizeHint());
-    grid->addWidget(button, (number - 1) / buttonColumns, (number - 1) % buttonColumns);
-    buttons_[static_cast<std::size_t>(number)] = button;
+    grid->addWidget(button, (number - 1) / columns, (number - 1) % columns);
+    field.buttons[static_cast<std::size_t>(number)] = button;
     connect(button, &QAbstractButton::clicked, this,
-            [this, number] { withFaultBox(boxes_, [&] { picking_.clickNumber(number, mode()); }); });
+            [this, id, &field] { withFaultBox(boxes_, [&] { picking_.clickNumber(id, field.mode()); }); });
   }
-  grid->setColumnStretch(buttonColumns, 1);
-  return field;
+  grid->setColumnStretch(columns, 1);
+  return area;
 }
 
-int PickPage::mode() const {
-  return modes_->currentIndex() + 1;
+int PickPage::Field::mode() const {
+  return modes->currentIndex() + 1;
+}
+
+/// The button of a row 1 to 11 or 101 to 111; nullptr for others.
+PickButton* PickPage::buttonOf(int id) const {
+  const bool back = id > backFieldOffset;
+  const int number = back ? id - backFieldOffset : id;
+  return isNumber(number) ? (back ? back_ : front_).buttons[static_cast<std::size_t>(number)] : nullptr;
+}
+
+void PickPage::clearPicks() {
+  withFaultBox(boxes_, [this] {
+    picking_.clearBack();
+    picking_.clearFront();
+  });
 }
 
 void PickPage::reload() {
@@ -173,12 +166,13 @@ void PickPage::setChoseNumberTip(const QString& text) {
 }
 
 void PickPage::paintPick(int number, int value) {
-  if (number >= 1 && number <= numberCount)  // the second field has no buttons in this game
-    buttons_[static_cast<std::size_t>(number)]->setPick(value);
+  if (PickButton* button = buttonOf(number))
+    button->setPick(value);
 }
 
 bool PickPage::struckThrough(int number) const {
-  return number >= 1 && number <= numberCount && buttons_[static_cast<std::size_t>(number)]->font().strikeOut();
+  const PickButton* button = buttonOf(number);
+  return button != nullptr && button->font().strikeOut();
 }
 
 }  // namespace elevenfive

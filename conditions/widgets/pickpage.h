@@ -1,11 +1,12 @@
-// The first tab of the condition panel: eleven number buttons, the mode in which a click picks, and the counting lines.
+// The first tab of the condition panel: eleven number buttons, the mode in which a click picks, and the counting lines; below
+// them the second field of the same kind.
 #pragma once
 
-#include <QAbstractButton>
 #include <QWidget>
 #include <array>
 
 #include "conditions/picking.h"
+#include "conditions/widgets/numberbutton.h"
 #include "model/ports.h"
 
 class QPlainTextEdit;
@@ -13,8 +14,8 @@ class QTabBar;
 
 namespace elevenfive {
 
-/// A round number button whose colour tells how the number is picked.
-class PickButton final : public QAbstractButton {
+/// A number button whose colour tells how the number is picked.
+class PickButton final : public NumberButton {
   Q_OBJECT
 
  public:
@@ -24,16 +25,7 @@ class PickButton final : public QAbstractButton {
   void setPick(int value);
   [[nodiscard]] int pick() const noexcept { return pick_; }
 
-  /// The button's colour in the order 0xBBGGRR; 0x8000000F stands for the palette's button face.
-  [[nodiscard]] unsigned backColor() const;
-
-  [[nodiscard]] QSize sizeHint() const override;
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
-
  private:
-  int number_;
   int pick_ = 0;
 };
 
@@ -48,20 +40,32 @@ class PickPage final : public QWidget, public PickView {
 
   void setChoseNumberTip(const QString& text);
 
+  /// No number of either field stays picked.
+  void clearPicks();
+
   void paintPick(int number, int value) override;
   [[nodiscard]] bool struckThrough(int number) const override;
 
  private:
-  QWidget* buildModes();
-  QWidget* buildNumbers();
-  [[nodiscard]] int mode() const;
+  /// The buttons of one field and the mode in which they pick.
+  struct Field {
+    QTabBar* modes = nullptr;
+    std::array<PickButton*, numberCount + 1> buttons{};  ///< by number
+    [[nodiscard]] int mode() const;                      ///< 1 拖码, 2 胆码
+  };
+
+  QWidget* heading(const QString& text);
+  QWidget* buildField(Field& field);
+  QWidget* buildModes(Field& field);
+  QWidget* buildNumbers(Field& field);
+  [[nodiscard]] PickButton* buttonOf(int id) const;
 
   RunDriver& driver_;
   Boxes& boxes_;
   Inputs& inputs_;
   NumberPicking picking_;
-  QTabBar* modes_ = nullptr;
-  std::array<PickButton*, numberCount + 1> buttons_{};  ///< by number
+  Field front_;
+  Field back_;
   QPlainTextEdit* tip_ = nullptr;
 };
 

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "conditions/conditionmap.h"
@@ -77,6 +78,8 @@ MatchPage::MatchPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
   use_->setAccessibleName(u"使用历史数据过滤"_s);
   periods_ = box(u"Combo_HistoryGuoLu_0"_s, u"最近期数"_s, recentPeriods, ConditionPanel::MatchField::minimum);
   match_ = box(u"Combo_PiPei"_s, u"最大匹配值"_s, mostMatches, ConditionPanel::MatchField::match);
+  newest_ = box(u"Combo_HistoryGuoLu_1"_s, u"最大值"_s, recentPeriods, ConditionPanel::MatchField::maximum);
+  newest_->hide();  // a field of the row that no filter reads: it has no place in the line
   auto* line = new QHBoxLayout;
   line->addWidget(new QLabel(u"过滤掉最近："_s, this));
   line->addWidget(periods_);
@@ -115,6 +118,7 @@ void MatchPage::reload() {
     const ConditionPanel::MatchState state = panel_.matchState();
     use_->setChecked(state.used);
     periods_->setCurrentIndex(periods_->findData(state.minimum));
+    newest_->setCurrentIndex(newest_->findData(state.maximum));
     match_->setCurrentIndex(match_->findData(state.match));
   });
   panel_.loadingPanel = false;
@@ -182,6 +186,7 @@ SummaryPage::SummaryPage(Store& gConn, Boxes& boxes, QWidget* parent) : QWidget(
 
 void SummaryPage::reload() {
   withFaultBox(boxes_, [this] { text_->setPlainText(buildConditionSummary(gConn_)); });
+  text_->verticalScrollBar()->setValue(0);
 }
 
 }  // namespace elevenfive

@@ -46,6 +46,7 @@ class MatchPage final : public QWidget {
   Boxes& boxes_;
   QCheckBox* use_ = nullptr;
   QComboBox* periods_ = nullptr;
+  QComboBox* newest_ = nullptr;
   QComboBox* match_ = nullptr;
 };
 

@@ -1,5 +1,8 @@
 #include "conditions/widgets/tabcaptions.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "conditions/conditionmap.h"
 
 namespace elevenfive {
@@ -29,11 +32,62 @@ constexpr TabHelp tabHelps[] = {
     {19, u"尾数和值：五个号码个位数相加之和。"},
 };
 
+/// What a tab is found by beside its caption and the captions of its check boxes.
+struct TabWords {
+  QStringView initials;  ///< of the caption, in pinyin
+  QStringView words;
+};
+
+/// By tab, from 1.
+constexpr TabWords tabWords[] = {
+    {u"xqhm", u"拖码胆码机选后区"},
+    {u"hzgl", {}},
+    {u"jshz", {}},
+    {u"oshz", {}},
+    {u"kdgl", {}},
+    {u"zdjj", {}},
+    {u"lh", {}},
+    {u"cdh", u"重叠码"},
+    {u"xwm", {}},
+    {u"acz", {}},
+    {u"job", {}},
+    {u"dxb", {}},
+    {u"gdwm", {}},
+    {u"qjsz", {}},
+    {u"dwgl", {}},
+    {u"wssz", {}},
+    {u"tssz", {}},
+    {u"tshz", {}},
+    {u"wshz", {}},
+    {u"wdz5", {}},
+    {u"wdz10", {}},
+    {u"zdygl", u"自定义组常用分组"},
+    {u"lssjgl", u"匹配值"},
+    {u"sssz", u"保三型保四型保五型保六型保七型智能优化"},
+    {u"ckqb", {}},
+};
+static_assert(std::size(tabWords) == lastConditionTab);
+
 }  // namespace
 
 QString tabCaption(int tab) {
   const ConditionTab* row = conditionTab(tab);
   return row == nullptr ? QString() : row->caption.toString();
+}
+
+bool tabMatches(int tab, const QString& typed) {
+  const ConditionTab* row = conditionTab(tab);
+  if (row == nullptr)
+    return false;
+  const TabWords& words = tabWords[tab - firstConditionTab];
+  QStringList texts{row->caption.toString(), words.words.toString()};
+  for (const ValueList& list : row->lists)
+    texts << list.caption.toString();
+  const QString wanted = QString(typed).remove(u' ');
+  if (words.initials.startsWith(wanted, Qt::CaseInsensitive))
+    return true;
+  return std::any_of(texts.begin(), texts.end(),
+                     [&](QString& text) { return text.remove(u' ').contains(wanted, Qt::CaseInsensitive); });
 }
 
 QString tabHelp(int tab) {

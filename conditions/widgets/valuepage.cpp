@@ -8,10 +8,10 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <array>
 
 #include "conditions/conditionpanel.h"
 #include "conditions/widgets/chiplist.h"
+#include "conditions/widgets/listbuttons.h"
 #include "conditions/widgets/tabcaptions.h"
 #include "model/store.h"
 #include "model/widgets/faultbox.h"
@@ -26,14 +26,8 @@ QString nameOf(QStringView name, int first, int i) {
   return first < 0 ? name.toString() : u"%1_%2"_s.arg(name).arg(first + i);
 }
 
-QPushButton* listButton(const QString& name, const QString& caption, const QString& tip) {
-  auto* button = new QPushButton(caption);
-  button->setObjectName(name);
-  button->setAccessibleName(tip);
-  button->setToolTip(tip);
-  button->setProperty("small", true);
-  return button;
-}
+/// The property of a check box that carries the code which it switches, as text.
+constexpr const char* tagProperty = "Tag";
 
 }  // namespace
 
@@ -73,35 +67,38 @@ QWidget* ValuePage::buildGroup(int index) {
   group.chips = new ChipList(frame);
   group.chips->setObjectName(nameOf(facts_.listName, facts_.firstList, index));
   group.chips->setCompact(facts_.lists > 4);
-  QPushButton* all = listButton(u"cmmAll_"_s + group.chips->objectName(), u"全选"_s, u"允许全部取值"_s);
-  QPushButton* invert = listButton(u"cmmInvert_"_s + group.chips->objectName(), u"反选"_s, u"允许与不允许互换"_s);
-  QPushButton* none = listButton(u"cmmNone_"_s + group.chips->objectName(), u"清空"_s, u"不允许任何取值"_s);
+  const auto buttons = listButtons(*group.chips);
 
-  auto* line = new QHBoxLayout;
-  line->addWidget(group.check);
-  line->addStretch();
-  for (QPushButton* button : {all, invert, none})
-    line->addWidget(button);
-  column->addLayout(line);
+  group.line = new QHBoxLayout;
+  group.line->addWidget(group.check);
+  group.line->addStretch();
+  for (QPushButton* button : buttons)
+    group.line->addWidget(button);
+  column->addLayout(group.line);
   column->addWidget(group.chips, 1);
   group.chips->setMinimumHeight(fontMetrics().height() * 2);
 
   connect(group.check, &QCheckBox::toggled, this, [this, index](bool checked) {
     if (panel_.loadingPanel)
       return;
-    withFaultBox(boxes_, [&] { panel_.clickSwitch(groups_[static_cast<std::size_t>(index)].code, checked); });
+    const QString tag = groups_[static_cast<std::size_t>(index)].check->property(tagProperty).toString();
+    withFaultBox(boxes_, [&] { panel_.clickTaggedSwitch(tag, checked); });
     Q_EMIT tabChanged(tab_);
   });
-  connect(all, &QPushButton::clicked, group.chips, &ChipList::selectAll);
-  connect(invert, &QPushButton::clicked, group.chips, &ChipList::invertSelection);
-  connect(none, &QPushButton::clicked, group.chips, &ChipList::clearSelection);
   connect(group.chips, &ChipList::selectionEdited, this, [this, index] { selectionEdited(index); });
   QWidget* before = group.check;  // the focus goes as the eye does
-  for (QWidget* next : std::initializer_list<QWidget*>{all, invert, none, group.chips}) {
+  for (QPushButton* next : buttons) {
     setTabOrder(before, next);
     before = next;
   }
+  setTabOrder(before, group.chips);
   return frame;
+}
+
+void ValuePage::addButton(int index, QPushButton* button) {
+  Group& group = groups_[static_cast<std::size_t>(index)];
+  group.line->insertWidget(1, button);
+  setTabOrder(group.check, button);
 }
 
 void ValuePage::showTab(int tab) {
@@ -125,7 +122,7 @@ void ValuePage::loadSwitches() {
   panel_.loadingPanel = true;
   const auto switches = panel_.switches(tab_);
   for (std::size_t i = 0; i < groups_.size() && i < switches.size(); ++i) {
-    groups_[i].code = switches[i].code;
+    groups_[i].check->setProperty(tagProperty, QString::number(switches[i].code));
     groups_[i].check->setText(switches[i].caption);
     groups_[i].check->setAccessibleName(switches[i].caption);
     groups_[i].check->setChecked(switches[i].checked);

@@ -10,8 +10,10 @@
 #include "model/ports.h"
 
 class QCheckBox;
+class QHBoxLayout;
 class QLabel;
 class QPlainTextEdit;
+class QPushButton;
 
 namespace elevenfive {
 
@@ -40,6 +42,9 @@ class ValuePage final : public QWidget {
   /// Fills the page for one of its tabs from the store.
   void showTab(int tab);
 
+  /// Puts a button beside the check box of a list, counted from 0.
+  void addButton(int index, QPushButton* button);
+
   /// Something of the tab was switched or selected.
   Q_SIGNAL void tabChanged(int tab);
 
@@ -47,7 +52,7 @@ class ValuePage final : public QWidget {
   struct Group {
     QCheckBox* check = nullptr;
     ChipList* chips = nullptr;
-    int code = 0;
+    QHBoxLayout* line = nullptr;  ///< the check box and the buttons
   };
 
   QWidget* buildGroup(int index);

@@ -7,9 +7,11 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "history/derivation.h"
 #include "history/entryrow.h"
 #include "history/historytable.h"
 #include "history/search.h"
@@ -208,6 +210,17 @@ void HistoryPanel::selectHistoryMode(bool all) {
 
 void HistoryPanel::selectDataMode(bool chart) {
   dataMode_[chart ? 1 : 0]->setChecked(true);
+}
+
+void HistoryPanel::recountZones(Qihao first, Qihao last) {
+  const BusyScope busy(ports_.busy);
+  grid_->hide();
+  // A fault leaves the rows before it counted: the grid comes back with them.
+  const auto showAgain = qScopeGuard([this] {
+    withFaultBox(ports_.boxes, [this] { grid_->rows().refresh(); });
+    grid_->show();
+  });
+  recalcQujian(gConn_, first, last, ports_.boxes, progress_->derivation(), ports_.events);
 }
 
 void HistoryPanel::focusEntry() {

@@ -54,6 +54,9 @@ class HistoryPanel final : public QWidget {
   /// Selects data mode or chart mode.
   void selectDataMode(bool chart);
 
+  /// Counts the numbers of each zone again for the periods first to last, with its message and its bar in the place of the grid.
+  void recountZones(Qihao first, Qihao last);
+
   /// Puts the focus into the first number field.
   void focusEntry();
 

@@ -1,6 +1,6 @@
 #include "model/widgets/qtports.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
@@ -67,7 +67,9 @@ QString chosenFile(QFileDialog& dialog, const QString& accept) {
 }  // namespace
 
 Answer QtBoxes::show(const Box& box) {
-  QMessageBox dialog(parent_);
+  // Over the window in which the person works, which gets the focus back.
+  QWidget* active = QApplication::activeWindow();
+  QMessageBox dialog(active != nullptr ? active : parent_.data());
   dialog.setObjectName(u"messageBox"_s);
   dialog.setWindowTitle(titleOr(box.title));
   dialog.setIcon(iconOf(box.kind));

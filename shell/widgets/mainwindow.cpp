@@ -13,12 +13,14 @@
 #include "acquire/networkaddresstester.h"
 #include "acquire/widgets/sourceform.h"
 #include "conditions/widgets/conditionview.h"
+#include "conditions/widgets/zonepage.h"
 #include "engine/widgets/resultdialogs.h"
 #include "engine/widgets/runpanel.h"
 #include "history/widgets/historypanel.h"
 #include "model/programtitle.h"
 #include "model/widgets/faultbox.h"
 #include "model/workspace.h"
+#include "shell/widgets/conditionforms.h"
 #include "shell/widgets/menumap.h"
 
 namespace elevenfive {
@@ -68,6 +70,7 @@ MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
                        {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, statusLine_, busy_}, this);
   conditions_ = new ConditionView(workspace_.gConn, *driver_, ports_.boxes, ports_.inputs, this);
   buildBody();
+  buildConditionForms();
   buildMenus();
   connectPanels();
   closeChartMode();
@@ -153,6 +156,8 @@ void MainWindow::topTabShown(int tab) {
     return;
   }
   skippedPage_ = false;
+  if (tab == 1)
+    forms_->recountZones(*history_);
   withFaultBox(ports_.boxes, [&] {
     if (tab == 2 && historyDeleted_) {
       historyDeleted_ = false;  // before the yield, in which the tab may be clicked again
@@ -193,6 +198,12 @@ void MainWindow::runMenuAction(MenuAction action, int argument) {
       selectTopTab(2);
       conditions_->showParityPage();
       break;
+    case MenuAction::restoreDefaults:
+    case MenuAction::exportConditions:
+    case MenuAction::importConditions:
+    case MenuAction::zonePage:
+      runConditionAction(action);
+      break;
     case MenuAction::run:
       selectTopTab(3);
       run_->clickButton(argument);
@@ -225,6 +236,7 @@ void MainWindow::runButton(int index) {
 void MainWindow::busyChanged(bool busy) {
   menuBar()->setDisabled(busy);
   conditions_->setDisabled(busy);
+  asides_->setDisabled(busy);
   if (busy)
     return;
   if (closeAfterWork_) {
@@ -259,6 +271,54 @@ void MainWindow::switchUser() {
   selectTopTab(1);
   conditions_->selectTab(1);
   conditions_->reload();
+}
+
+void MainWindow::buildConditionForms() {
+  forms_ = new ConditionForms(workspace_.gConn, workspace_.folders().templateFile(), *conditions_,
+                              {ports_.boxes, ports_.inputs, ports_.files, busy_},
+                              {this, [this](int tab) { selectTopTab(tab); },
+                               [this] {
+                                 if (auto* update = findChild<QAction*>(u"mnu_AutoUpdate"_s))
+                                   update->trigger();
+                               }});
+  asides_ = new QStackedWidget(this);
+  asides_->setObjectName(u"Frm_Sub_5"_s);
+  zones_ = forms_->makeZonePage(asides_);
+  asides_->addWidget(zones_);
+  pages_->addWidget(asides_);
+  // A click on the tab that is selected leads back from a page without a tab.
+  connect(topTabs_, &QTabBar::tabBarClicked, this, [this](int index) {
+    if (index == topTabs_->currentIndex() && pages_->currentWidget() == asides_)
+      topTabShown(index + 1);
+  });
+}
+
+void MainWindow::leaveAction(int code) {
+  forms_->leaveAction(code);
+}
+
+void MainWindow::fillZdyGroups() {
+  conditions_->fillCommonGroups();
+}
+
+void MainWindow::runConditionAction(MenuAction action) {
+  if (action == MenuAction::restoreDefaults)
+    forms_->restoreDefaults();
+  if (action == MenuAction::exportConditions)
+    forms_->exportConditions();
+  if (action == MenuAction::importConditions)
+    forms_->importConditions();
+  if (action == MenuAction::zonePage) {
+    asides_->setCurrentWidget(zones_);
+    pages_->setCurrentWidget(asides_);
+    zones_->open();
+  }
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && forms_ != nullptr)
+    forms_->windowActivated();
 }
 
 void MainWindow::showUserMenu(bool visible) {

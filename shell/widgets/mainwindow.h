@@ -22,11 +22,13 @@ class QTabBar;
 
 namespace elevenfive {
 
+class ConditionForms;
 class ConditionView;
 class HistoryPanel;
 class ResultFileDialogs;
 class RunPanel;
 class Workspace;
+class ZonePage;
 enum class MenuAction;
 
 /// How the window asks the person, for its life.
@@ -53,6 +55,12 @@ class MainWindow final : public QMainWindow {
   /// What the menu entry that changes the user does; false ends the window with nothing asked.
   void setSwitchUser(std::function<bool()> switchUser) { switchUser_ = std::move(switchUser); }
 
+  /// A form that closes leaves the code of what the window is to do once it is active (conditions/pendingaction.h).
+  void leaveAction(int code);
+
+  /// Fills the box of the common groups with the period that is next now.
+  void fillZdyGroups();
+
   /// Shows or hides the menu mnu_User.
   void showUserMenu(bool visible);
 
@@ -63,6 +71,7 @@ class MainWindow final : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   class View;
@@ -77,6 +86,8 @@ class MainWindow final : public QMainWindow {
   void updateStatusLine();
   void switchUser();
   void closeChartMode();
+  void buildConditionForms();
+  void runConditionAction(MenuAction action);
 
   Workspace& workspace_;
   WindowPorts ports_;
@@ -93,6 +104,9 @@ class MainWindow final : public QMainWindow {
   HistoryPanel* history_ = nullptr;
   ConditionView* conditions_ = nullptr;
   RunPanel* run_ = nullptr;
+  ConditionForms* forms_ = nullptr;
+  QStackedWidget* asides_ = nullptr;  ///< Frm_Sub(5): pages without a tab, reached from the menu
+  ZonePage* zones_ = nullptr;
   std::function<bool()> leave_;
   std::function<bool()> switchUser_;
   bool historyDeleted_ = false;

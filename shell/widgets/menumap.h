@@ -13,8 +13,12 @@ enum class MenuAction {
   historyRange,     ///< argument: OptionHistoryMode
   conditionTab,     ///< argument: tab of TabStrip_TiaoJian, modulo 100
   parityPage,       ///< the panel paicu
-  run,              ///< argument: index of cmmTouZhu
-  sources,          ///< the form of the addresses that are configuration
+  restoreDefaults,
+  exportConditions,
+  importConditions,
+  zonePage,  ///< the panel in which the zones are drawn anew
+  run,       ///< argument: index of cmmTouZhu
+  sources,   ///< the form of the addresses that are configuration
   switchUser,
 };
 
@@ -73,7 +77,10 @@ inline constexpr std::array menuEntries{
     MenuEntry{u"mnu_GuoLuTiaoJian", u"mnu_Tiaojian", 322, u"自定义条件...", MenuAction::conditionTab, 322},
     MenuEntry{u"mnu_GuoLuTiaoJian", u"paicu", -1, u"排除特定的单双组合", MenuAction::parityPage, 0},
     MenuEntry{u"mnu_GuoLuTiaoJian", u"mnu_TiaojianShuosui", -1, u"缩水设置...", MenuAction::conditionTab, 24, true},
-    MenuEntry{u"mnu_GuoLuTiaoJian", u"mnu_TiaojianView", -1, u"查看全部设置情况", MenuAction::conditionTab, 25},
+    MenuEntry{u"mnu_GuoLuTiaoJian", u"huanyuan", -1, u"全部还原为默认值", MenuAction::restoreDefaults, 0, true},
+    MenuEntry{u"mnu_GuoLuTiaoJian", u"daocu", -1, u"导出过滤条件...", MenuAction::exportConditions, 0},
+    MenuEntry{u"mnu_GuoLuTiaoJian", u"daoru", -1, u"导入过滤条件...", MenuAction::importConditions, 0},
+    MenuEntry{u"mnu_GuoLuTiaoJian", u"mnu_TiaojianView", -1, u"查看全部设置情况", MenuAction::conditionTab, 25, true},
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 0, u"初始化...", MenuAction::run, 0},
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 1, u"过滤缩水", MenuAction::run, 1},
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 2, u"精选号码", MenuAction::run, 2},
@@ -81,6 +88,7 @@ inline constexpr std::array menuEntries{
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 4, u"号码导入", MenuAction::run, 4},
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 5, u"删除记录", MenuAction::run, 5},
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 6, u"开奖核对", MenuAction::run, 6},
+    MenuEntry{u"mnu_Else", u"mnu_newQuJian", -1, u"重新划分区间...", MenuAction::zonePage, 0},
     MenuEntry{u"mnu_Else", u"mnu_DataSource", -1, u"数据源...", MenuAction::sources, 0},
     MenuEntry{u"mnu_User", u"mnu_UserQiehuan", -1, u"切换用户", MenuAction::switchUser, 0},
 };

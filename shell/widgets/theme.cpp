@@ -57,9 +57,9 @@ QTabBar#TabStrip_Top::tab { padding: 0.5em 1.2em; margin-bottom: 4px; border-top
 QTabBar#TabStrip_Top::tab:selected { color: #2B6CB0; font-weight: bold; border-top: 3px solid palette(window); border-left: 3px solid palette(window); border-right: 3px solid palette(window); border-bottom: 3px solid #2B6CB0; }
 QTabBar#TabStrip_Top::tab:hover:!selected { background: #EAF1F8; }
 QTabBar#TabStrip_Top::tab:selected:focus { background: #EAF1F8; }
-QTabBar#TabStrip_Qiaqu::tab { padding: 0.35em 1.4em; border: 1px solid #C3CCD5; background: palette(base); }
-QTabBar#TabStrip_Qiaqu::tab:selected { color: white; background: palette(highlight); border-color: palette(highlight); }
-QTabBar#TabStrip_Qiaqu::tab:selected:focus { border: 2px solid #1F2933; }
+QTabBar[modes="true"]::tab { padding: 0.35em 1.4em; border: 1px solid #C3CCD5; background: palette(base); }
+QTabBar[modes="true"]::tab:selected { color: white; background: palette(highlight); border-color: palette(highlight); }
+QTabBar[modes="true"]::tab:selected:focus { border: 2px solid #1F2933; }
 QLineEdit, QPlainTextEdit, QListWidget, QTableView { border: 1px solid #D8DEE4; border-radius: 4px; background: palette(base); }
 QListWidget[plain="true"] { border: 1px solid transparent; }
 QListWidget[plain="true"]:focus { border: 1px solid transparent; }

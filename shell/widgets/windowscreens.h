@@ -32,7 +32,7 @@ class WindowScreens final : public Screens {
   void setUserCaption(const Users& users) override;
   void showChartMode() override {}  // the window has the data mode only
   void chooseGame(Catalogue& catalogue) override;
-  void fillZdyGroups() override {}  // the page reads them each time it is shown
+  void fillZdyGroups() override { window_->fillZdyGroups(); }
 
   void unload(const QString& form) override;
   void releaseData() override;

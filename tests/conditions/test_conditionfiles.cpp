@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <memory>
 
@@ -321,6 +322,73 @@ TEST_F(Files, ViewInThePlaceOfATableIsRefused) {
   const QStringList before = set();
   expectFormatError();
   EXPECT_EQ(set(), before);
+}
+
+TEST_F(Files, ViewInThePlaceOfAnyTableIsRefusedAndTheTablesBeforeItStayCopied) {
+  const char* tables[] = {"过滤条件", "过滤条件使用情况", "号码特性", "历史数据过滤"};
+  for (std::size_t i = 0; i < std::size(tables); ++i) {
+    ports.boxes.clear();
+    changeEverything();
+    exportSet();
+    const std::string table = tables[i];
+    alterFile("ALTER TABLE " + table + " RENAME TO t; CREATE VIEW " + table + " AS SELECT * FROM t;");
+    std::vector<QStringList> exported;
+    for (const char* sql : setTables)
+      exported.push_back(workspace.rows(sql));
+    changeEverything();
+    run("UPDATE 历史数据过滤 SET 匹配值 = 1");
+    std::vector<QStringList> present;
+    for (const char* sql : setTables)
+      present.push_back(workspace.rows(sql));
+    expectFormatError();
+    for (std::size_t k = 0; k < std::size(tables); ++k)
+      EXPECT_EQ(workspace.rows(setTables[k]), k < i ? exported[k] : present[k]) << tables[k] << " behind " << table;
+    QFile::remove(question.path);
+  }
+}
+
+TEST_F(Files, HugeFileIsRefusedWithoutReadingItAll) {
+  exportSet();
+  alterFile(
+      "DROP TABLE 过滤条件; CREATE TABLE 过滤条件 (ID INTEGER, VALUE INTEGER, filler TEXT);"
+      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300000)"
+      "INSERT INTO 过滤条件 SELECT i, 1, 'xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx' FROM "
+      "n;");
+  QElapsedTimer timer;
+  timer.start();
+  expectFormatError();
+  EXPECT_LT(timer.elapsed(), 2000);
+  EXPECT_EQ(workspace.rows("SELECT COUNT(*) FROM 过滤条件"), QStringList{u"1280"_s});
+  EXPECT_EQ(workspace.rows("SELECT MIN(VALUE), MAX(VALUE) FROM 过滤条件"), QStringList{u"1 1"_s});
+}
+
+TEST_F(Files, FileCutAtAnyPlaceIsRefusedOrReadWhole) {
+  changeEverything();
+  exportSet();
+  const QStringList saved = set();
+  QFile file(question.path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray whole = file.readAll();
+  file.close();
+  for (qsizetype size = 0; size < whole.size(); size += whole.size() / 40) {
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(whole.first(size));
+    file.close();
+    ports.boxes.clear();
+    expectFormatError();
+    EXPECT_EQ(set(), saved) << size;  // what was copied is what stands there already
+  }
+}
+
+TEST_F(Files, NamesOfTheFileAreNeverStatements) {
+  exportSet();
+  alterFile(
+      "CREATE TABLE \"x'; DELETE FROM 过滤条件; --\" (a); ALTER TABLE 过滤条件 ADD COLUMN \"y\"\"; DROP TABLE 日志表; "
+      "--\" INTEGER; CREATE INDEX i ON 过滤条件 (VALUE);");
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(workspace.rows("SELECT COUNT(*) FROM 过滤条件"), QStringList{u"1280"_s});
+  EXPECT_EQ(workspace.rows("SELECT COUNT(*) FROM sqlite_master WHERE name = '日志表'"), QStringList{u"1"_s});
 }
 
 TEST_F(Files, ComputedColumnIsRefused) {

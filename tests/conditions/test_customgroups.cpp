@@ -77,6 +77,25 @@ TEST_F(Groups, UnselectingTheLastCountDisablesAndUnticksTheBox) {
   EXPECT_EQ(conditionUse(workspace.store(), 20), 0);
 }
 
+TEST_F(Groups, SelectingManyCountsWritesWhatTheClicksWould) {
+  groups.clickMember(2, 9);  // the factory set allows 2 and 4 of this group
+  groups.selectCounts(2, {true, true, false, false, true, false});
+  EXPECT_EQ(allowed(3810, 3819), u"3810 3811 3814"_s);
+  EXPECT_EQ(conditionUse(workspace.store(), 21), 1);
+  groups.selectCounts(2, std::vector<bool>(6, false));
+  EXPECT_EQ(allowed(3810, 3819), QString());
+  EXPECT_EQ(conditionUse(workspace.store(), 21), 0);
+}
+
+TEST_F(Groups, AFaultAmongManyCountsTakesThemAllBack) {
+  workspace.store().execute("test",
+                            "CREATE TEMP TRIGGER full BEFORE UPDATE ON 过滤条件 WHEN OLD.ID = 3813 BEGIN SELECT "
+                            "RAISE(ABORT, 'disk full'); END");
+  EXPECT_THROW(groups.selectCounts(2, std::vector<bool>(6, true)), Error);
+  EXPECT_EQ(allowed(3810, 3819), u"3812 3814"_s);
+  EXPECT_EQ(conditionUse(workspace.store(), 21), 0);
+}
+
 TEST_F(Groups, LosingTheLastMemberDropsCountsAndSwitch) {
   groups.clickMember(11, 7);
   groups.clickCount(11, 1, true);

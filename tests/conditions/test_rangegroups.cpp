@@ -47,6 +47,23 @@ TEST(CleanRangeText, OtherBracketsAndDigitsStayAndAreIllegal) {
   EXPECT_TRUE(isRangeText(cleanRangeText(u"【1－5】，[7]"_s)));
 }
 
+TEST(CleanRangeText, OfAllBracketsDashesAndDigitsOnlyTheKnownFormsAreTaken) {
+  const QString known = u"[]【】-－—0123456789"_s;
+  int seen = 0;
+  for (int code = 0; code < 0xD800; ++code) {
+    const QChar ch(static_cast<char16_t>(code));
+    const QChar::Category category = ch.category();
+    const bool bracket = category == QChar::Punctuation_Open || category == QChar::Punctuation_Close ||
+                         category == QChar::Punctuation_InitialQuote || category == QChar::Punctuation_FinalQuote;
+    if (!bracket && category != QChar::Punctuation_Dash && category != QChar::Number_DecimalDigit)
+      continue;
+    ++seen;
+    const QString text = cleanRangeText(u"[1"_s + ch + u"2]"_s);
+    EXPECT_EQ(isRangeText(text), known.contains(ch)) << code;
+  }
+  EXPECT_GT(seen, 400);
+}
+
 TEST(RangeGroups, AreValuesAndRanges) {
   EXPECT_EQ(shown(u"[20-39][5]"_s), u"20-39 5"_s);
   EXPECT_EQ(shown(u"[9-3]"_s), u"9-3"_s);

@@ -1,6 +1,7 @@
 // What the person does on the condition pages: choosing values, picking numbers, finding a tab, excluding parity patterns.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -9,6 +10,7 @@
 #include <QTabBar>
 
 #include "conditions/widgets/pickpage.h"
+#include "conditions/widgets/tabcaptions.h"
 #include "shell/widgets/mainwindow.h"
 #include "tests/shell/windowtest.h"
 
@@ -194,6 +196,138 @@ TEST_F(ConditionPagesTest, AStoredChoiceWithoutAButtonShowsNone) {
   openTab(15);
   for (int i = 0; i <= 4; ++i)
     EXPECT_FALSE(the<QRadioButton>(u"Option_DingweiRongcuo_%1"_s.arg(i)).isChecked());
+}
+
+TEST_F(ConditionPagesTest, TheSecondFieldPicksLikeTheFirstWithOneBanker) {
+  data.store().execute("test", "UPDATE 过滤条件 SET VALUE = 0 WHERE ID BETWEEN 101 AND 111");
+  const QString front = stretch(1, 11);
+  openTab(1);
+  click(the<PickButton>(u"cmm_C7_103"_s));
+  EXPECT_EQ(stretch(101, 111), u"00100000000"_s);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_103"_s).backColor(), 49152U);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_103"_s).text(), u"03"_s);
+  the<QTabBar>(u"TabStrip_Houqu"_s).setCurrentIndex(1);
+  click(the<PickButton>(u"cmm_C7_111"_s));
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_111"_s).backColor(), 192U);
+  click(the<PickButton>(u"cmm_C7_103"_s));
+  EXPECT_EQ(stretch(101, 111), u"00100000002"_s);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_103"_s).backColor(), 49152U);
+  the<QTabBar>(u"TabStrip_Houqu"_s).setCurrentIndex(0);
+  EXPECT_EQ(ports.boxTexts(),
+            (QStringList{u"现在点击数字按钮可以把相应的数设为后区的“胆码”。"_s,
+                         u"号码：03之前已经被设为拖码，现在要把它改为胆码吗？"_s, u"后区“胆码”最多只设 １ 个."_s,
+                         u"现在点击数字按钮可以把相应的数设为后区的“拖码”。"_s}));
+  EXPECT_EQ(stretch(1, 11), front);
+  click(the<QPushButton>(u"cmm_clsH"_s));
+  EXPECT_EQ(stretch(101, 111), u"00000000000"_s);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_111"_s).backColor(), 0x8000000FU);
+  EXPECT_EQ(stretch(1, 11), front);
+}
+
+TEST_F(ConditionPagesTest, TheButtonsOfTheFirstFieldFillAndEmptyIt) {
+  openTab(1);
+  click(the<QPushButton>(u"cmm_clsQ"_s));
+  EXPECT_EQ(stretch(1, 11), u"00000000000"_s);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_1"_s).backColor(), 0x8000000FU);
+  EXPECT_EQ(the<QLabel>(u"Label_Zhushu"_s).text(), u"过滤缩水前全部号码组合： ０  注"_s);
+  click(the<QPushButton>(u"cmd_FX_0"_s));
+  EXPECT_EQ(stretch(1, 11), u"11111111111"_s);
+  EXPECT_EQ(the<PickButton>(u"cmm_C7_11"_s).backColor(), 49152U);
+  EXPECT_EQ(the<QPushButton>(u"cmd_FX_0"_s).text(), u"全 选"_s);
+  EXPECT_EQ(the<QPushButton>(u"cmm_clsQ"_s).text(), u"清 空"_s);
+  EXPECT_EQ(the<QPushButton>(u"cmm_jixuan"_s).text(), u"机 选"_s);
+}
+
+TEST_F(ConditionPagesTest, TheNumberOfCombinationsIsInViewOnEveryTab) {
+  data.store().execute("test", "UPDATE 过滤条件 SET VALUE = (ID <= 6) WHERE ID <= 11");
+  window.show();
+  window.selectTopTab(2);
+  auto& tabs = the<QListWidget>(u"TabStrip_TiaoJian"_s);
+  for (int row = 0; row < tabs.count(); ++row) {
+    tabs.setCurrentRow(row);
+    EXPECT_TRUE(the<QLabel>(u"Label_Zhushu"_s).isVisible());
+    EXPECT_EQ(the<QLabel>(u"Label_Zhushu"_s).text(), u"过滤缩水前全部号码组合： ６  注"_s) << row;
+  }
+}
+
+TEST_F(ConditionPagesTest, EveryTabIsReachedByTheKeyboard) {
+  openTab(1);
+  auto& tabs = the<QListWidget>(u"TabStrip_TiaoJian"_s);
+  tabs.setFocus();
+  for (int row = 1; row < 25; ++row) {
+    QTest::keyClick(&tabs, Qt::Key_Down);
+    EXPECT_EQ(tabs.currentRow(), row);
+  }
+  EXPECT_TRUE(the<QPlainTextEdit>(u"Text_TiaoJianList"_s).isVisible());
+}
+
+TEST_F(ConditionPagesTest, ShortcutsTurnTheTabsAndReachTheSearch) {
+  openTab(2);
+  QApplication::setActiveWindow(&window);
+  auto& tabs = the<QListWidget>(u"TabStrip_TiaoJian"_s);
+  auto& list = the<QListWidget>(u"List_TiaoJian"_s);
+  list.setFocus();
+  QTest::keyClick(&list, Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(tabs.currentRow(), 2);
+  QTest::keyClick(&list, Qt::Key_PageUp, Qt::ControlModifier);
+  QTest::keyClick(&list, Qt::Key_PageUp, Qt::ControlModifier);
+  QTest::keyClick(&tabs, Qt::Key_PageUp, Qt::ControlModifier);  // there is none before the first
+  EXPECT_EQ(tabs.currentRow(), 0);
+  QTest::keyClick(&tabs, Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(window.focusWidget(), &the<QLineEdit>(u"Text_findTab"_s));
+  QTest::keyClicks(window.focusWidget(), u"wdz"_s);
+  EXPECT_EQ(tabs.currentRow(), 19);
+  QTest::keyClick(window.focusWidget(), Qt::Key_Down);
+  EXPECT_EQ(window.focusWidget(), &tabs);
+  QTest::keyClick(&tabs, Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(tabs.currentRow(), 20);
+  QTest::keyClick(&tabs, Qt::Key_PageDown, Qt::ControlModifier);  // the search hides the tabs behind it
+  EXPECT_EQ(tabs.currentRow(), 20);
+}
+
+TEST_F(ConditionPagesTest, TheSearchKnowsInitialsAndWhatATabOffers) {
+  const auto found = [](const QString& typed) {
+    QStringList tabs;
+    for (int tab = 1; tab <= 25; ++tab)
+      if (tabMatches(tab, typed))
+        tabs << QString::number(tab);
+    return tabs.join(u' ');
+  };
+  EXPECT_EQ(found(u"间距"_s), u"6"_s);
+  EXPECT_EQ(found(u"ZDJJ"_s), u"6"_s);
+  EXPECT_EQ(found(u"偶数个数"_s), u"11"_s);
+  EXPECT_EQ(found(u"胆码"_s), u"1"_s);
+  EXPECT_EQ(found(u"尾数"_s), u"16 19"_s);
+  EXPECT_EQ(found(u"ac"_s), u"10"_s);
+  EXPECT_EQ(found(u"wdz1"_s), u"21"_s);
+  EXPECT_EQ(found(u"没有"_s), QString());
+  EXPECT_EQ(found(QString()).count(u' '), 24);
+  EXPECT_FALSE(tabMatches(0, QString()));
+  EXPECT_FALSE(tabMatches(26, QString()));
+}
+
+TEST_F(ConditionPagesTest, ThePreviewFollowsEachClick) {
+  data.store().execute("test", "UPDATE 过滤条件 SET VALUE = 0 WHERE ID BETWEEN 1000 AND 1170");
+  openTab(2);
+  auto& list = the<QListWidget>(u"List_TiaoJian"_s);
+  auto& tip = the<QPlainTextEdit>(u"Text_tiaojianTip"_s);
+  const QString head = tip.toPlainText();
+  EXPECT_TRUE(head.endsWith(u"当前取值阅览：\n\n"_s));
+  for (const int sum : {20, 21, 22, 25})
+    clickItem(list, sum - 15);
+  EXPECT_EQ(tip.toPlainText(), head + u"[２０-２２] , [２５]"_s);
+  clickItem(list, 21 - 15);
+  EXPECT_EQ(tip.toPlainText(), head + u"[２０] , [２２] , [２５]"_s);
+}
+
+TEST_F(ConditionPagesTest, TheTemperatureTabsPreviewBelowTheirHelp) {
+  data.store().execute("test", "UPDATE 过滤条件 SET VALUE = 0 WHERE ID BETWEEN 4160 AND 4209");
+  openTab(21);
+  clickItem(the<QListWidget>(u"List_TiaojianElse"_s), 29);
+  EXPECT_EQ(
+      the<QPlainTextEdit>(u"Text_elseTiaojianTip"_s).toPlainText(),
+      u"温度值10：指的是本期开奖的5个号码在最近号码10期中各码开出次数之和。反映的是整注号码相对于最近１０期的冷热程度。"
+      u"\n\n当前取值阅览：\n\n[２９]"_s);
 }
 
 class ParityPageTest : public ConditionPagesTest {

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabBar>
 
@@ -114,6 +115,76 @@ TEST_F(GroupPageTest, RenamingAndClearing) {
   click(the<QPushButton>(u"cmm_EmptyZDY_0"_s));
   EXPECT_EQ(data.rows("SELECT count(*) FROM 号码特性 WHERE 自定义组1 = 1 OR 自定义组2 = 1"), QStringList{u"0"_s});
   EXPECT_EQ(the<QListWidget>(u"List_ZDY"_s).currentRow(), 0);
+}
+
+TEST_F(GroupPageTest, ANameOfFiftyOneCharactersIsToldAndRefused) {
+  ports.typed = {QString(51, u'名')};
+  click(the<QPushButton>(u"cmmChangeZDYname"_s));
+  ASSERT_EQ(ports.boxes.size(), 1U);
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::critical);
+  EXPECT_EQ(line(1), u"自定义组1 ——　未 使 用 "_s);
+  ports.typed = {QString(50, u'名')};
+  click(the<QPushButton>(u"cmmChangeZDYname"_s));
+  EXPECT_EQ(line(1), QString(50, u'名') + u" ——　未 使 用 "_s);
+}
+
+TEST_F(GroupPageTest, ANameWithQuotesAndMarkupShowsAsItStandsEverywhere) {
+  const QString name = u"'; DROP TABLE 自定义别名; --\"<b>“热”</b>&"_s;
+  ports.typed = {name};
+  click(the<QPushButton>(u"cmmChangeZDYname"_s));
+  EXPECT_EQ(line(1), name + u" ——　未 使 用 "_s);
+  EXPECT_EQ(the<QLabel>(u"Label_ZDYname"_s).text(), name);
+  EXPECT_EQ(the<QLabel>(u"Label_ZDYname"_s).textFormat(), Qt::PlainText);
+  EXPECT_EQ(data.rows("SELECT COUNT(*) FROM 自定义别名"), QStringList{u"20"_s});
+  control<QListWidget>(window, u"TabStrip_TiaoJian"_s).setCurrentRow(24);
+  EXPECT_TRUE(the<QPlainTextEdit>(u"Text_TiaoJianList"_s).toPlainText().contains(u" "_s + name + u" ——　未 使 用 "_s));
+}
+
+TEST_F(GroupPageTest, TheButtonsOfTheCountsFollowTheList) {
+  auto& all = the<QPushButton>(u"cmmAll_List_ZDYset"_s);
+  EXPECT_FALSE(all.isEnabled());
+  clickNumber(3);
+  click(all);
+  EXPECT_EQ(line(1), u"自定义组1 ——　号码：（０３） 允许开出个数（０个,１个,２个,３个,４个,５个）"_s);
+  click(the<QPushButton>(u"cmmNone_List_ZDYset"_s));
+  EXPECT_EQ(line(1), u"自定义组1 ——　未 使 用 "_s);
+}
+
+TEST_F(GroupPageTest, TheHelpTellsTheFiveStepsAndTheTails) {
+  const QString help = the<QPlainTextEdit>(u"Text_ZDYhelp"_s).toPlainText();
+  for (const QString& part : {u"第一步"_s, u"第二步"_s, u"第三步"_s, u"第四步"_s, u"第五步"_s, u"０１ 和 １１"_s})
+    EXPECT_TRUE(help.contains(part)) << part.toStdString();
+}
+
+TEST_F(GroupPageTest, ARuleLineOfTheCommonGroupsChangesNothing) {
+  auto& common = the<QComboBox>(u"ComboZDYcyfz"_s);
+  const QStringList before = data.rows("SELECT * FROM 号码特性");
+  EXPECT_EQ(common.placeholderText(), u"常用分组"_s);
+  EXPECT_EQ(common.itemText(2), QString());  // a separator, which cannot be chosen
+  Q_EMIT common.activated(2);
+  EXPECT_EQ(data.rows("SELECT * FROM 号码特性"), before);
+  EXPECT_EQ(common.currentIndex(), -1);
+}
+
+TEST_F(GroupPageTest, TheCommonGroupsKeepThePeriodThatWasNextWhenTheyWereFilled) {
+  const auto firstOfDraws = [this] { return the<QComboBox>(u"ComboZDYcyfz"_s).itemText(3); };
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  window.selectTopTab(2);  // filled again, as the history was empty at the start
+  EXPECT_EQ(firstOfDraws(), u"11031511期旧码(复码)"_s);
+  data.addDraws(u"11031511 02 03 04 05 06"_s);
+  window.selectTopTab(1);
+  window.selectTopTab(2);
+  EXPECT_EQ(firstOfDraws(), u"11031511期旧码(复码)"_s);
+  window.fillZdyGroups();
+  EXPECT_EQ(firstOfDraws(), u"11031512期旧码(复码)"_s);
+}
+
+TEST_F(GroupPageTest, ACommonGroupWithoutItsDrawsTellsWhy) {
+  auto& common = the<QComboBox>(u"ComboZDYcyfz"_s);
+  const int entry = common.findText(u"期斜码"_s, Qt::MatchEndsWith);
+  ASSERT_GE(entry, 0);
+  Q_EMIT common.activated(entry);
+  EXPECT_EQ(ports.log, QStringList{u"info [] 无法提取上期开奖号码！"_s});
 }
 
 }  // namespace

@@ -63,6 +63,34 @@ TEST_F(SettingPagesTest, TheHistoryMatchIsStoredAtOnce) {
   EXPECT_EQ(data.rows("SELECT 使用状态, 最小值, 匹配值 FROM 历史数据过滤"), QStringList{u"1 30 3"_s});
 }
 
+TEST_F(SettingPagesTest, TheHistoryMatchOffersItsValuesAndReadsAsALine) {
+  openTab(23);
+  auto& periods = control<QComboBox>(window, u"Combo_HistoryGuoLu_0"_s);
+  auto& match = control<QComboBox>(window, u"Combo_PiPei"_s);
+  EXPECT_EQ(periods.count(), 100);
+  EXPECT_EQ(periods.itemText(0), u"1"_s);
+  EXPECT_EQ(periods.itemText(99), u"100"_s);
+  EXPECT_EQ(match.count(), 5);
+  EXPECT_EQ(match.itemText(4), u"5"_s);
+  EXPECT_EQ(periods.currentText(), u"5"_s);
+  EXPECT_EQ(match.currentText(), u"4"_s);
+  EXPECT_EQ(control<QCheckBox>(window, u"Check_Historyguolu"_s).text(),
+            u"使用这个条件(如果要使用这个条件来过滤掉历史数据相关的号码，请在前面打上勾)"_s);
+  QStringList line;
+  for (const QLabel* label : periods.parentWidget()->findChildren<QLabel*>())
+    line << label->text();
+  EXPECT_EQ(line.join(u'|'), u"过滤掉最近：|期内，|最大匹配值为|及以上的号码"_s);
+}
+
+TEST_F(SettingPagesTest, TheSecondBoxOfThePeriodsWritesTheMaximumAndStaysOutOfTheLine) {
+  openTab(23);
+  auto& newest = control<QComboBox>(window, u"Combo_HistoryGuoLu_1"_s);
+  EXPECT_FALSE(newest.isVisible());
+  EXPECT_EQ(newest.count(), 100);
+  newest.setCurrentIndex(41);
+  EXPECT_EQ(data.rows("SELECT 最小值, 最大值, 匹配值 FROM 历史数据过滤"), QStringList{u"5 42 4"_s});
+}
+
 TEST_F(SettingPagesTest, TheReductionShowsAndStoresItsType) {
   openTab(24);
   EXPECT_TRUE(control<QRadioButton>(window, u"Option_ShuoSuiLeiXing_5"_s).isChecked());
