@@ -41,11 +41,20 @@ QString Catalogue::getLotteryName() {
 }
 
 QString Catalogue::getSourceUrl() {
-  const QString province = provinceOf(getLotteryName());
-  QString address = sourceAddress(gConn_, resultsSite.name).trimmed();
-  if (province.isEmpty() || address.isEmpty())
+  return resultsPageUrl(sourceAddress(gConn_, resultsSite.name), getLotteryName());
+}
+
+QString provinceAddress(const QString& address, const QString& lotteryName) {
+  const QString province = provinceOf(lotteryName);
+  if (province.isEmpty() && address.contains(provincePlace))
     return {};
-  address.replace(provincePlace.toString(), province);
+  return address.trimmed().replace(provincePlace.toString(), province);
+}
+
+QString resultsPageUrl(const QString& siteAddress, const QString& lotteryName) {
+  QString address = provinceAddress(siteAddress, lotteryName);
+  if (address.isEmpty() || provinceOf(lotteryName).isEmpty())
+    return {};
   while (address.endsWith(u'/'))
     address.chop(1);
   return address + resultsPage.toString();

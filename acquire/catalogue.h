@@ -17,6 +17,14 @@ struct GameOption {
   bool inUse = false;
 };
 
+/// An address with the short name of a game's province in its place; empty where the address is empty, or where it has the
+/// place and the game no province.
+QString provinceAddress(const QString& address, const QString& lotteryName);
+
+/// The page of the latest 100 draws of a game on a results site; empty where the address is, or where the game's province
+/// has no page.
+QString resultsPageUrl(const QString& siteAddress, const QString& lotteryName);
+
 class Catalogue final {
  public:
   explicit Catalogue(Store& gConn) : gConn_(gConn) {}

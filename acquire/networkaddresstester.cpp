@@ -4,6 +4,7 @@
 #include <QUrl>
 #include <utility>
 
+#include "acquire/pagerules.h"
 #include "acquire/sources.h"
 
 namespace elevenfive {
@@ -48,7 +49,7 @@ void NetworkAddressTester::test(const QString& address, Outcome outcome) {
     tell(u"地址还没有设置。"_s);
     return;
   }
-  if (!isWebAddress(address)) {
+  if (!isWebAddress(QUrl(address.trimmed()))) {
     tell(u"地址不正确，要以 http:// 或 https:// 开头。"_s);
     return;
   }

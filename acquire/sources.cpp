@@ -18,12 +18,6 @@ constexpr ProvinceWord words[] = {
     {u"广西", u"gx"},  {u"吉林", u"jl"}, {u"宁夏", u"nx"}, {u"江苏", u"js"},  {u"上海", u"sh"},  {u"甘肃", u"gs"},
 };
 
-/// The address with some province in it.
-QUrl urlOf(const QString& address) {
-  QString sample = address.trimmed();
-  return QUrl(sample.replace(provincePlace.toString(), u"x"_s), QUrl::TolerantMode);
-}
-
 }  // namespace
 
 std::vector<SourceRow> sourceRows(Store& store) {
@@ -45,13 +39,9 @@ void setSourceAddress(Store& store, const QString& name, const QString& address)
 }
 
 bool isUnsetAddress(const QString& address) {
-  const QString host = urlOf(address).host();
+  QString sample = address;
+  const QString host = QUrl(sample.replace(provincePlace.toString(), u"x"_s), QUrl::TolerantMode).host();
   return address.trimmed().isEmpty() || host == u"example"_s || host.endsWith(u".example"_s);
-}
-
-bool isWebAddress(const QString& address) {
-  const QUrl url = urlOf(address);
-  return (url.scheme() == u"http"_s || url.scheme() == u"https"_s) && url.isValid() && !url.host().isEmpty();
 }
 
 std::span<const ProvinceWord> provinceWords() {

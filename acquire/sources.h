@@ -21,12 +21,6 @@ inline constexpr SourceKind secondSite{u"第二网站", u"按日期查开奖结�
 inline constexpr SourceKind noticeServer{u"版本公告", u"查询新版本公告的服务器；留空则不查询"};
 inline constexpr SourceKind detailPage{u"开奖详情", u"一期开奖详情的网页"};
 
-/// All of them, in the order of the table.
-inline constexpr SourceKind sourceKinds[] = {resultsSite, secondSite, noticeServer, detailPage};
-
-/// An address has at most so many characters.
-inline constexpr int longestAddress = 200;
-
 /// Stands in an address for the province's short name.
 inline constexpr QStringView provincePlace = u"{province}";
 
@@ -47,9 +41,6 @@ void setSourceAddress(Store& store, const QString& name, const QString& address)
 
 /// Whether an address was never set: it is empty or still names a reserved example host.
 bool isUnsetAddress(const QString& address);
-
-/// Whether an address is one of the web: http or https, and a host. A place for the province may stand in it.
-bool isWebAddress(const QString& address);
 
 /// A word that the name of a game is searched for, and the short name of the province whose page it then has.
 struct ProvinceWord {

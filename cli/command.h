@@ -26,6 +26,7 @@ struct Command {
 // The groups of commands, in the order of the help.
 std::span<const Command> dataCommands();
 std::span<const Command> historyCommands();
+std::span<const Command> webCommands();
 std::span<const Command> catalogueCommands();
 std::span<const Command> missCommands();
 std::span<const Command> conditionCommands();

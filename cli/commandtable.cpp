@@ -80,8 +80,8 @@ const std::vector<Command>& allCommands() {
   static const std::vector<Command> commands = [] {
     std::vector<Command> all;
     for (const std::span<const Command> group :
-         {dataCommands(), historyCommands(), catalogueCommands(), missCommands(), conditionCommands(), groupCommands(),
-          setupCommands(), runCommands(), rowCommands(), userCommands(), packCommands()})
+         {dataCommands(), historyCommands(), webCommands(), catalogueCommands(), missCommands(), conditionCommands(),
+          groupCommands(), setupCommands(), runCommands(), rowCommands(), userCommands(), packCommands()})
       all.insert(all.end(), group.begin(), group.end());
     return all;
   }();

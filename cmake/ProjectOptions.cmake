@@ -1,6 +1,7 @@
 # What all targets of the project share: language level, warnings, sanitizers, compiler cache.
 
 option(ELEVENFIVE_WINDOW "Build the window (needs Qt6 Widgets)" ON)
+option(ELEVENFIVE_WEB "Build the page process (needs Qt6 WebEngineCore)" ON)
 option(ELEVENFIVE_TESTS "Build the tests" ON)
 option(ELEVENFIVE_BENCH "Build the benchmarks" OFF)
 option(ELEVENFIVE_FUZZ "Build the fuzz targets (needs clang)" OFF)

@@ -8,7 +8,7 @@
 set -eu
 
 packages_run="g++ cmake ninja-build ccache mold pkgconf
-  qt6-base-dev qt6-qpa-plugins qt6-translations-l10n libsqlitecpp-dev libsqlite3-dev fonts-noto-cjk ca-certificates"
+  qt6-base-dev qt6-webengine-dev qt6-qpa-plugins qt6-translations-l10n libsqlitecpp-dev libsqlite3-dev fonts-noto-cjk ca-certificates"
 packages_test="libgtest-dev librapidcheck-dev libcpp-httplib-dev"
 packages_check="clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14 git"
 

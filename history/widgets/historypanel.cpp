@@ -106,6 +106,11 @@ QWidget* HistoryPanel::buildEntryStrip() {
   row->addWidget(
       button(u"cmmUpdateHistory_0"_s, u"<-添加记录"_s, u"把左边的期号和号码存入历史记录"_s, &HistoryPanel::addDraw));
   row->addSpacing(fontMetrics().height());
+  row->addWidget(
+      button(u"cmmUpdateHistory_1"_s, u"今日开奖"_s, u"下载当天开奖数据并导入。"_s, &HistoryPanel::updateRequested));
+  row->addWidget(button(u"cmmUpdateHistory_2"_s, u"历史数据"_s, u"下载最近一周开奖数据并导入。"_s,
+                        &HistoryPanel::updateRequested));
+  row->addSpacing(fontMetrics().height());
   row->addWidget(buildButtons());
   row->setContentsMargins(0, 0, 0, 0);
   entryStrip_->setLayout(row);
@@ -209,7 +214,13 @@ void HistoryPanel::selectHistoryMode(bool all) {
 }
 
 void HistoryPanel::selectDataMode(bool chart) {
-  dataMode_[chart ? 1 : 0]->setChecked(true);
+  QRadioButton* mode = dataMode_[chart ? 1 : 0];
+  if (mode->isEnabledTo(mode->parentWidget()))
+    mode->setChecked(true);
+}
+
+Progress& HistoryPanel::derivationProgress() {
+  return progress_->derivation();
 }
 
 void HistoryPanel::recountZones(Qihao first, Qihao last) {

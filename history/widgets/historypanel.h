@@ -51,8 +51,14 @@ class HistoryPanel final : public QWidget {
   /// Selects "最近100期" or "显示全部", as its option button would.
   void selectHistoryMode(bool all);
 
-  /// Selects data mode or chart mode.
+  /// Selects data mode or chart mode; a mode that cannot be chosen is left alone.
   void selectDataMode(bool chart);
+
+  /// Puts the next period into the entry row.
+  void offerNextPeriod();
+
+  /// The bar ProgressBar_TuBiao.
+  [[nodiscard]] Progress& derivationProgress();
 
   /// Counts the numbers of each zone again for the periods first to last, with its message and its bar in the place of the grid.
   void recountZones(Qihao first, Qihao last);
@@ -63,6 +69,8 @@ class HistoryPanel final : public QWidget {
   [[nodiscard]] QWidget* entryStrip() const;
 
   Q_SIGNAL void historyChanged();
+  /// cmmUpdateHistory_1 or _2 was clicked: draws are wanted from the web.
+  Q_SIGNAL void updateRequested();
   /// Draws went out of the table: lists of periods elsewhere are stale.
   Q_SIGNAL void drawsDeleted();
 
@@ -85,7 +93,6 @@ class HistoryPanel final : public QWidget {
 
   void showHistoryMode(bool all);
   void setUpGridColumns();
-  void offerNextPeriod();
   void tableChanged();
   void viewsChanged();
   void showWritten(Qihao period);

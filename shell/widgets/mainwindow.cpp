@@ -10,8 +10,6 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
-#include "acquire/networkaddresstester.h"
-#include "acquire/widgets/sourceform.h"
 #include "conditions/widgets/conditionview.h"
 #include "conditions/widgets/zonepage.h"
 #include "engine/widgets/resultdialogs.h"
@@ -21,6 +19,7 @@
 #include "model/widgets/faultbox.h"
 #include "model/workspace.h"
 #include "shell/widgets/conditionforms.h"
+#include "shell/widgets/historyupdate.h"
 #include "shell/widgets/menumap.h"
 
 namespace elevenfive {
@@ -68,6 +67,8 @@ MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
   history_ =
       new HistoryPanel(workspace_.gConn, workspace_.folders().program,
                        {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, statusLine_, busy_}, this);
+  update_ =
+      new HistoryUpdate(workspace_.gConn, *history_, {ports_.boxes, events_, statusLine_, busy_, ports_.loaders}, this);
   conditions_ = new ConditionView(workspace_.gConn, *driver_, ports_.boxes, ports_.inputs, this);
   buildBody();
   buildConditionForms();
@@ -204,19 +205,25 @@ void MainWindow::runMenuAction(MenuAction action, int argument) {
     case MenuAction::zonePage:
       runConditionAction(action);
       break;
+    case MenuAction::historyUpdate:
+      selectTopTab(1);
+      updateHistory();
+      break;
+    case MenuAction::sources:
+      update_->showSources();
+      break;
     case MenuAction::run:
       selectTopTab(3);
       run_->clickButton(argument);
       break;
-    case MenuAction::sources: {
-      NetworkAddressTester tester;
-      sourceForm(workspace_.gConn, ports_.boxes, tester, this);
-      break;
-    }
     case MenuAction::switchUser:
       switchUser();
       break;
   }
+}
+
+void MainWindow::updateHistory() {
+  update_->updateHistory();
 }
 
 void MainWindow::runButton(int index) {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 
+#include "acquire/pageloader.h"
 #include "engine/rundriver.h"
 #include "model/ports.h"
 #include "model/widgets/busystate.h"
@@ -25,6 +26,7 @@ namespace elevenfive {
 class ConditionForms;
 class ConditionView;
 class HistoryPanel;
+class HistoryUpdate;
 class ResultFileDialogs;
 class RunPanel;
 class Workspace;
@@ -37,6 +39,7 @@ struct WindowPorts {
   Inputs& inputs;
   FileDialogs& files;
   TextViewer& texts;
+  PageLoaderFactory loaders = {};  ///< of web pages; empty: the page process beside the program
 };
 
 class MainWindow final : public QMainWindow {
@@ -45,6 +48,9 @@ class MainWindow final : public QMainWindow {
  public:
   MainWindow(Workspace& workspace, const WindowPorts& ports);
   ~MainWindow() override;
+
+  /// Reads draws from the web into the history page, as cmmUpdateHistory_2 does.
+  void updateHistory();
 
   /// Selects a tab of TabStrip_Top, 1 to 3, and does what a click on it does.
   void selectTopTab(int tab);
@@ -102,6 +108,7 @@ class MainWindow final : public QMainWindow {
   QTabBar* topTabs_ = nullptr;
   QStackedWidget* pages_ = nullptr;
   HistoryPanel* history_ = nullptr;
+  HistoryUpdate* update_ = nullptr;
   ConditionView* conditions_ = nullptr;
   RunPanel* run_ = nullptr;
   ConditionForms* forms_ = nullptr;

@@ -16,9 +16,10 @@ enum class MenuAction {
   restoreDefaults,
   exportConditions,
   importConditions,
-  zonePage,  ///< the panel in which the zones are drawn anew
-  run,       ///< argument: index of cmmTouZhu
-  sources,   ///< the form of the addresses that are configuration
+  zonePage,       ///< the panel in which the zones are drawn anew
+  historyUpdate,  ///< draws from the web
+  sources,        ///< the addresses of the web
+  run,            ///< argument: index of cmmTouZhu
   switchUser,
 };
 
@@ -48,6 +49,7 @@ struct MenuEntry {
 inline constexpr std::array menuEntries{
     MenuEntry{u"mnu_File", u"mnu_Exit", -1, u"退出(&X)", MenuAction::exit, 0},
     MenuEntry{u"mnu_History", u"mnu_InputKaiJian", -1, u"手工录入开奖数据", MenuAction::historyEntry, 0},
+    MenuEntry{u"mnu_History", u"mnu_AutoUpdate", -1, u"下载最新开奖数据", MenuAction::historyUpdate, 0},
     MenuEntry{u"mnu_History", u"mnu_HistoryTubiao", -1, u"图表模式显示", MenuAction::historyDataMode, 1, true},
     MenuEntry{u"mnu_History", u"mnu_HistoryData", -1, u"数据模式显示", MenuAction::historyDataMode, 0},
     MenuEntry{u"mnu_History", u"mnu_HistoryShowAll", -1, u"显示全部记录", MenuAction::historyRange, 1, true},
@@ -89,7 +91,7 @@ inline constexpr std::array menuEntries{
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 5, u"删除记录", MenuAction::run, 5},
     MenuEntry{u"mnu_TouZhu", u"mnu_ShengCeng", 6, u"开奖核对", MenuAction::run, 6},
     MenuEntry{u"mnu_Else", u"mnu_newQuJian", -1, u"重新划分区间...", MenuAction::zonePage, 0},
-    MenuEntry{u"mnu_Else", u"mnu_DataSource", -1, u"数据源...", MenuAction::sources, 0},
+    MenuEntry{u"mnu_Else", u"mnu_Sources", -1, u"数据源设置...", MenuAction::sources, 0, true},
     MenuEntry{u"mnu_User", u"mnu_UserQiehuan", -1, u"切换用户", MenuAction::switchUser, 0},
 };
 

@@ -3,7 +3,9 @@
 #include <QDesktopServices>
 #include <QShortcut>
 #include <QUrl>
+#include <utility>
 
+#include "conditions/pendingaction.h"
 #include "model/programtitle.h"
 #include "shell/widgets/startforms.h"
 
@@ -46,7 +48,17 @@ void WindowScreens::setUserCaption(const Users& users) {
 }
 
 void WindowScreens::chooseGame(Catalogue& catalogue) {
-  chooseGameForm(catalogue, ports_.boxes, window_.get());
+  wantsDraws_ = chooseGameForm(catalogue, ports_.boxes, window_.get());
+}
+
+/// The last step of the start. What frmDB has left is done behind it, when the window can be closed in the midst of it.
+void WindowScreens::fillZdyGroups() {
+  window_->fillZdyGroups();
+  if (!std::exchange(wantsDraws_, false))
+    return;
+  constexpr int drawsOfTheGame = 16;
+  static_assert(pendingActionOf(drawsOfTheGame)->target == PendingTarget::historyUpdate);
+  window_->leaveAction(drawsOfTheGame);
 }
 
 void WindowScreens::unload(const QString& form) {

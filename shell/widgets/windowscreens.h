@@ -32,7 +32,7 @@ class WindowScreens final : public Screens {
   void setUserCaption(const Users& users) override;
   void showChartMode() override {}  // the window has the data mode only
   void chooseGame(Catalogue& catalogue) override;
-  void fillZdyGroups() override { window_->fillZdyGroups(); }
+  void fillZdyGroups() override;
 
   void unload(const QString& form) override;
   void releaseData() override;
@@ -42,7 +42,8 @@ class WindowScreens final : public Screens {
   std::function<void(MainWindow&)> windowMade_;
   std::unique_ptr<Splash> splash_;
   std::unique_ptr<MainWindow> window_;
-  QString helpFile_;  ///< empty where there is none
+  QString helpFile_;         ///< empty where there is none
+  bool wantsDraws_ = false;  ///< 确定 was chosen in frmDB
 };
 
 }  // namespace elevenfive

@@ -56,28 +56,6 @@ TEST(Sources, ExampleHostsAndEmptyAddressesWereNeverSet) {
   EXPECT_FALSE(isUnsetAddress(u"https://results.org/x.example"_s));
 }
 
-TEST(Sources, TheKindsAreTheRowsOfTheTable) {
-  TestWorkspace w;
-  QStringList names;
-  for (const SourceKind& kind : sourceKinds) {
-    names << kind.name.toString();
-    EXPECT_FALSE(kind.purpose.isEmpty());
-  }
-  QStringList rows;
-  for (const SourceRow& row : sourceRows(w.store()))
-    rows << row.name;
-  EXPECT_EQ(names, rows);
-}
-
-TEST(Sources, OnlyHttpAndHttpsWithAHostAreWebAddresses) {
-  for (const QString& address : {u"http://a.b"_s, u" https://{province}.a.b/x?y=1 "_s, u"http://localhost:8080/"_s,
-                                 u"http://192.0.2.1"_s, u"HTTPS://A.B"_s})
-    EXPECT_TRUE(isWebAddress(address)) << address.toStdString();
-  for (const QString& address : {u""_s, u"a.b"_s, u"ftp://a.b"_s, u"file:///etc/passwd"_s, u"http://"_s, u"http:///x"_s,
-                                 u"javascript:alert(1)"_s, u"http://a b/"_s})
-    EXPECT_FALSE(isWebAddress(address)) << address.toStdString();
-}
-
 TEST(Sources, TheLastWordFoundCounts) {
   EXPECT_EQ(provinceOf(u"广东11选5"), u"gd"_s);
   EXPECT_EQ(provinceOf(u"广东与甘肃"), u"gs"_s);

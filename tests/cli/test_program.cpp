@@ -93,7 +93,7 @@ TEST_F(Program, ACommandWithoutItsSecondWordIsTold) {
     const auto outcome = cli.call(words);
     EXPECT_EQ(outcome.status, exitUsage);
     EXPECT_EQ(outcome.err.section(u'\n', 0, 0), u"命令 %1 没有这种用法。"_s.arg(words.first()));
-    EXPECT_EQ(outcome.err.count(u'\n'), 7);  // one line for each of the six ways
+    EXPECT_EQ(outcome.err.count(u'\n'), 9);  // one line for each of the six ways
   }
   EXPECT_EQ(cli.call({u"pick"_s}).err.section(u'\n', 0, 0), u"缺少参数 NUMBER。"_s);
 }
@@ -265,6 +265,8 @@ history clear
 history import FILE [--clear]
 history export FILE
 history derive FROM TO
+history page FILE --date YYYY-MM-DD
+history update
 game list
 game use N
 game source

@@ -149,6 +149,34 @@ TEST_F(WindowScreensTest, AnEmptyHistoryOffersTheGames) {
   }});
   start(quick);
   EXPECT_EQ(startup->workspace().gConn.value("test", "SELECT 序号 FROM 彩票类型 WHERE 使用 = 1"), 1);
+  // What the form has left is done once the start is over: the draws of the game are read, here without an address.
+  const auto updates = [this] { return ports.boxTexts().filter(u"还没有设置下载开奖数据的网址"_s).size(); };
+  EXPECT_EQ(updates(), 0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return updates() > 0; }));
+  QTest::qWait(50);
+  EXPECT_EQ(updates(), 1);
+  EXPECT_TRUE(screens.window()->close());
+}
+
+TEST_F(WindowScreensTest, AShutChoiceOfTheGameReadsNoDraws) {
+  {
+    Workspace workspace(folders, {&quick, {}});
+    workspace.gConn.execute("test", "UPDATE 用户模式 SET 模式 = 1");
+    workspace.close();
+  }
+  inForms({[](QWidget& form) {
+    EXPECT_EQ(form.findChildren<QRadioButton*>(), [&] {
+      QList<QRadioButton*> unchecked;
+      for (QRadioButton* option : form.findChildren<QRadioButton*>())
+        if (!option->isChecked())
+          unchecked << option;
+      return unchecked;
+    }());
+    QTest::keyClick(&form, Qt::Key_Escape);
+  }});
+  start(quick);
+  QTest::qWait(50);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"历史开奖数据库中无记录，请选择相应的开奖数据添加！"_s});
   EXPECT_TRUE(screens.window()->close());
 }
 

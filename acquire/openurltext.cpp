@@ -1,0 +1,47 @@
+#include "acquire/openurltext.h"
+
+#include <utility>
+
+#include "acquire/pagewait.h"
+
+namespace elevenfive {
+
+OpenUrlText::OpenUrlText(PageLoaderFactory loaders, int tickMs) : loaders_(std::move(loaders)) {
+  timerOpenURL_.setInterval(tickMs);
+  QObject::connect(&timerOpenURL_, &QTimer::timeout, &timerOpenURL_, [this] {
+    if (++ticked_ >= ticks)
+      done_ = true;
+  });
+}
+
+OpenUrlText::~OpenUrlText() = default;
+
+void OpenUrlText::documentComplete(bool topLevel) {
+  if (topLevel && !done_ && !webBrowserOpenURL_->bodyText().trimmed().isEmpty())
+    done_ = true;
+}
+
+QString OpenUrlText::openUrlText(const QUrl& url, bool asText) {
+  if (std::exchange(running_, true))
+    return {};
+  if (!webBrowserOpenURL_) {
+    webBrowserOpenURL_ = loaders_();
+    webBrowserOpenURL_->documentComplete = [this](bool topLevel) { documentComplete(topLevel); };
+  }
+  stopRequested_ = false;
+  done_ = false;
+  ticked_ = 0;
+  PageLoader& page = *webBrowserOpenURL_;
+  page.navigate(url);
+  timerOpenURL_.start();
+  runEventsUntil([&] { return done_ || stopRequested_ || !page.fault().isEmpty(); });
+  timerOpenURL_.stop();
+  QString read;
+  if (!stopRequested_)
+    read = (asText ? page.bodyText() : page.markup()).trimmed();
+  page.stop();
+  running_ = false;
+  return read;
+}
+
+}  // namespace elevenfive

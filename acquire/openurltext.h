@@ -1,0 +1,38 @@
+// The plain page reader: one page, its text or its markup, within some seconds. The detail page of a draw is read with it.
+#pragma once
+
+#include <QTimer>
+#include <QUrl>
+
+#include "acquire/pageloader.h"
+
+namespace elevenfive {
+
+class OpenUrlText final {
+ public:
+  static constexpr int ticks = 50;
+
+  /// The control, WebBrowserOpenURL, is made on first use. tickMs: between two ticks of TimerOpenURL.
+  explicit OpenUrlText(PageLoaderFactory loaders, int tickMs = 100);
+  ~OpenUrlText();
+
+  /// The trimmed text of the page, or its trimmed markup. Runs the event loop until the page has a body, or for 50 ticks; then
+  /// whatever there is by that time, empty where nothing is. A call during another gives an empty text.
+  QString openUrlText(const QUrl& url, bool asText);
+
+  /// Ends a running call, which then gives an empty text.
+  void requestStop() noexcept { stopRequested_ = true; }
+
+ private:
+  void documentComplete(bool topLevel);
+
+  PageLoaderFactory loaders_;
+  std::unique_ptr<PageLoader> webBrowserOpenURL_;
+  QTimer timerOpenURL_;
+  int ticked_ = 0;
+  bool done_ = false;
+  bool running_ = false;
+  bool stopRequested_ = false;
+};
+
+}  // namespace elevenfive

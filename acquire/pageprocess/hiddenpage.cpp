@@ -1,0 +1,159 @@
+#include "acquire/pageprocess/hiddenpage.h"
+
+#include <unistd.h>
+
+#include <QFile>
+#include <QWebEngineCertificateError>
+#include <QWebEngineDownloadRequest>
+#include <QWebEngineScript>
+#include <QWebEngineSettings>
+#include <QWebEngineUrlRequestInterceptor>
+
+#include "acquire/pagerules.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int memoryWatchMs = 250;
+constexpr qint64 mostRendererBytes = qint64{1} << 30;
+
+/// Longer texts are cut, in characters: a page of 100 draws has some thousands.
+constexpr int longestText = 16'000'000;
+
+constexpr QWebEngineSettings::WebAttribute switchedOff[] = {
+    QWebEngineSettings::AutoLoadImages,
+    QWebEngineSettings::JavascriptCanOpenWindows,
+    QWebEngineSettings::JavascriptCanAccessClipboard,
+    QWebEngineSettings::LocalContentCanAccessRemoteUrls,
+    QWebEngineSettings::LocalContentCanAccessFileUrls,
+    QWebEngineSettings::PluginsEnabled,
+    QWebEngineSettings::PdfViewerEnabled,
+    QWebEngineSettings::FullScreenSupportEnabled,
+    QWebEngineSettings::ScreenCaptureEnabled,
+    QWebEngineSettings::WebGLEnabled,
+    QWebEngineSettings::Accelerated2dCanvasEnabled,
+    QWebEngineSettings::AutoLoadIconsForPage,
+    QWebEngineSettings::DnsPrefetchEnabled,
+    QWebEngineSettings::HyperlinkAuditingEnabled,
+    QWebEngineSettings::AllowRunningInsecureContent,
+    QWebEngineSettings::ErrorPageEnabled,
+};
+
+FetchKind kindOf(const QWebEngineUrlRequestInfo& info) {
+  switch (info.resourceType()) {
+    case QWebEngineUrlRequestInfo::ResourceTypeMainFrame:
+      // A link that saves what it leads to is asked of nobody else.
+      return info.navigationType() == QWebEngineUrlRequestInfo::NavigationTypeLink ? FetchKind::other
+                                                                                   : FetchKind::document;
+    case QWebEngineUrlRequestInfo::ResourceTypeSubFrame:
+      return FetchKind::frame;
+    case QWebEngineUrlRequestInfo::ResourceTypeStylesheet:
+    case QWebEngineUrlRequestInfo::ResourceTypeScript:
+    case QWebEngineUrlRequestInfo::ResourceTypeXhr:
+      return FetchKind::buildsText;
+    default:
+      return FetchKind::other;
+  }
+}
+
+class RequestGate final : public QWebEngineUrlRequestInterceptor {
+ public:
+  RequestGate(const QUrl& asked, QObject* parent) : QWebEngineUrlRequestInterceptor(parent), asked_(asked) {}
+
+  void interceptRequest(QWebEngineUrlRequestInfo& info) override {
+    const QUrl address = info.requestUrl();
+    if (address.scheme() == u"data"_s || address.scheme() == u"about"_s)
+      return;
+    info.block(!mayFetch(asked_, address, kindOf(info)));
+  }
+
+ private:
+  QUrl asked_;
+};
+
+LeaveKind leaveKindOf(QWebEnginePage::NavigationType type) {
+  switch (type) {
+    case QWebEnginePage::NavigationTypeTyped:
+      return LeaveKind::asked;
+    case QWebEnginePage::NavigationTypeRedirect:
+      return LeaveKind::redirect;
+    case QWebEnginePage::NavigationTypeOther:
+      return LeaveKind::script;
+    default:
+      return LeaveKind::person;
+  }
+}
+
+qint64 residentBytes(qint64 process) {
+  QFile file(u"/proc/%1/statm"_s.arg(process));
+  if (process <= 0 || !file.open(QIODevice::ReadOnly))
+    return 0;
+  const QList<QByteArray> fields = file.readAll().split(' ');
+  return fields.size() < 2 ? 0 : fields[1].toLongLong() * sysconf(_SC_PAGESIZE);
+}
+
+}  // namespace
+
+HiddenProfile::HiddenProfile(const QUrl& asked) {
+  setHttpCacheType(QWebEngineProfile::NoCache);
+  setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
+  setSpellCheckEnabled(false);
+  setUrlRequestInterceptor(new RequestGate(asked, this));
+  QObject::connect(this, &QWebEngineProfile::downloadRequested, this,
+                   [](QWebEngineDownloadRequest* download) { download->cancel(); });
+}
+
+HiddenPage::HiddenPage(QWebEngineProfile& profile, std::function<void(const PageTold&)> tell)
+    : QWebEnginePage(&profile), tell_(std::move(tell)) {
+  for (const QWebEngineSettings::WebAttribute attribute : switchedOff)
+    settings()->setAttribute(attribute, false);
+  settings()->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
+  connect(this, &QWebEnginePage::loadFinished, this, [this] { tell_({PageTold::Kind::complete, url(), {}}); });
+  connect(this, &QWebEnginePage::renderProcessTerminated, this, [this] {
+    tell_({PageTold::Kind::fault, {}, u"网页无法读取。"_s});
+  });
+  connect(this, &QWebEnginePage::certificateError, this,
+          [](QWebEngineCertificateError error) { error.rejectCertificate(); });
+  connect(this, &QWebEnginePage::featurePermissionRequested, this, [this](const QUrl& origin, Feature feature) {
+    setFeaturePermission(origin, feature, PermissionDeniedByUser);
+  });
+  setVisible(true);  // a page that counts as hidden has its timers slowed down
+  memoryWatch_.setInterval(memoryWatchMs);
+  connect(&memoryWatch_, &QTimer::timeout, this, &HiddenPage::watchMemory);
+}
+
+void HiddenPage::navigate(const QUrl& address) {
+  asked_ = address;
+  memoryWatch_.start();
+  setUrl(address);
+}
+
+void HiddenPage::read(PagePart part) {
+  const QString expression = part == PagePart::text
+                                 ? u"document.body ? document.body.innerText : ''"_s
+                                 : u"document.documentElement ? document.documentElement.outerHTML : ''"_s;
+  runJavaScript(u"String(%1).slice(0, %2)"_s.arg(expression).arg(longestText), QWebEngineScript::ApplicationWorld,
+                [this](const QVariant& value) {
+                  tell_({PageTold::Kind::text, {}, value.toString()});
+                });
+}
+
+bool HiddenPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
+  const LeaveKind kind = leaveKindOf(type);
+  if (mayGo(asked_, url, kind, isMainFrame))
+    return true;
+  // What a script asks for is refused too, but then the page stays and can be read.
+  if (isMainFrame && kind == LeaveKind::redirect)
+    tell_({PageTold::Kind::away, url, {}});
+  return false;
+}
+
+void HiddenPage::watchMemory() {
+  if (residentBytes(renderProcessPid()) > mostRendererBytes)
+    tell_({PageTold::Kind::fault, {}, u"网页太大，无法读取。"_s});
+}
+
+}  // namespace elevenfive

@@ -1,0 +1,77 @@
+// The scan of a results page: which lines of its text are draws, and what they say.
+//
+// A line is a draw by its form alone: at least 31 characters, the last 25 of them digits, blanks, colons and hyphens. Its
+// digits give the period (eight, to which a 0 is added in the middle: 11031510 is stored as 110315010) and the five numbers.
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <QStringView>
+#include <optional>
+
+#include "history/historytable.h"
+#include "history/statuspanels.h"
+#include "model/numbers.h"
+#include "model/ports.h"
+
+namespace elevenfive {
+
+/// Stands in the text of every results page.
+inline constexpr QStringView resultsPageMark = u"11选5";
+
+/// The characters of a text whose code lies from 48 to 57.
+QString getDigits(QStringView text);
+
+/// A line that has the form of a draw.
+struct PageLine {
+  Qihao qihao = 0;              ///< 0 where the digits give none
+  std::optional<Draw> numbers;  ///< ascending; nothing where they are not five different ones of 1..11
+};
+
+/// Nothing where the line has not the form. A number above 11 counts as 11, a 0 as none.
+std::optional<PageLine> readPageLine(QStringView line);
+
+/// A page's text as it is scanned: blanks for tabs, CR LF at line ends.
+QString scanText(const QString& bodyText);
+
+/// What one scan has found so far.
+struct PageCounts {
+  int lines = 0;
+  int qualified = 0;    ///< lines with the form of a draw
+  int rowsDone = 0;     ///< of those, lines that became records
+  Qihao lowQihao = 0;   ///< smallest period stored; 0 until the first
+  Qihao highQihao = 0;  ///< largest period stored, or what it began with
+};
+
+/// Takes the lines of a page one after the other and stores the draws among them.
+class PageScan final {
+ public:
+  /// date: of every draw stored, the day of the download. lastQihao: what highQihao begins with.
+  PageScan(Store& store, const QDate& date, Qihao lastQihao);
+
+  /// The period of the line where it has the form of a draw, stored or not; nothing for any other line.
+  std::optional<Qihao> takeLine(QStringView line);
+
+  [[nodiscard]] const PageCounts& counts() const noexcept { return counts_; }
+
+ private:
+  HistoryWriter writer_;
+  QDate date_;
+  PageCounts counts_;
+};
+
+/// Told of each line with the form of a draw, with its period; false ends the scan.
+using PageLineTold = std::function<bool(Qihao)>;
+
+/// Scans a whole text, yielding after each line. What was stored before a fault stays.
+PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qihao lastQihao, Events& events,
+                    const PageLineTold& told = {});
+
+/// Derives the columns of the draws a scan has stored, in two calls: the whole range and its oldest draw alone. Nothing where
+/// none was stored. A draw with numbers out of range, from elsewhere, ends it in silence: the draws themselves are in.
+void deriveScanned(Store& store, const PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels);
+
+/// The period below the newest two, from which an update counts: 2003001 where the history is too short.
+Qihao lastQihaoForUpdate(Store& store);
+
+}  // namespace elevenfive

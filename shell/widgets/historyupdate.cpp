@@ -1,0 +1,71 @@
+#include "shell/widgets/historyupdate.h"
+
+#include <QDesktopServices>
+#include <QWidget>
+
+#include "acquire/processloader.h"
+#include "acquire/widgets/sourcesform.h"
+#include "history/widgets/historypanel.h"
+#include "model/widgets/faultbox.h"
+
+namespace elevenfive {
+
+namespace {
+
+PageLoaderFactory orProcess(PageLoaderFactory loaders) {
+  return loaders ? std::move(loaders) : processLoaders();
+}
+
+}  // namespace
+
+HistoryUpdate::HistoryUpdate(Store& gConn, HistoryPanel& panel, const Ports& ports, QWidget* window)
+    : QObject(window),
+      gConn_(gConn),
+      panel_(panel),
+      ports_(ports),
+      window_(window),
+      update_(gConn, {ports.boxes, ports.events, ports.panels, panel.derivationProgress(), *this,
+                      orProcess(ports.loaders), [](const QUrl& page) { QDesktopServices::openUrl(page); }}) {
+  connect(&panel_, &HistoryPanel::updateRequested, this, &HistoryUpdate::updateHistory);
+  connect(&ports_.busy, &BusyState::stopRequested, this, [this] { update_.requestStop(); });
+}
+
+void HistoryUpdate::updateHistory() {
+  if (ports_.busy.isBusy())
+    return;
+  QWidget* focused = window_->focusWidget();
+  withFaultBox(ports_.boxes, [this] { update_.updateHistory(); });
+  if (focused != nullptr && focused->isVisible())  // a disabled button loses the focus
+    focused->setFocus();
+}
+
+void HistoryUpdate::showSources() {
+  SourcesForm form(gConn_, ports_.boxes, orProcess(ports_.loaders), window_);
+  form.exec();
+}
+
+void HistoryUpdate::setButtonsEnabled(bool enabled) {
+  if (enabled)
+    busy_.reset();
+  else
+    busy_.emplace(ports_.busy);
+}
+
+void HistoryUpdate::selectDataMode(bool chart) {
+  panel_.selectDataMode(chart);
+}
+
+void HistoryUpdate::showNextPeriod() {
+  withFaultBox(ports_.boxes, [this] { panel_.offerNextPeriod(); });
+}
+
+void HistoryUpdate::reloadHistoryGrid() {
+  panel_.layoutHistoryGrid();
+}
+
+void HistoryUpdate::refreshViews() {
+  panel_.derivationProgress().setVisible(false);
+  Q_EMIT panel_.historyChanged();
+}
+
+}  // namespace elevenfive

@@ -1,0 +1,54 @@
+// The update from the web as the window offers it: the buttons of the history panel, the menu entry, and the form of the
+// addresses.
+#pragma once
+
+#include <QObject>
+#include <memory>
+#include <optional>
+
+#include "acquire/webupdate.h"
+#include "model/widgets/busystate.h"
+
+class QWidget;
+
+namespace elevenfive {
+
+class HistoryPanel;
+class Store;
+
+class HistoryUpdate final : public QObject, public UpdateView {
+  Q_OBJECT
+
+ public:
+  struct Ports {
+    Boxes& boxes;
+    Events& events;
+    StatusPanels& panels;
+    BusyState& busy;
+    PageLoaderFactory loaders;  ///< empty: the page process beside the program
+  };
+
+  HistoryUpdate(Store& gConn, HistoryPanel& panel, const Ports& ports, QWidget* window);
+
+  /// cmmUpdateHistory_1 and _2, mnu_AutoUpdate.
+  void updateHistory();
+
+  /// The form of the addresses.
+  void showSources();
+
+  void setButtonsEnabled(bool enabled) override;
+  void selectDataMode(bool chart) override;
+  void showNextPeriod() override;
+  void reloadHistoryGrid() override;
+  void refreshViews() override;
+
+ private:
+  Store& gConn_;
+  HistoryPanel& panel_;
+  Ports ports_;
+  QWidget* window_;
+  WebUpdate update_;
+  std::optional<BusyScope> busy_;
+};
+
+}  // namespace elevenfive

@@ -1,0 +1,236 @@
+// Draws from the web in the window: from the button to the panel that follows, and the form of the addresses.
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QTabBar>
+#include <QTimer>
+
+#include "acquire/catalogue.h"
+#include "acquire/sources.h"
+#include "acquire/webupdate.h"
+#include "acquire/widgets/sourcesform.h"
+#include "tests/shell/mainwindowtest.h"
+#include "tests/support/fakepageloader.h"
+
+namespace elevenfive {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int guangdong = 1;
+
+const QString page = u"http://gd.results.test/?op=dcjb&num=100"_s;
+const QString completed = u"下载完成！(如果没有取得最新的数据请过几分钟后重试，多试几次即可。)"_s;
+
+class HistoryUpdateTest : public MainWindowTest {
+ protected:
+  void SetUp() override {
+    Catalogue(data.store()).selectCaizong(guangdong);
+    setSourceAddress(data.store(), resultsSite.name.toString(), u"http://{province}.results.test"_s);
+    web.pages[page].texts = QStringList{
+        u"广东11选5\n11031512\t02\t01\t03\t04\t08\t03-15 17:50\n11031511\t01\t02\t03\t04\t05\t03-15 17:40"_s};
+  }
+
+  void openWindow() {
+    window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{boxes, ports, files, texts, web.loaders()});
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+  }
+
+  QPushButton& button(int index) { return the<QPushButton>(u"cmmUpdateHistory_%1"_s.arg(index)); }
+  QString panel(int index) { return the<QLabel>(u"StatusBar_%1"_s.arg(index)).text(); }
+
+  /// Does something once the window waits for the page.
+  void whileWaiting(const std::function<void()>& look, int ms = 60) { QTimer::singleShot(ms, window.get(), look); }
+
+  FakeWeb web;
+};
+
+TEST_F(HistoryUpdateTest, TheButtonsBearTheirCaptionsAndTips) {
+  openWindow();
+  EXPECT_EQ(button(1).text(), u"今日开奖"_s);
+  EXPECT_EQ(button(1).toolTip(), u"下载当天开奖数据并导入。"_s);
+  EXPECT_EQ(button(2).text(), u"历史数据"_s);
+  EXPECT_EQ(button(2).toolTip(), u"下载最近一周开奖数据并导入。"_s);
+}
+
+TEST_F(HistoryUpdateTest, NoControlIsMadeBeforeAButtonIsClicked) {
+  openWindow();
+  EXPECT_EQ(web.log, QStringList());
+}
+
+TEST_F(HistoryUpdateTest, AClickBringsTheDrawsIntoThePanel) {
+  for (const int index : {1, 2}) {
+    data.store().execute("test", "DELETE FROM 历史记录");
+    ports.boxes.clear();
+    openWindow();
+    QString gridAtBox;
+    boxes.onShow = [&] { gridAtBox = shownPeriods(); };
+    click(button(index));
+    EXPECT_EQ(ports.boxTexts(), QStringList{completed});
+    EXPECT_EQ(gridAtBox, u"110315011 110315012"_s);
+    EXPECT_EQ(shownPeriods(), u"110315011 110315012"_s);
+    EXPECT_EQ(data.rows("SELECT 和值 FROM 历史记录 ORDER BY 期号"), (QStringList{u"15"_s, u"18"_s}));
+    EXPECT_EQ(the<QLineEdit>(u"TextHistory_0"_s).text(), u"110315013"_s);
+    EXPECT_TRUE(panel(3).contains(u"※※※  110315013 期 于 "_s));
+    EXPECT_EQ(panel(2), QString());
+    EXPECT_TRUE(button(index).isEnabled());
+    EXPECT_TRUE(button(index).hasFocus());
+    EXPECT_FALSE(the<QWidget>(u"ProgressBar_TuBiao"_s).isVisible());
+  }
+}
+
+TEST_F(HistoryUpdateTest, TheMenuEntryDoesTheSameOnTheFirstPage) {
+  openWindow();
+  the<QTabBar>(u"TabStrip_Top"_s).setCurrentIndex(1);
+  triggerMenu(u"mnu_AutoUpdate"_s);
+  EXPECT_EQ(the<QTabBar>(u"TabStrip_Top"_s).currentIndex(), 0);
+  EXPECT_EQ(shownPeriods(), u"110315011 110315012"_s);
+}
+
+TEST_F(HistoryUpdateTest, WhileThePageIsWaitedForNothingElseCanStart) {
+  web.pages[page].afterMs = 500;
+  openWindow();
+  QStringList enabled;
+  QString pulse;
+  bool painted = false;
+  whileWaiting(
+      [&] {
+        for (const QString& name :
+             {u"cmmUpdateHistory_0"_s, u"cmmUpdateHistory_1"_s, u"cmmUpdateHistory_2"_s, u"newBtnHistory_3"_s,
+              u"newBtnHistory_99"_s, u"cmm_Daocu"_s, u"cmm_scls"_s, u"CmmSousuo"_s})
+          if (the<QPushButton>(name).isEnabled())
+            enabled << name;
+        click(button(1));
+        window->updateHistory();
+        pulse = panel(2);
+        painted = window->grab().width() > 0;
+      },
+      350);
+  click(button(2));
+  EXPECT_EQ(enabled, QStringList());
+  EXPECT_EQ(pulse, u"》》》》》   数据下载中   《《《《《"_s);
+  EXPECT_TRUE(painted);
+  EXPECT_EQ(web.log.filter(u"navigate"_s).size(), 1);
+}
+
+TEST_F(HistoryUpdateTest, AWishToCloseEndsTheWaitAndThenClosesTheWindow) {
+  web.pages[page].afterMs = -1;
+  openWindow();
+  QElapsedTimer waited;
+  waited.start();
+  whileWaiting([&] { window->close(); });
+  click(button(1));
+  EXPECT_LT(waited.elapsed(), 3000);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"确认要退出吗？"_s});
+}
+
+TEST_F(HistoryUpdateTest, AnAddressThatWasNeverSetIsToldWithoutALoad) {
+  setSourceAddress(data.store(), resultsSite.name.toString(), u"http://{province}.results.example"_s);
+  openWindow();
+  click(button(1));
+  EXPECT_EQ(ports.boxTexts(), QStringList{unsetAddressText()});
+  EXPECT_EQ(web.log, QStringList());
+}
+
+TEST_F(HistoryUpdateTest, APageWithoutDrawsTellsItsLinesInTheStatusBar) {
+  web.pages[page].texts = QStringList{u"广东11选5\n维护中"_s};
+  openWindow();
+  click(button(1));
+  EXPECT_EQ(panel(2), u"网页共 2 行，其中 0 行符合开奖记录的格式。"_s);
+}
+
+TEST_F(HistoryUpdateTest, AFaultOfTheTableBringsTheButtonsBack) {
+  openWindow();
+  data.store().execute("test", "DROP TABLE 彩票类型");
+  click(button(1));
+  ASSERT_EQ(ports.boxes.size(), 1U);
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::critical);
+  EXPECT_TRUE(button(1).isEnabled());
+}
+
+class SourcesFormTest : public HistoryUpdateTest {
+ protected:
+  SourcesForm& form() {
+    if (!form_) {
+      form_ = std::make_unique<SourcesForm>(data.store(), boxes, web.loaders());
+      form_->show();
+      EXPECT_TRUE(QTest::qWaitForWindowExposed(form_.get()));
+    }
+    return *form_;
+  }
+
+  QLineEdit& address(int index) { return control<QLineEdit>(form(), u"Text_dizhi_%1"_s.arg(index)); }
+  QString verdict() { return control<QLabel>(form(), u"Label_ceshi"_s).text(); }
+  void clickForm(const QString& name) { click(control<QPushButton>(form(), name)); }
+
+ private:
+  std::unique_ptr<SourcesForm> form_;
+};
+
+TEST_F(SourcesFormTest, ShowsEachAddressWithWhatItIsFor) {
+  EXPECT_EQ(address(0).accessibleName(), u"开奖网站"_s);
+  EXPECT_EQ(address(0).text(), u"http://{province}.results.test"_s);
+  EXPECT_EQ(address(2).text(), QString());
+  EXPECT_EQ(address(3).accessibleDescription(), u"一期开奖详情的网页"_s);
+}
+
+TEST_F(SourcesFormTest, ConfirmedAddressesAreStoredAndCancelledOnesAreNot) {
+  address(0).setText(u" http://{province}.new.test "_s);
+  clickForm(u"cmdOK"_s);
+  EXPECT_EQ(sourceAddress(data.store(), resultsSite.name), u"http://{province}.new.test"_s);
+  form().show();
+  address(0).setText(u"http://other.test"_s);
+  clickForm(u"cmdCancel"_s);
+  EXPECT_EQ(sourceAddress(data.store(), resultsSite.name), u"http://{province}.new.test"_s);
+}
+
+TEST_F(SourcesFormTest, ATestReadsThePageOfTheGameInUse) {
+  clickForm(u"cmm_ceshi_0"_s);
+  EXPECT_TRUE(web.log.contains(u"navigate "_s + page));
+  EXPECT_TRUE(verdict().startsWith(u"“开奖网站”：网页可以打开，共 "_s));
+}
+
+TEST_F(SourcesFormTest, ATestTellsAPageThatIsNotTheExpectedOne) {
+  web.pages[page].texts = QStringList{u"welcome"_s};
+  clickForm(u"cmm_ceshi_0"_s);
+  EXPECT_EQ(verdict(), u"“开奖网站”：网页可以打开，但不是开奖数据的网页。"_s);
+}
+
+TEST_F(SourcesFormTest, ATestTellsAnAddressThatIsNone) {
+  clickForm(u"cmm_ceshi_2"_s);
+  EXPECT_EQ(verdict(), u"地址为空。"_s);
+  address(3).setText(u"file:///etc/hostname"_s);
+  clickForm(u"cmm_ceshi_3"_s);
+  EXPECT_EQ(verdict(), u"不是可用的网址。"_s);
+  EXPECT_EQ(web.log, QStringList());
+}
+
+TEST_F(SourcesFormTest, ATestEndsWhenTheFormIsClosed) {
+  web.pages[page].afterMs = -1;
+  QTimer::singleShot(60, &form(), [this] { form().reject(); });
+  QElapsedTimer waited;
+  waited.start();
+  clickForm(u"cmm_ceshi_0"_s);
+  EXPECT_LT(waited.elapsed(), 3000);
+  EXPECT_FALSE(form().isVisible());
+}
+
+TEST_F(SourcesFormTest, TheMenuOpensTheForm) {
+  openWindow();
+  bool shown = false;
+  QTimer::singleShot(100, window.get(), [&] {
+    if (auto* open = window->findChild<SourcesForm*>(u"frmSources"_s)) {
+      shown = open->isVisible();
+      open->reject();
+    }
+  });
+  triggerMenu(u"mnu_Sources"_s);
+  EXPECT_TRUE(shown);
+}
+
+}  // namespace
+
+}  // namespace elevenfive

@@ -1,0 +1,232 @@
+// The update flow from a real server through the real page process into the store.
+#include <QElapsedTimer>
+
+#include "cli/program.h"
+#include "tests/web/webtest.h"
+
+namespace elevenfive {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int guangdong = 1;
+
+const QString completed = u"下载完成！(如果没有取得最新的数据请过几分钟后重试，多试几次即可。)"_s;
+
+struct Quiet final : UpdateView, StatusPanels {
+  QString panel;
+  void setButtonsEnabled(bool) override {}
+  void selectDataMode(bool) override {}
+  void showNextPeriod() override {}
+  void reloadHistoryGrid() override {}
+  void refreshViews() override {}
+  void setPanel(int, const QString& text) override { panel = text; }
+};
+
+/// A page whose script makes a table of these rows, each "11031510 01 02 03 04 05".
+QString tablePage(const QStringList& rows, const QString& script = u"make()"_s) {
+  return u"<html><head><meta charset=utf-8></head><body><h1>广东11选5</h1><table id=t></table><script>"
+         "const rows='%1'.split(';');"
+         "function make(){t.innerHTML='<tr><th>期号</th><th>号码</th></tr>'+rows.map(r=>'<tr>'+r.split(' "
+         "').map(c=>'<td>'+c+"
+         "'</td>').join('')+'<td>03-15 17:50</td></tr>').join('')}%2</script></body></html>"_s.arg(rows.join(u';'),
+                                                                                                   script);
+}
+
+class RealUpdate : public WebTest {
+ protected:
+  void SetUp() override {
+    WebTest::SetUp();
+    Catalogue(data.store()).selectCaizong(guangdong);
+    setSourceAddress(data.store(), resultsSite.name.toString(), server.base());
+    times.betweenReadsMs = 150;
+    times.documentSeconds = 30;
+  }
+
+  bool fetch() {
+    WebUpdate update(
+        data.store(),
+        {ports, ports, screen, ports, screen, [this] { return std::make_unique<ProcessLoader>(loader); }, {}}, times);
+    return update.updateFromWeb(QDate(2011, 3, 16), true, {}, lastQihaoForUpdate(data.store()));
+  }
+
+  int count() { return data.store().value("test", "SELECT COUNT(*) FROM 历史记录").value_or(-1); }
+
+  /// The flow gave up with its box of a page that could not be had, and the table is as it was.
+  void expectFailed() {
+    EXPECT_FALSE(fetch());
+    EXPECT_EQ(ports.boxTexts(), QStringList{failedUpdateText()});
+    EXPECT_EQ(screen.panel, QString());
+    EXPECT_EQ(count(), 0);
+  }
+
+  TestWorkspace data;
+  RecordingPorts ports;
+  Quiet screen;
+  UpdateTimes times;
+  LoaderTimes loader;
+};
+
+TEST_F(RealUpdate, AHundredDrawsInAnyOrderAreStoredAscendingAndDerived) {
+  QStringList rows;
+  for (int i = 1; i <= 100; ++i)  // 37 and 101 have no common divisor: every place comes once
+    rows << u"110315%1 11 0%2 03 10 02"_s.arg(i * 37 % 101 - 1, 2, 10, QChar(u'0')).arg(4 + i % 6);
+  server.page("/", tablePage(rows));
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(ports.boxTexts(), QStringList{completed});
+  EXPECT_EQ(count(), 100);
+  EXPECT_EQ(data.rows("SELECT COUNT(*) FROM 历史记录 WHERE 号码1 = 2 AND 号码2 = 3 AND 号码4 = 10 AND 号码5 = 11"),
+            QStringList{u"100"_s});
+  EXPECT_EQ(data.rows("SELECT COUNT(*) FROM 历史记录 WHERE 和值 IS NULL OR 期号 NOT BETWEEN 110315000 AND 110315099"),
+            QStringList{u"0"_s});
+}
+
+TEST_F(RealUpdate, TwelvesRepeatsAndRepeatedLinesGoByTheRule) {
+  server.page("/", tablePage({u"11031501 12 01 02 03 04"_s, u"11031502 12 11 02 03 04"_s, u"11031503 05 05 02 03 04"_s,
+                              u"11031504 01 02 03 04 05"_s, u"11031504 06 07 08 09 10"_s}));
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(data.rows("SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5 FROM 历史记录 ORDER BY 期号"),
+            (QStringList{u"110315001 1 2 3 4 11"_s, u"110315004 6 7 8 9 10"_s}));
+}
+
+TEST_F(RealUpdate, ATableThatAScriptFillsLaterFromItsServerIsRead) {
+  server.page("/data", u"11031501 01 02 03 04 05"_s, "text/plain");
+  server.page("/", tablePage({}, u"setTimeout(()=>fetch('/data').then(r=>r.text()).then(d=>{rows[0]=d;make()}),60)"_s));
+  times.betweenReadsMs = 600;
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(count(), 1);
+}
+
+TEST_F(RealUpdate, LinesOfOtherLayoutsAreRead) {
+  server.page("/",
+              u"<p>11选5</p><pre>11031501 01 02 03 04 05 03-15 09:00\n11031502 01 02 03 04 06 03-15 09:10</pre>"
+              "<div>11031503 01 02 03 04 07 03-15 09:20</div><ul><li>11031504 01 02 03 04 08 03-15 09:30</ul>"
+              "<table><tr><td><table><tr><td>11031505</td><td>01 02 03 04 09</td><td>03-15 09:40</td></tr></table>"
+              "</td></tr></table>"_s);
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(data.rows("SELECT 期号 FROM 历史记录 ORDER BY 期号"),
+            (QStringList{u"110315001"_s, u"110315002"_s, u"110315003"_s, u"110315004"_s, u"110315005"_s}));
+}
+
+TEST_F(RealUpdate, APageWithoutDrawsIsCompleteAndTellsItsLines) {
+  server.page("/", u"<p>11选5</p><p>维护中</p>"_s);
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(ports.boxTexts(), QStringList{completed});
+  EXPECT_EQ(screen.panel, u"网页共 3 行，其中 0 行符合开奖记录的格式。"_s);
+}
+
+TEST_F(RealUpdate, APageOfAHundredThousandLinesIsScannedToItsEnd) {
+  server.page("/",
+              u"<pre id=p>11选5</pre><script>let s=[];for(let i=0;i<100000;++i)s.push('line '+i);"
+              "s.push('11031501 01 02 03 04 05 03-15 09:00');p.innerText='11选5\\n'+s.join('\\n')</script>"_s);
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(count(), 1);
+}
+
+class RealUpdateStatus : public RealUpdate, public ::testing::WithParamInterface<int> {};
+
+TEST_P(RealUpdateStatus, AFaultStatusFails) {
+  const int status = GetParam();
+  server.server.Get("/", [status](const httplib::Request&, httplib::Response& r) {
+    r.status = status;
+    r.set_content("<p>no such page</p>", "text/html");
+  });
+  expectFailed();
+}
+
+INSTANTIATE_TEST_SUITE_P(Statuses, RealUpdateStatus, ::testing::Values(403, 404, 416, 500));
+
+TEST_F(RealUpdate, AServerThatIsNotThereFails) {
+  setSourceAddress(data.store(), resultsSite.name.toString(), u"http://127.0.0.1:9"_s);
+  expectFailed();
+}
+
+TEST_F(RealUpdate, AServerThatHangsIsGivenUp) {
+  server.server.Get("/", [this](const httplib::Request&, httplib::Response&) { server.hang(); });
+  times.documentSeconds = 2;
+  loader.readMs = 500;
+  expectFailed();
+}
+
+TEST_F(RealUpdate, ABodyThatNeverEndsIsGivenUp) {
+  server.server.Get("/", [](const httplib::Request&, httplib::Response& r) {
+    r.set_chunked_content_provider("text/html", [](std::size_t, httplib::DataSink& sink) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(2));
+      return sink.write("<p>and so on</p>\n", 17);
+    });
+  });
+  times.documentSeconds = 2;
+  loader.readMs = 1000;
+  expectFailed();
+}
+
+TEST_F(RealUpdate, ABodyOfFiveAnnouncedGigabytesIsGivenUp) {
+  server.server.Get("/", [this](const httplib::Request&, httplib::Response& r) {
+    r.set_content_provider(5'000'000'000, "text/html",
+                           [this](std::size_t offset, std::size_t, httplib::DataSink& sink) {
+                             if (offset == 0)
+                               return sink.write("<p>11", 5);
+                             server.hang();
+                             return false;
+                           });
+  });
+  times.documentSeconds = 2;
+  loader.readMs = 500;
+  expectFailed();
+}
+
+TEST_F(RealUpdate, AConnectionClosedEarlyEndsWithWhatHasCome) {
+  const std::string begun = tablePage({u"11031501 01 02 03 04 05"_s}).toStdString();
+  server.server.Get("/", [begun](const httplib::Request&, httplib::Response& r) {
+    r.set_content_provider(100'000, "text/html", [begun](std::size_t offset, std::size_t, httplib::DataSink& sink) {
+      return offset == 0 && sink.write(begun.data(), begun.size());
+    });
+  });
+  fetch();  // the engine may show what came or nothing: the table holds whole rows either way
+  EXPECT_EQ(ports.boxes.size(), 1U);
+  EXPECT_EQ(count(), data.store().value("test", "SELECT COUNT(*) FROM 历史记录 WHERE 和值 = 15"));
+}
+
+TEST_F(RealUpdate, AScriptThatNeverEndsIsGivenUp) {
+  server.page("/", u"11选5<script>for(;;)alert(1)</script>"_s);
+  times.documentSeconds = 2;
+  loader.readMs = 300;
+  expectFailed();
+}
+
+TEST_F(RealUpdate, ARedirectAwayFromTheSiteIsNotFollowed) {
+  WebServer elsewhere;
+  elsewhere.page("/", tablePage({u"11031501 01 02 03 04 05"_s}));
+  const std::string away = elsewhere.url(u"/"_s).toString().toStdString();
+  server.server.Get("/", [away](const httplib::Request&, httplib::Response& r) { r.set_redirect(away); });
+  EXPECT_FALSE(fetch());
+  EXPECT_EQ(elsewhere.log(), QStringList());
+  EXPECT_EQ(count(), 0);
+  EXPECT_EQ(ports.boxes.size(), 0U);
+  EXPECT_EQ(screen.panel, u"网页被转到其它网站（127.0.0.1），没有读取。"_s);
+}
+
+TEST_F(RealUpdate, TheCompanionUpdatesTheHistory) {
+  server.page("/", tablePage({u"11031502 01 02 03 04 06"_s, u"11031501 01 02 03 04 05"_s}));
+  QTemporaryDir folder;
+  std::istringstream in;
+  std::ostringstream out;
+  std::ostringstream err;
+  const auto call = [&](const QStringList& words) {
+    out.str({});
+    err.str({});
+    return runProgram(QStringList{u"--folder"_s, folder.path(), u"--temp"_s, folder.path()} + words, {in, out, err});
+  };
+  ASSERT_EQ(call({u"init"_s}), 0);
+  ASSERT_EQ(call({u"source"_s, u"set"_s, u"开奖网站"_s, server.base()}), 0);
+  EXPECT_EQ(call({u"history"_s, u"update"_s}), 0);
+  EXPECT_EQ(out.str(),
+            "数据下载中：   正在下载 110315002 期的数据。。。\n数据下载中：   正在下载 110315001 期的数据。。。\n"
+            "   正在统计 110315002 期号码的温度值。。。。。。  \n");
+  EXPECT_EQ(err.str(), "[info] elevenfive 11选5: " + completed.toStdString() + "\n");
+  ASSERT_EQ(call({u"sql"_s, u"SELECT 期号, 和值 FROM 历史记录 ORDER BY 期号"_s}), 0);
+  EXPECT_EQ(out.str(), "期号\t和值\n110315001\t15\n110315002\t16\n");
+}
+
+}  // namespace
+}  // namespace elevenfive
