@@ -3,19 +3,19 @@
 // machine disturb least, the ratio, the longest time between two yields (by the clock on the wall) and the peak of memory.
 //
 //   bench_history [DRAWS]     default 100000
-#include <sqlite3.h>
 #include <sys/resource.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
-#include <random>
 #include <stdexcept>
+#include <vector>
 
+#include "bench/baresqlite.h"
+#include "bench/measure.h"
+#include "bench/synthetichistory.h"
 #include "history/attributes.h"
 #include "history/historytable.h"
 #include "history/miss.h"
@@ -32,23 +32,17 @@ using namespace Qt::StringLiterals;
 constexpr int mostForTheFloor = 300000;  ///< it keeps all cells in memory
 
 /// Measures processor time.
-class Stopwatch final {
+class ProcessorTimer final {
  public:
-  void start() { begun_ = now(); }
-  [[nodiscard]] double milliseconds() const { return now() - begun_; }
+  void start() { begun_ = processorMilliseconds(); }
+  [[nodiscard]] double milliseconds() const { return processorMilliseconds() - begun_; }
 
  private:
-  static double now() {
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-  }
-
-  double begun_ = now();
+  double begun_ = processorMilliseconds();
 };
 
 struct Quiet final : Boxes, Progress, Events, LineProgress, StatusPanels {
-  Stopwatch sinceStart;
+  ProcessorTimer sinceStart;
   std::vector<double> phaseEnds;  ///< of the lines and of the derivation
   QElapsedTimer sinceYield;
   qint64 longestStall = 0;
@@ -73,36 +67,68 @@ struct Quiet final : Boxes, Progress, Events, LineProgress, StatusPanels {
   }
 };
 
-/// Random draws, ten a day from 2007 on, as an export writes them.
-void writeHistory(const QString& path, int draws) {
-  std::mt19937 random(20070101);
-  QFile file(path);
-  if (!file.open(QIODevice::WriteOnly))
-    throw std::runtime_error("cannot write the synthetic history");
-  QDate date(2007, 1, 1);
-  std::array<int, numberCount> numbers{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
-  for (int i = 0; i < draws; ++i) {
-    if (i % 10 == 0 && i > 0)
-      date = date.addDays(1);
-    std::shuffle(numbers.begin(), numbers.end(), random);
-    QByteArray line = date.toString(u"yyMMdd"_s).toLatin1() + (i % 10 < 9 ? "0" : "") + QByteArray::number(i % 10 + 1);
-    for (std::size_t n = 0; n < drawSize; ++n)
-      line += (numbers[n] < 10 ? " 0" : " ") + QByteArray::number(numbers[n]);
-    file.write(line + "\r\n");
+struct Cell {
+  bool isText;
+  int number;
+  QByteArray text;
+};
+
+/// The draws of a store and their derived cells, in the order of their periods.
+struct StoredCells {
+  std::vector<std::array<int, 6>> draws;
+  std::vector<std::vector<Cell>> derived;
+};
+
+StoredCells readCells(const QString& path, const QByteArrayList& derivedNames) {
+  BareSqlite source(path);
+  const BareSqlite::Prepared prepared = source.prepared("SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5, " +
+                                                        derivedNames.join(", ") + " FROM 历史记录 ORDER BY 期号");
+  sqlite3_stmt* read = prepared.get();
+  const int columns = sqlite3_column_count(read);
+  StoredCells stored;
+  while (sqlite3_step(read) == SQLITE_ROW) {
+    auto& draw = stored.draws.emplace_back();
+    for (int c = 0; c < 6; ++c)
+      draw[static_cast<std::size_t>(c)] = sqlite3_column_int(read, c);
+    auto& cells = stored.derived.emplace_back();
+    for (int c = 6; c < columns; ++c) {
+      const bool isText = sqlite3_column_type(read, c) == SQLITE_TEXT;
+      cells.push_back(
+          {isText, isText ? 0 : sqlite3_column_int(read, c),
+           isText ? QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(read, c))) : QByteArray()});
+    }
+  }
+  return stored;
+}
+
+void insertDraws(BareSqlite& db, const StoredCells& stored) {
+  const BareSqlite::Prepared insert = db.prepared(
+      "INSERT INTO 历史记录 (期号, 开奖日期, 号码1, 号码2, 号码3, 号码4, 号码5, 已完成)"
+      " VALUES (?, ?, ?, ?, ?, ?, ?, 'Y')");
+  for (const auto& draw : stored.draws) {
+    sqlite3_bind_int(insert.get(), 1, draw[0]);
+    sqlite3_bind_double(insert.get(), 2, 46000.0);
+    for (int c = 1; c < 6; ++c)
+      sqlite3_bind_int(insert.get(), c + 2, draw[static_cast<std::size_t>(c)]);
+    BareSqlite::step(insert);
   }
 }
 
-sqlite3_stmt* prepared(sqlite3* db, const QByteArray& sql) {
-  sqlite3_stmt* statement = nullptr;
-  if (sqlite3_prepare_v2(db, sql.constData(), -1, &statement, nullptr) != SQLITE_OK)
-    throw std::runtime_error(sqlite3_errmsg(db));
-  return statement;
-}
-
-void step(sqlite3_stmt* statement) {
-  if (sqlite3_step(statement) != SQLITE_DONE)
-    throw std::runtime_error("the floor's statement failed");
-  sqlite3_reset(statement);
+void updateDerived(BareSqlite& db, const StoredCells& stored, const QByteArrayList& derivedNames) {
+  const BareSqlite::Prepared update =
+      db.prepared("UPDATE 历史记录 SET " + derivedNames.join(" = ?, ") + " = ? WHERE 期号 = ?");
+  for (std::size_t r = 1; r < stored.draws.size(); ++r) {
+    int parameter = 0;
+    for (const Cell& cell : stored.derived[r]) {
+      if (cell.isText)
+        sqlite3_bind_text(update.get(), ++parameter, cell.text.constData(), static_cast<int>(cell.text.size()),
+                          SQLITE_STATIC);
+      else
+        sqlite3_bind_int(update.get(), ++parameter, cell.number);
+    }
+    sqlite3_bind_int(update.get(), ++parameter, stored.draws[r][0]);
+    BareSqlite::step(update);
+  }
 }
 
 /// Inserts the eight cells of a stored draw and updates its derived ones, with one transaction each. The values come from
@@ -111,66 +137,15 @@ double floorMilliseconds(const QString& filled, const QString& path) {
   QByteArrayList names{"温度值5", "温度值10"};
   for (const DerivedColumn& column : derivedColumns())
     names << column.name.toUtf8();
-  struct Cell {
-    bool isText;
-    int number;
-    QByteArray text;
-  };
-  std::vector<std::array<int, 6>> draws;
-  std::vector<std::vector<Cell>> derived;
-  sqlite3* source = nullptr;
-  sqlite3_open(filled.toUtf8().constData(), &source);
-  sqlite3_stmt* read = prepared(
-      source, "SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5, " + names.join(", ") + " FROM 历史记录 ORDER BY 期号");
-  const int columns = sqlite3_column_count(read);
-  while (sqlite3_step(read) == SQLITE_ROW) {
-    auto& draw = draws.emplace_back();
-    for (int c = 0; c < 6; ++c)
-      draw[static_cast<std::size_t>(c)] = sqlite3_column_int(read, c);
-    auto& cells = derived.emplace_back();
-    for (int c = 6; c < columns; ++c) {
-      const bool isText = sqlite3_column_type(read, c) == SQLITE_TEXT;
-      cells.push_back(
-          {isText, isText ? 0 : sqlite3_column_int(read, c),
-           isText ? QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(read, c))) : QByteArray()});
-    }
-  }
-  sqlite3_finalize(read);
-  sqlite3_close(source);
+  const StoredCells stored = readCells(filled, names);
 
-  Stopwatch timer;
-  sqlite3* db = nullptr;
-  sqlite3_open(path.toUtf8().constData(), &db);
-  sqlite3_exec(db, "PRAGMA journal_mode = TRUNCATE; PRAGMA synchronous = OFF; PRAGMA cache_size = -16000; BEGIN",
-               nullptr, nullptr, nullptr);
-  sqlite3_stmt* insert = prepared(db,
-                                  "INSERT INTO 历史记录 (期号, 开奖日期, 号码1, 号码2, 号码3, 号码4, 号码5, 已完成)"
-                                  " VALUES (?, ?, ?, ?, ?, ?, ?, 'Y')");
-  for (const auto& draw : draws) {
-    sqlite3_bind_int(insert, 1, draw[0]);
-    sqlite3_bind_double(insert, 2, 46000.0);
-    for (int c = 1; c < 6; ++c)
-      sqlite3_bind_int(insert, c + 2, draw[static_cast<std::size_t>(c)]);
-    step(insert);
-  }
-  sqlite3_finalize(insert);
-  sqlite3_exec(db, "COMMIT; BEGIN", nullptr, nullptr, nullptr);
-  sqlite3_stmt* update = prepared(db, "UPDATE 历史记录 SET " + names.join(" = ?, ") + " = ? WHERE 期号 = ?");
-  for (std::size_t r = 1; r < draws.size(); ++r) {
-    int parameter = 0;
-    for (const Cell& cell : derived[r]) {
-      if (cell.isText)
-        sqlite3_bind_text(update, ++parameter, cell.text.constData(), static_cast<int>(cell.text.size()),
-                          SQLITE_STATIC);
-      else
-        sqlite3_bind_int(update, ++parameter, cell.number);
-    }
-    sqlite3_bind_int(update, ++parameter, draws[r][0]);
-    step(update);
-  }
-  sqlite3_finalize(update);
-  sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
-  sqlite3_close(db);
+  const ProcessorTimer timer;
+  BareSqlite db(path);
+  db.run("BEGIN");
+  insertDraws(db, stored);
+  db.run("COMMIT; BEGIN");
+  updateDerived(db, stored, names);
+  db.run("COMMIT");
   return timer.milliseconds();
 }
 
@@ -189,7 +164,7 @@ void measure(int draws) {
   createSchema(*std::make_unique<Store>(bare, StoreAccess::create), StoreKind::main);
 
   Quiet ports;
-  Stopwatch timer;
+  ProcessorTimer timer;
   double imported = 0;
   double added = 0;
   {

@@ -3,11 +3,7 @@
 // time of a full run by the number of rows.
 //
 //   bench_run [DRAWS]     draws in the history, default 100000
-#include <sqlite3.h>
-#include <time.h>
-
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
@@ -16,6 +12,9 @@
 #include <stdexcept>
 #include <vector>
 
+#include "bench/baresqlite.h"
+#include "bench/fullrun.h"
+#include "bench/measure.h"
 #include "engine/analysis.h"
 #include "engine/matchfilter.h"
 #include "engine/pipeline.h"
@@ -31,26 +30,6 @@ using namespace Qt::StringLiterals;
 
 constexpr Qihao period = 90000000;
 constexpr int rounds = 15;
-
-struct Quiet final : Boxes, Inputs, Progress, Controls, StatusText, Events, RunView {
-  QString status;
-  Answer show(const Box&) override { return Answer::yes; }
-  QString askText(const InputBox& box) override { return box.defaultText; }
-  void setMinimum(int) override {}
-  void setMaximum(int) override {}
-  void setValue(int) override {}
-  void setVisible(bool) override {}
-  void setEnabled(ControlId, bool) override {}
-  [[nodiscard]] QString text() const override { return status; }
-  void setText(const QString& text) override { status = text; }
-  void moveCaretToEnd() override {}
-  void yield() override {}
-  void showRizhiGrid() override {}
-  [[nodiscard]] std::optional<Qihao> currentQihao() const override { return {}; }
-  [[nodiscard]] QString rongcuoTipCaption() const override { return {}; }
-  void showPickingPage() override {}
-  void setChoseNumberTip(const QString&) override {}
-};
 
 /// The cells of a row that a stage may change.
 struct Cells {
@@ -73,21 +52,11 @@ Snapshot snapshotOf(Store& store) {
 /// The same cells as the operations write, by bare calls.
 class Floor final {
  public:
-  explicit Floor(const QString& path) {
-    if (sqlite3_open(path.toUtf8().constData(), &db_) != SQLITE_OK)
-      throw std::runtime_error("cannot open the floor's database");
-    run("PRAGMA journal_mode = TRUNCATE");
-    run("PRAGMA synchronous = OFF");
-    run("PRAGMA cache_size = -16000");
-  }
-  ~Floor() { sqlite3_close(db_); }
-  Floor(const Floor&) = delete;
-  Floor& operator=(const Floor&) = delete;
+  explicit Floor(const QString& path) : db_(path) {}
 
   void expand() {
-    run("BEGIN");
-    run("DELETE FROM 日志表");
-    sqlite3_stmt* insert = prepared(
+    db_.run("BEGIN; DELETE FROM 日志表");
+    const BareSqlite::Prepared insert = db_.prepared(
         "INSERT INTO 日志表 (ID, 序号, 期号, 号码1, 号码2, 号码3, 号码4, 号码5, 过滤标记) VALUES (?, ?, ?, ?, ?, ?, ?, "
         "?, 0)");
     int id = 0;
@@ -99,77 +68,56 @@ class Floor final {
               ++id;
               step(insert, {id, id, period, a, b, c, d, e});
             }
-    sqlite3_finalize(insert);
-    run("COMMIT");
+    db_.run("COMMIT");
   }
 
   void clearMarks() {
-    run("BEGIN");
-    sqlite3_stmt* clear =
-        prepared("UPDATE 日志表 SET 过滤标记 = 0, 缩水标记 = 0, 精选标记 = 0, 临时数据 = 0 WHERE ID = ?");
+    db_.run("BEGIN");
+    const BareSqlite::Prepared clear =
+        db_.prepared("UPDATE 日志表 SET 过滤标记 = 0, 缩水标记 = 0, 精选标记 = 0, 临时数据 = 0 WHERE ID = ?");
     for (const int id : readRows())
       step(clear, {id});
-    sqlite3_finalize(clear);
-    run("COMMIT");
+    db_.run("COMMIT");
   }
 
   /// A stage: reads the rows, writes what it writes to those that stay, marks the others and deletes them.
   void stage(const Snapshot& after) {
-    run("BEGIN");
-    sqlite3_stmt* pass = prepared("UPDATE 日志表 SET 过滤标记 = ?, 序号 = ? WHERE ID = ?");
-    sqlite3_stmt* fail = prepared("UPDATE 日志表 SET 过滤标记 = -1 WHERE ID = ?");
+    db_.run("BEGIN");
+    const BareSqlite::Prepared pass = db_.prepared("UPDATE 日志表 SET 过滤标记 = ?, 序号 = ? WHERE ID = ?");
+    const BareSqlite::Prepared fail = db_.prepared("UPDATE 日志表 SET 过滤标记 = -1 WHERE ID = ?");
     for (const int id : readRows()) {
       if (const auto row = after.find(id); row != after.end())
         step(pass, {row->second.mark, row->second.xuhao, id});
       else
         step(fail, {id});
     }
-    sqlite3_finalize(pass);
-    sqlite3_finalize(fail);
-    sqlite3_stmt* remove = prepared("DELETE FROM 日志表 WHERE 期号 = ? AND 过滤标记 < 0");
-    step(remove, {period});
-    sqlite3_finalize(remove);
-    run("COMMIT");
+    step(db_.prepared("DELETE FROM 日志表 WHERE 期号 = ? AND 过滤标记 < 0"), {period});
+    db_.run("COMMIT");
   }
 
  private:
   std::vector<int> readRows() {
-    sqlite3_stmt* read = prepared(
+    const BareSqlite::Prepared read = db_.prepared(
         "SELECT ID, 序号, 号码1, 号码2, 号码3, 号码4, 号码5, 过滤标记 FROM 日志表"
         " WHERE 期号 = ? ORDER BY 序号, ID");
-    sqlite3_bind_int(read, 1, period);
+    sqlite3_bind_int(read.get(), 1, period);
     std::vector<int> ids;
-    while (sqlite3_step(read) == SQLITE_ROW) {
+    while (sqlite3_step(read.get()) == SQLITE_ROW) {
       for (int column = 1; column < 8; ++column)
-        sum_ += sqlite3_column_int(read, column);
-      ids.push_back(sqlite3_column_int(read, 0));
+        sum_ += sqlite3_column_int(read.get(), column);
+      ids.push_back(sqlite3_column_int(read.get(), 0));
     }
-    sqlite3_finalize(read);
     return ids;
   }
 
-  sqlite3_stmt* prepared(const char* sql) {
-    sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v2(db_, sql, -1, &statement, nullptr) != SQLITE_OK)
-      throw std::runtime_error(sqlite3_errmsg(db_));
-    return statement;
-  }
-
-  void step(sqlite3_stmt* statement, std::initializer_list<int> values) {
+  static void step(const BareSqlite::Prepared& statement, std::initializer_list<int> values) {
     int index = 0;
     for (const int value : values)
-      sqlite3_bind_int(statement, ++index, value);
-    if (sqlite3_step(statement) != SQLITE_DONE)
-      throw std::runtime_error(sqlite3_errmsg(db_));
-    sqlite3_reset(statement);
+      sqlite3_bind_int(statement.get(), ++index, value);
+    BareSqlite::step(statement);
   }
 
-  void run(const char* sql) {
-    if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-      throw std::runtime_error(sqlite3_errmsg(db_));
-  }
-
-  sqlite3* db_ = nullptr;
+  BareSqlite db_;
   long long sum_ = 0;  ///< of all cells read, so that reading is not optimised away
 };
 
@@ -177,7 +125,7 @@ struct Bench {
   QTemporaryDir folder;
   Workspace::Folders folders{folder.path(), folder.path()};
   std::unique_ptr<Workspace> workspace;
-  Quiet quiet;
+  QuietRun quiet;
   RunPorts ports{quiet, quiet, quiet, quiet, quiet, quiet, quiet};
   std::unique_ptr<RunDriver> driver;
 
@@ -204,17 +152,6 @@ struct Bench {
       insert.run(period - draws + i, numbers[0], numbers[1], numbers[2], numbers[3], numbers[4]);
     }
     transaction.commit();
-  }
-
-  /// Every stage in use, with values that let most rows through.
-  void useEverything() {
-    Store& store = workspace->gConn;
-    store.execute("bench", "UPDATE 过滤条件使用情况 SET 使用情况 = 1");
-    store.execute("bench", "UPDATE 过滤条件 SET VALUE = 1 WHERE ID BETWEEN 1000 AND 4599 AND ID NOT IN (3900, 3901)");
-    store.execute("bench", "UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");
-    store.execute("bench",
-                  "UPDATE 号码特性 SET 第1位 = (号码 <= 7), 第2位 = 1, 第3位 = 1, 第4位 = 1, 第5位 = (号码 > 5)");
-    store.execute("bench", "UPDATE 历史数据过滤 SET 使用状态 = 1, 最小值 = 5, 匹配值 = 5");
   }
 
   /// What the rows are after each stage that changes any.
@@ -244,39 +181,6 @@ struct Bench {
     return stages;
   }
 };
-
-/// Time by the wall and by the processor: on a busy machine the second is what the work costs.
-struct Times {
-  std::vector<double> wall;
-  std::vector<double> processor;
-};
-
-class Stopwatch final {
- public:
-  explicit Stopwatch(Times& times) : times_(times), processor_(processorNow()) { wall_.start(); }
-  ~Stopwatch() {
-    times_.wall.push_back(static_cast<double>(wall_.nsecsElapsed()) / 1e6);
-    times_.processor.push_back(processorNow() - processor_);
-  }
-  Stopwatch(const Stopwatch&) = delete;
-  Stopwatch& operator=(const Stopwatch&) = delete;
-
- private:
-  static double processorNow() {
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-  }
-
-  Times& times_;
-  QElapsedTimer wall_;
-  double processor_;
-};
-
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
 
 /// Measures the operations and the floor in turn, so that both see the same machine.
 void compare(Bench& bench, const char* name) {
@@ -343,7 +247,7 @@ int main(int argc, char** argv) {
     Bench bench(argc > 1 ? std::max(100, std::atoi(argv[1])) : 100000);
     compare(bench, "factory conditions");  // goal: at most 3 times the floor, under 30 ms
     measureRefine(bench);
-    bench.useEverything();
+    useEverything(bench.workspace->gConn);
     compare(bench, "everything in use");  // goal: at most 3 times the floor, under 80 ms
     measureGrowth(bench);
   } catch (const std::exception& fault) {

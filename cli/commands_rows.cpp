@@ -57,7 +57,7 @@ void requireFilePeriod(Session& session, const QString& typed) {
 
 Action prepareRowsExport(const Arguments& arguments) {
   ExportSettings settings;
-  settings.period = boxNumberOf(arguments, u"QIHAO"_s);
+  settings.period = fieldNumberOf(arguments, u"QIHAO"_s);
   if (arguments.has(u"--fields"_s))
     setFields(settings, arguments.text(u"--fields"_s));
   if (arguments.has(u"--separator"_s))
@@ -74,7 +74,7 @@ Action prepareRowsExport(const Arguments& arguments) {
 
 Action prepareRowsImport(const Arguments& arguments) {
   ImportSettings settings;
-  settings.period = boxNumberOf(arguments, u"QIHAO"_s);
+  settings.period = fieldNumberOf(arguments, u"QIHAO"_s);
   settings.format = static_cast<ImportFormat>(numberOf(arguments, u"--format"_s));
   const Answer keep = arguments.has(u"--keep"_s) ? Answer::yes : Answer::no;
   const QString path = pathOf(arguments, u"FILE"_s);
@@ -101,7 +101,8 @@ constexpr Command commands[] = {
      u"QIHAO has 8 or 9 digits"},
     {u"rows import FILE QIHAO --format 0|1|2 [--keep]", u"导入 (0 只有号码, 1 期号＋号码, 2 序号＋号码)",
      u"status text", prepareRowsImport,
-     u"QIHAO has 8 or 9 digits, with format 1 any number; --keep: the old rows stay"},
+     u"QIHAO has 8 or 9 digits, with format 1 any number (0: the period that the dialog offers); --keep: the old rows "
+     u"stay"},
     {u"rows delete", u"删除", u"status text", prepareRowsDelete},
 };
 

@@ -6,6 +6,7 @@
 #include "cli/runclick.h"
 #include "cli/session.h"
 #include "cli/values.h"
+#include "model/texts.h"
 
 namespace elevenfive {
 
@@ -13,49 +14,38 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// A click with the period 0 does nothing that was asked for, and 第一步 empties 日志表 all the same; a command says so first.
-void requirePeriod(const QString& period) {
-  if (period == u"0"_s)
-    throw MissingData(u"期号应大于 0，没有改动。"_s);
-}
-
 Action prepareExpand(const Arguments& arguments) {
-  const QString period = QString::number(boxNumberOf(arguments, u"QIHAO"_s));
-  return [period](Session& session) {
-    requirePeriod(period);
-    clickRunButton(session, buttonExpand, {period});
-  };
+  const QString period = typedNumber(arguments, u"QIHAO"_s);
+  return [period](Session& session) { clickRunButton(session, buttonExpand, {period}); };
 }
 
 Action prepareRun(const Arguments& arguments) {
-  const QString period = QString::number(boxNumberOf(arguments, u"QIHAO"_s));
+  const QString period = typedNumber(arguments, u"QIHAO"_s);
   const QString option = u"--tolerance"_s;
-  const QString tolerance = QString::number(arguments.has(option) ? boxNumberOf(arguments, option) : 0);
-  return [period, tolerance](Session& session) {
-    requirePeriod(period);
-    clickRunButton(session, buttonRun, {period, tolerance});
-  };
+  const QString tolerance = arguments.has(option) ? typedNumber(arguments, option) : u"0"_s;
+  return [period, tolerance](Session& session) { clickRunButton(session, buttonRun, {period, tolerance}); };
 }
 
 Action prepareRefine(const Arguments& arguments) {
-  const QString period = QString::number(boxNumberOf(arguments, u"QIHAO"_s));
-  const QString count = QString::number(boxNumberOf(arguments, u"COUNT"_s));
-  return [period, count](Session& session) {
-    if (count == u"0"_s)
-      throw MissingData(u"要精选的注数应大于 0，没有改动。"_s);
-    clickRunButton(session, buttonRefine, {period, count}, u"精选号码完成！"_s);
+  const QString period = typedNumber(arguments, u"QIHAO"_s);
+  const QString count = typedNumber(arguments, u"COUNT"_s);
+  // A count of 0 asks for nothing, and the button then says nothing either.
+  const std::optional<QString> success =
+      inputNumber(count) > 0 ? std::optional<QString>(u"精选号码完成！"_s) : std::nullopt;
+  return [period, count, success](Session& session) {
+    clickRunButton(session, buttonRefine, {period, count}, success);
   };
 }
 
 Action prepareCheck(const Arguments& arguments) {
-  const QString period = QString::number(boxNumberOf(arguments, u"QIHAO"_s));
+  const QString period = typedNumber(arguments, u"QIHAO"_s);
   return [period](Session& session) {
     clickRunButton(session, buttonCheck, {period}, u"开奖核对完成,结果请查看右边的操作提示！"_s);
   };
 }
 
 constexpr Command commands[] = {
-    {u"expand QIHAO", u"button 第一步：初始化", u"status text", prepareExpand},
+    {u"expand QIHAO", u"button 第一步：初始化", u"status text", prepareExpand, u"with 0 日志表 is emptied alone"},
     {u"run QIHAO [--tolerance T]", u"button 第二步：过滤缩水", u"status text", prepareRun,
      u"a period without rows is no failure: the status text says so"},
     {u"refine QIHAO COUNT", u"button 精选号码", u"status text", prepareRefine},
@@ -70,7 +60,9 @@ bool ResultFileAnswers::askExport(ExportSettings& settings) {
 }
 
 bool ResultFileAnswers::askImport(ImportSettings& settings) {
-  settings = imported;
+  settings.format = imported.format;
+  if (imported.period > 0)  // else the period that the dialog offers stands
+    settings.period = imported.period;
   return true;
 }
 

@@ -61,7 +61,12 @@ std::vector<int> listOf(const Arguments& arguments, const QString& name, int fir
   return numbers;
 }
 
-int boxNumberOf(const Arguments& arguments, const QString& name) {
+QString typedNumber(const Arguments& arguments, const QString& name) {
+  numberOf(arguments, name);
+  return arguments.text(name);
+}
+
+int fieldNumberOf(const Arguments& arguments, const QString& name) {
   constexpr int nineDigits = 999999999;
   return numberOf(arguments, name, 0, nineDigits);
 }

@@ -31,8 +31,11 @@ int numberOf(const Arguments& arguments, const QString& name, int first, int las
 /// The argument as a list of different numbers of first..last, ascending: "1,5,11"; "-" is the empty list.
 std::vector<int> listOf(const Arguments& arguments, const QString& name, int first, int last);
 
-/// The argument as the period or count that an input box takes: 0 to 999999999, nine digits at most.
-int boxNumberOf(const Arguments& arguments, const QString& name);
+/// The argument as it is typed into an input box: a whole number, of which the box makes what it makes of any text.
+QString typedNumber(const Arguments& arguments, const QString& name);
+
+/// The argument as the period that a dialog's field takes: 0 to 999999999, nine digits at most.
+int fieldNumberOf(const Arguments& arguments, const QString& name);
 
 /// The argument as the path of a file; an empty one is no path.
 QString pathOf(const Arguments& arguments, const QString& name);

@@ -22,9 +22,7 @@ std::vector<Candidate> readAllRows(Store& store, Qihao period) {
                   "SELECT ID, 序号, 号码1, 号码2, 号码3, 号码4, 号码5 FROM 日志表 WHERE 期号 = ? ORDER BY ID", period);
   std::vector<Candidate> all;
   while (rows.next())
-    all.push_back({rows.integer(0),
-                   rows.integer(1),
-                   {rows.integer(2), rows.integer(3), rows.integer(4), rows.integer(5), rows.integer(6)}});
+    all.push_back(candidateAt(rows));
   return all;
 }
 

@@ -9,6 +9,12 @@ namespace elevenfive {
 
 using namespace Qt::StringLiterals;
 
+Candidate candidateAt(const Statement& rows) {
+  return {rows.integer(0),
+          rows.integer(1),
+          {rows.integer(2), rows.integer(3), rows.integer(4), rows.integer(5), rows.integer(6)}};
+}
+
 std::vector<Candidate> readCandidates(Store& store, Qihao period) {
   Statement rows = store.query("读取候选号码",
                                "SELECT ID, 序号, 号码1, 号码2, 号码3, 号码4, 号码5, 过滤标记 FROM 日志表"
@@ -16,10 +22,7 @@ std::vector<Candidate> readCandidates(Store& store, Qihao period) {
                                period);
   std::vector<Candidate> candidates;
   while (rows.next())
-    candidates.push_back({rows.integer(0),
-                          rows.integer(1),
-                          {rows.integer(2), rows.integer(3), rows.integer(4), rows.integer(5), rows.integer(6)},
-                          rows.integer(7)});
+    candidates.emplace_back(candidateAt(rows)).mark = rows.integer(7);
   return candidates;
 }
 

@@ -20,6 +20,9 @@ struct Candidate {
 /// A mark below 0 stands only for the length of one stage, which ends by deleting such rows.
 inline constexpr int deletedMark = -1;
 
+/// The row that a statement stands at, which begins with `ID`, 序号, 号码1 to 号码5; the mark is left to the reader.
+Candidate candidateAt(const Statement& rows);
+
 /// The rows of a period with 过滤标记 from 0 up, in the order of 序号; rows with equal 序号 come in the order of `ID`.
 std::vector<Candidate> readCandidates(Store& store, Qihao period);
 

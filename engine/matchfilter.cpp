@@ -90,10 +90,15 @@ class MatchPass final {
   void write() {
     StoreTransaction transaction(run_.gConn, OnFault::undo);
     CandidateWriter writer(run_.gConn);
-    for (const Compared& row : rows_)
+    SparseYield pace(run_.ports.events);
+    for (const Compared& row : rows_) {
       writer.pass(row.stored, row.mark, row.rank);
-    for (const Compared& row : gone_)
+      pace.row();
+    }
+    for (const Compared& row : gone_) {
       writer.remove(row.stored);
+      pace.row();
+    }
     transaction.commit();
   }
 

@@ -4,6 +4,7 @@
 
 #include "engine/candidates.h"
 #include "engine/conditionvalues.h"
+#include "engine/rowpass.h"
 #include "model/errors.h"
 #include "model/navigators.h"
 #include "model/store.h"
@@ -37,32 +38,12 @@ QString labelOf(int j) {
 
 /// Whether the row differs from the pattern in the buffer at some place.
 bool differs(const RunContext& run, const Candidate& row) {
-  requireNumbers(row);
   for (std::size_t place = 0; place < row.numbers.size(); ++place) {
     const int slot = run.state.tiaojianValue[place + 1];
     if (slot != anyParity && slot != row.numbers[place] % 2)
       return true;
   }
   return false;
-}
-
-/// Marks the rows until the end or a stop and deletes those that show the pattern; returns how many passed.
-int markRows(const RunContext& run, Qihao period, const std::vector<Candidate>& rows, LoopScope& loop) {
-  StoreTransaction transaction(run.gConn, OnFault::undo);
-  CandidateWriter writer(run.gConn);
-  int passes = 0;
-  for (const Candidate& row : rows) {
-    if (differs(run, row)) {
-      writer.pass(row, row.mark + 1, ++passes);
-    } else if (run.state.rongcuoValue <= 0) {
-      writer.fail(row);
-    }
-    if (!loop.nextRow())
-      break;
-  }
-  deleteMarkedCandidates(run.gConn, period);
-  transaction.commit();
-  return passes;
 }
 
 }  // namespace
@@ -84,7 +65,8 @@ int filter_Danshuang(const RunContext& run, Qihao period, int j) {
     return 0;
   LoopScope loop(run, static_cast<int>(rows.size()));
   text.tell(head + u"过滤正在进行中．．．"_s);
-  const int passes = markRows(run, period, rows, loop);
+  const int passes =
+      markRows(run, period, rows, loop, Marking::counted, [&run](const Candidate& row) { return differs(run, row); });
   if (!run.state.userStop)
     text.tell(head + pattern + statusBreak() + u"过滤后余："_s + toQuanjiaoDigits(passes) + u" 注"_s);
   return passes;

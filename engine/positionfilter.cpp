@@ -3,6 +3,7 @@
 #include "engine/candidates.h"
 #include "engine/conditionvalues.h"
 #include "engine/numbersets.h"
+#include "engine/rowpass.h"
 #include "model/store.h"
 #include "model/texts.h"
 
@@ -37,30 +38,10 @@ Places readPlaces(Store& store) {
 
 /// How many places of the row hold a number that they do not allow.
 int missesOf(const Places& places, const Candidate& row) {
-  requireNumbers(row);
   int misses = 0;
   for (std::size_t place = 0; place < row.numbers.size(); ++place)
     misses += places.refused[place][static_cast<std::size_t>(row.numbers[place])] ? 1 : 0;
   return misses;
-}
-
-int markRows(const RunContext& run, Qihao period, const std::vector<Candidate>& rows, const Places& places,
-             int tolerance, LoopScope& loop) {
-  StoreTransaction transaction(run.gConn, OnFault::undo);
-  CandidateWriter writer(run.gConn);
-  int passes = 0;
-  for (const Candidate& row : rows) {
-    if (missesOf(places, row) > tolerance) {
-      writer.fail(row);
-    } else {
-      writer.pass(row, 1, ++passes);
-    }
-    if (!loop.nextRow())
-      break;
-  }
-  deleteMarkedCandidates(run.gConn, period);
-  transaction.commit();
-  return passes;
 }
 
 }  // namespace
@@ -85,7 +66,9 @@ int filter_Dingwei(const RunContext& run, Qihao period) {
     return 0;
   LoopScope loop(run, static_cast<int>(rows.size()));
   text.tell(u"[号码定位]过滤正在进行中．．．"_s);
-  const int passes = markRows(run, period, rows, places, tolerance, loop);
+  const int passes = markRows(run, period, rows, loop, Marking::settled, [&places, tolerance](const Candidate& row) {
+    return missesOf(places, row) <= tolerance;
+  });
   if (!run.state.userStop)
     text.tell(label + u"过滤后余："_s + toQuanjiaoDigits(passes) + u" 注"_s);
   return passes;

@@ -33,10 +33,7 @@ std::vector<Candidate> readRows(Store& store, Qihao period) {
                                period);
   std::vector<Candidate> candidates;
   while (rows.next())
-    candidates.push_back({rows.integer(0),
-                          rows.integer(1),
-                          {rows.integer(2), rows.integer(3), rows.integer(4), rows.integer(5), rows.integer(6)},
-                          rows.isNull(7) ? noMark : rows.integer(7)});
+    candidates.emplace_back(candidateAt(rows)).mark = rows.isNull(7) ? noMark : rows.integer(7);
   return candidates;
 }
 
@@ -88,9 +85,12 @@ int coverAll(const RunContext& run, std::vector<Candidate>& rows, int K) {
 void writeRows(const RunContext& run, Qihao period, const std::vector<Candidate>& rows) {
   StoreTransaction transaction(run.gConn, OnFault::undo);
   Statement write = run.gConn.query("写入缩水标记", "UPDATE 日志表 SET 缩水标记 = ?, 序号 = ? WHERE ID = ?");
-  for (const Candidate& row : rows)
+  SparseYield pace(run.ports.events);
+  for (const Candidate& row : rows) {
     if (row.mark != unhandled && row.mark != noMark)
       write.run(row.mark, row.xuhao, row.id);
+    pace.row();
+  }
   run.gConn.execute("删除缩水掉的号码", "DELETE FROM 日志表 WHERE 期号 = ? AND 缩水标记 < 0", period);
   transaction.commit();
 }

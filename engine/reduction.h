@@ -18,7 +18,8 @@ inline constexpr int noReductionType = 5;
 /// The caption of a type from 3 to 7.
 QStringView reductionCaption(int type);
 
-/// Throws MissingData where a type is below 3, as after a clearing of all conditions.
+/// Throws MissingData where a type is below 3, which no screen can choose: only a condition file from elsewhere, or a value
+/// written by the companion, holds it.
 void requireReductionType(int type);
 
 /// Reduces a period's rows with type K and returns how many rows are kept. After a stop the rows not reached stay as they are.

@@ -1,7 +1,9 @@
 // Result rows to and from text files: the buttons 导出 and 导入.
 //
 // A file that goes out takes the place of an older one only when it is complete. What comes in is not sorted: a row keeps the
-// order of its line, and a run works on it as it stands. Faults of a file throw FileError, with the table as it was.
+// order of its line, and a run works on it as it stands. Faults of a file throw FileError, those of the table StoreError. A file
+// that cannot be opened leaves the table as it was; after a later fault no row of the file stands in it, but rows that were not
+// to be kept are gone, since they go before the dialog comes.
 #pragma once
 
 #include <QString>

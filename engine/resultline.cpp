@@ -17,6 +17,15 @@ bool isDigit(QChar ch) {
   return ch >= u'0' && ch <= u'9';
 }
 
+/// The text without the blanks at its ends; a full-width blank or a tab is a separator like others and stays.
+QStringView withoutBlanksAround(QStringView text) {
+  while (text.startsWith(u' '))
+    text = text.sliced(1);
+  while (text.endsWith(u' '))
+    text.chop(1);
+  return text;
+}
+
 /// Reads runs of digits one after the other.
 class DigitRuns final {
  public:
@@ -57,7 +66,7 @@ QString exportLine(const ExportSettings& settings, int xuhao, Qihao qihao, const
 }
 
 std::optional<Draw> importedNumbers(QStringView line, ImportFormat format) {
-  line = line.trimmed();
+  line = withoutBlanksAround(line);
   const bool withPeriod = format == ImportFormat::qihaoHaoma;
   if (line.size() < (withPeriod ? shortestLineWithPeriod : shortestLine))
     return std::nullopt;

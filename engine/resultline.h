@@ -30,8 +30,10 @@ enum class ImportFormat {
 };
 
 /// The five numbers of a line, in its order and as they stand there; nothing where the line is too short for its format or
-/// holds fewer than five. Digits form numbers, all else separates them. A line with a number above 255, which no row can hold,
-/// gives nothing either.
+/// holds fewer than five. Digits form numbers, all else separates them, so the field in front that a format drops is the first
+/// run of digits: "11031510期 01 ...", "3、01 ..." and "3:01 ..." lose no number. A line of the format with periods must begin with a
+/// digit. Blanks around a line do not count for its length, other separators do. A line with a number above 255, which no row can
+/// hold, gives nothing either.
 std::optional<Draw> importedNumbers(QStringView line, ImportFormat format);
 
 }  // namespace elevenfive

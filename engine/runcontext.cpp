@@ -16,17 +16,19 @@ PanelHold::~PanelHold() {
     run_.ports.controls.setEnabled(ControlId::Pic_subTouZhu, true);
 }
 
-LoopScope::LoopScope(const RunContext& run, int maximum) : run_(run), hold_(run) {
+LoopScope::LoopScope(const RunContext& run, int maximum, StopButton stopButton) : run_(run), hold_(run) {
   restart(maximum);
-  show();
+  run_.ports.progress.setVisible(true);
+  if (stopButton == StopButton::atOnce)
+    allowStop();
 }
 
 LoopScope::LoopScope(const RunContext& run) : run_(run), hold_(run) {
-  show();
+  run_.ports.progress.setVisible(true);
+  allowStop();
 }
 
-void LoopScope::show() {
-  run_.ports.progress.setVisible(true);
+void LoopScope::allowStop() {
   run_.ports.controls.setEnabled(ControlId::cmm_stop, true);
 }
 

@@ -30,14 +30,21 @@ class PanelHold final {
   RunContext run_;
 };
 
+/// When the stop button of a loop is enabled: at once, or later by allowStop.
+enum class StopButton { atOnce, later };
+
 /// A loop over rows in progress: the bar stands from 0 to maximum and is visible, the panel is disabled and the stop button
 /// enabled. Leaving the scope, also by a fault, takes all three back.
 class LoopScope final {
  public:
-  LoopScope(const RunContext& run, int maximum);
+  LoopScope(const RunContext& run, int maximum, StopButton stopButton = StopButton::atOnce);
   /// Shows the bar as it stands; restart gives it its ends once there is something to walk over.
   explicit LoopScope(const RunContext& run);
   ~LoopScope();
+
+  /// Enables the stop button of a loop that has shown its bar before there was anything to stop.
+  void allowStop();
+
   LoopScope(const LoopScope&) = delete;
   LoopScope& operator=(const LoopScope&) = delete;
 
@@ -54,12 +61,28 @@ class LoopScope final {
   void restart(int maximum);
 
  private:
-  void show();
-
   RunContext run_;
   PanelHold hold_;
   int done_ = 0;
   int maximum_ = 0;
+};
+
+/// Lets waiting events run now and then while rows are written about which all is decided: a stop that comes then is seen, and
+/// the writing goes on to its end.
+class SparseYield final {
+ public:
+  explicit SparseYield(Events& events) : events_(events) {}
+
+  /// The end of one row.
+  void row() {
+    if (++rows_ % rowsBetweenYields == 0)
+      events_.yield();
+  }
+
+ private:
+  static constexpr int rowsBetweenYields = 256;
+  Events& events_;
+  int rows_ = 0;
 };
 
 /// A control that works only inside a scope, or only outside it.

@@ -2,6 +2,7 @@
 
 #include "engine/candidates.h"
 #include "engine/conditionvalues.h"
+#include "engine/rowpass.h"
 #include "model/texts.h"
 
 namespace elevenfive {
@@ -23,31 +24,10 @@ void warnOnce(const RunContext& run, const HistoryWarning& warning) {
 
 /// Whether the row's figure is among the allowed values.
 bool isAllowed(const RunContext& run, const Candidate& row, const Attribute& attribute) {
-  requireNumbers(row);
   const int figure = attribute(row.numbers);
   if (figure < 0 || static_cast<std::size_t>(figure) >= run.state.tiaojianValue.size())
     refuseRow(row);
   return run.state.tiaojianValue[static_cast<std::size_t>(figure)] >= 1;
-}
-
-/// Marks the rows until the end or a stop and deletes the failed ones; returns how many passed.
-int markRows(const RunContext& run, Qihao period, const std::vector<Candidate>& rows, const Attribute& attribute,
-             LoopScope& loop) {
-  StoreTransaction transaction(run.gConn, OnFault::undo);
-  CandidateWriter writer(run.gConn);
-  int passes = 0;
-  for (const Candidate& row : rows) {
-    if (isAllowed(run, row, attribute)) {
-      writer.pass(row, row.mark + 1, ++passes);
-    } else if (run.state.rongcuoValue <= 0) {
-      writer.fail(row);
-    }
-    if (!loop.nextRow())
-      break;
-  }
-  deleteMarkedCandidates(run.gConn, period);
-  transaction.commit();
-  return passes;
 }
 
 }  // namespace
@@ -62,12 +42,14 @@ int runStandardPass(const RunContext& run, Qihao period, const StandardStage& st
   const std::vector<Candidate> rows = readCandidates(run.gConn, period);
   if (rows.empty())
     return 0;
-  LoopScope loop(run, static_cast<int>(rows.size()));
+  LoopScope loop(run, static_cast<int>(rows.size()), StopButton::later);
   if (stage.warning)
     warnOnce(run, *stage.warning);
+  loop.allowStop();
   const Attribute attribute = stage.attribute(run, period);
   text.tell(stage.label + u"过滤正在进行中．．．"_s);
-  const int passes = markRows(run, period, rows, attribute, loop);
+  const int passes = markRows(run, period, rows, loop, Marking::counted,
+                              [&](const Candidate& row) { return isAllowed(run, row, attribute); });
   if (!run.state.userStop)
     text.tell(stage.label + u"过滤后余："_s + toQuanjiaoDigits(passes) + u" 注"_s);
   return passes;

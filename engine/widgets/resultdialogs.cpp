@@ -145,6 +145,7 @@ bool QtResultFileDialogs::askImport(ImportSettings& settings) {
   dialog.setWindowTitle(u"数 据 导 入"_s);
   auto* label = new QLabel(u"号码对应的期号："_s, &dialog);
   DigitField* period = periodField(u"Txt_FromFileQS"_s, u"号码对应的期号"_s, settings.period, &dialog);
+  label->setBuddy(period);
   auto* formats = new QGroupBox(u"文件内容格式："_s, &dialog);
   auto* choices = new QVBoxLayout(formats);
   auto* group = new QButtonGroup(&dialog);

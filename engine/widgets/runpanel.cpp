@@ -7,7 +7,9 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSplitter>
+#include <QTextCursor>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "engine/rundriver.h"
 #include "model/store.h"
@@ -58,6 +60,7 @@ RunPanel::RunPanel(Store& gConn, QWidget* parent) : QWidget(parent), bar_(new QP
   status_->setObjectName(u"TextChaoZuoTip"_s);
   status_->setAccessibleName(u"操作提示"_s);
   status_->setReadOnly(true);
+  status_->setUndoRedoEnabled(false);
   status_->setTabChangesFocus(true);
   status_->setPlaceholderText(u"先点击“第一步：初始化”，再点击“第二步：过滤缩水”。"_s);
   rongcuoTip_ = new QLabel(u"过滤条件容错：一注号码允许不符合的条件个数"_s, this);
@@ -179,7 +182,14 @@ QString RunPanel::rongcuoTipCaption() const {
 
 void RunPanel::setText(const QString& text) {
   statusText_ = text;
-  status_->setPlainText(text);
+  // Only what follows the part that stands there already is laid out again: a run tells two lines a stage.
+  const QString lines = QString(text).remove(u'\r');
+  const auto changed = std::mismatch(lines.cbegin(), lines.cend(), shownLines_.cbegin(), shownLines_.cend());
+  QTextCursor cursor(status_->document());
+  cursor.setPosition(static_cast<int>(changed.first - lines.cbegin()));
+  cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+  cursor.insertText(lines.last(lines.cend() - changed.first));
+  shownLines_ = lines;
 }
 
 void RunPanel::moveCaretToEnd() {

@@ -63,7 +63,8 @@ class RunPanel final : public QWidget, public StatusText {
   QLabel* rongcuoTip_ = nullptr;
   QLabel* count_ = nullptr;
   QString statusText_;
-  int rowHeight_ = 0;  ///< of the grid, in pixels, while no draw is marked in it
+  QString shownLines_;  ///< the same as it stands in the widget, a line feed a line end
+  int rowHeight_ = 0;   ///< of the grid, in pixels, while no draw is marked in it
 };
 
 }  // namespace elevenfive

@@ -52,6 +52,14 @@ QPushButton* addButtons(QMessageBox& box, const Box& question) {
   return yes;
 }
 
+/// Changes a bar, which would paint itself at once each time, so that it is painted by the event loop.
+template <typename Change>
+void change(QProgressBar& bar, Change&& work) {
+  bar.setUpdatesEnabled(false);
+  work();
+  bar.setUpdatesEnabled(true);
+}
+
 /// The file that was chosen in the dialog; empty where it was cancelled.
 QString chosenFile(QFileDialog& dialog, const QString& accept) {
   dialog.setLabelText(QFileDialog::LookIn, u"查找范围："_s);
@@ -108,25 +116,35 @@ QString QtFileDialogs::saveFile(const QString& title, const QString& filter, con
   return chosenFile(dialog, u"保存(&S)"_s);
 }
 
+QtProgress::QtProgress(QProgressBar& bar) : bar_(bar) {
+  hiding_.setSingleShot(true);
+  QObject::connect(&hiding_, &QTimer::timeout, &bar, &QWidget::hide);
+}
+
 void QtProgress::setMinimum(int minimum) {
-  bar_.setMinimum(minimum);
+  change(bar_, [&] { bar_.setMinimum(minimum); });
 }
 
 void QtProgress::setMaximum(int maximum) {
-  bar_.setMaximum(maximum);
+  change(bar_, [&] { bar_.setMaximum(maximum); });
 }
 
 void QtProgress::setValue(int value) {
   const bool due = !sinceShown_.isValid() || sinceShown_.elapsed() >= repaintIntervalMs;
   if (!due && value != bar_.minimum() && value != bar_.maximum())
     return;
-  bar_.setValue(value);
+  change(bar_, [&] { bar_.setValue(value); });
   sinceShown_.start();
 }
 
 void QtProgress::setVisible(bool visible) {
-  bar_.setVisible(visible);
   sinceShown_.invalidate();
+  if (!visible) {
+    hiding_.start();
+    return;
+  }
+  hiding_.stop();
+  bar_.show();
 }
 
 void QtControls::setEnabled(ControlId control, bool enabled) {

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QElapsedTimer>
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 #include <map>
 #include <optional>
@@ -47,10 +48,12 @@ class QtFileDialogs final : public FileDialogs {
   QPointer<QWidget> parent_;
 };
 
-/// A progress bar that is repainted at most every few milliseconds, whatever the number of its steps.
+/// A progress bar that is repainted at most every few milliseconds, whatever the number of its steps. It goes with the next
+/// turn of the event loop: work that hides it between two stages, and shows it again at once, neither lets it flicker nor has
+/// the whole window laid out anew each time.
 class QtProgress final : public Progress {
  public:
-  explicit QtProgress(QProgressBar& bar) : bar_(bar) {}
+  explicit QtProgress(QProgressBar& bar);
   void setMinimum(int minimum) override;
   void setMaximum(int maximum) override;
   void setValue(int value) override;
@@ -58,6 +61,7 @@ class QtProgress final : public Progress {
 
  private:
   QProgressBar& bar_;
+  QTimer hiding_;
   QElapsedTimer sinceShown_;
 };
 

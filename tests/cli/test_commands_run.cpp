@@ -127,26 +127,59 @@ TEST_F(RunCommands, RefineOfAPeriodWithoutRowsIsRefused) {
   EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 日志表"_s), u"21\n"_s);
 }
 
-TEST_F(RunCommands, RefineToNoRowsIsRefused) {
+TEST_F(RunCommands, RefineToNoRowsDoesNothingAsTheButton) {
   cli.batch(sevenNumbers + u"expand 11031512\n"_s);
-  for (const QString& count : {u"0"_s, u"00"_s}) {
+  for (const QString& count : {u"0"_s, u"00"_s, u"-3"_s}) {
     const auto outcome = cli.call({u"refine"_s, u"11031512"_s, count});
-    EXPECT_EQ(outcome.status, exitFailed);
+    EXPECT_EQ(outcome.status, exitDone) << count.toStdString();
     EXPECT_EQ(outcome.out, QString());
-    EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 要精选的注数应大于 0，没有改动。\n"_s);
+    EXPECT_EQ(outcome.err, QString());
   }
-  EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 日志表"_s), u"21\n"_s);
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*), COUNT(临时数据) FROM 日志表"_s), u"21\t0\n"_s);
 }
 
-TEST_F(RunCommands, ThePeriodZeroIsRefusedAndTheRowsStay) {
+TEST_F(RunCommands, ARunOfThePeriodZeroFindsNoRowAndSaysNothing) {
   cli.batch(sevenNumbers + u"expand 11031512\n"_s);
-  for (const QString& command : {u"expand"_s, u"run"_s}) {
-    const auto outcome = cli.call({command, u"0"_s});
-    EXPECT_EQ(outcome.status, exitFailed) << command.toStdString();
+  for (const QString& period : {u"0"_s, u"-11031512"_s}) {
+    const auto outcome = cli.call({u"run"_s, period});
+    EXPECT_EQ(outcome.status, exitDone) << period.toStdString();
     EXPECT_EQ(outcome.out, QString());
-    EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 期号应大于 0，没有改动。\n"_s);
+    EXPECT_EQ(outcome.err, QString());
   }
   EXPECT_EQ(cli.rows(u"SELECT COUNT(*), MIN(期号) FROM 日志表"_s), u"21\t11031512\n"_s);
+}
+
+TEST_F(RunCommands, AnExpansionOfThePeriodZeroEmptiesTheTable) {
+  for (const QString& period : {u"0"_s, u"-11031512"_s}) {
+    cli.batch(sevenNumbers + u"expand 11031512\n"_s);
+    const auto outcome = cli.call({u"expand"_s, period});
+    EXPECT_EQ(outcome.status, exitDone) << period.toStdString();
+    EXPECT_EQ(outcome.out, u"表格中号码全部删除已完成．\n"_s);
+    EXPECT_EQ(outcome.err, QString());
+    EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 日志表"_s), u"0\n"_s);
+  }
+}
+
+TEST_F(RunCommands, ANegativeToleranceIsReadAsZero) {
+  // With a tolerance of 0 thirteen of the 21 combinations stay, and no line tells of a tolerance.
+  const QString status = lastOutput(sevenNumbers + u"expand 11031512\nrun 11031512 --tolerance -1\n"_s);
+  EXPECT_FALSE(status.contains(u"以上条件容错"_s)) << status.toStdString();
+  EXPECT_TRUE(status.endsWith(u"\n全部过滤缩水完成,余：１３ 注\n"_s)) << status.toStdString();
+}
+
+TEST_F(RunCommands, OfAPeriodOfTenDigitsTheBoxReadsNine) {
+  cli.batch(sevenNumbers + u"expand 1103151200\n"_s);
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*), MIN(期号) FROM 日志表"_s), u"21\t110315120\n"_s);
+}
+
+TEST_F(RunCommands, AHistoryStageWarnsOnceInABatch) {
+  const auto outcome =
+      cli.batch(sevenNumbers + u"use 7 1\nexpand 11031512\nrun 11031512\nrun 11031512\nrun 11031512\n"_s);
+  EXPECT_EQ(outcome.status, exitDone) << outcome.err.toStdString();
+  EXPECT_EQ(outcome.out.count(u"[重叠号]过滤后余："_s), 3) << outcome.out.toStdString();
+  EXPECT_EQ(outcome.err.count(u"注意，本次过滤使用了[重叠号]这个过滤条件"_s), 1) << outcome.err.toStdString();
+  // The next session is another start of the program.
+  EXPECT_EQ(cli.call({u"run"_s, u"11031512"_s}).err.count(u"注意，本次过滤使用了"_s), 1);
 }
 
 TEST_F(RunCommands, CheckCountsHitsAgainstTheDraw) {
@@ -226,6 +259,50 @@ TEST_F(RunCommands, ResultFilesNeedAPeriodOfEightDigits) {
   EXPECT_EQ(cli.rows(u"SELECT 期号, 号码1, 号码5 FROM 日志表"_s), u"7\t1\t5\n"_s);
 }
 
+TEST_F(RunCommands, AFileWithPeriodsAndNoneTypedFillsThePeriodThatTheDialogOffers) {
+  cli.batch(sevenNumbers);
+  writeFile(u"in.txt"_s, "11031401 01 02 03 04 05\r\n");
+  const auto outcome = cli.call({u"rows"_s, u"import"_s, cli.path(u"in.txt"_s), u"0"_s, u"--format"_s, u"1"_s});
+  EXPECT_EQ(outcome.status, exitDone);
+  // The next period behind the one draw 11031511.
+  EXPECT_EQ(cli.rows(u"SELECT 期号, 号码1, 号码5 FROM 日志表"_s), u"11031512\t1\t5\n"_s);
+}
+
+TEST_F(RunCommands, AFileWithXuhaoGivesItsNumbersAlone) {
+  writeFile(u"in.txt"_s, "7   01,02,03,04,05\r\n8   11-10-09-08-07\r\n01,02,03,04,05\r\n");
+  const auto outcome = cli.call({u"rows"_s, u"import"_s, cli.path(u"in.txt"_s), u"11031512"_s, u"--format"_s, u"2"_s});
+  EXPECT_EQ(outcome.status, exitDone);
+  EXPECT_EQ(outcome.err, u"[plain] elevenfive 11选5: 数据导入完成，共导入：２ 注！\n"_s);
+  EXPECT_EQ(cli.rows(u"SELECT 序号, 期号, 号码1, 号码2, 号码3, 号码4, 号码5 FROM 日志表 ORDER BY 序号"_s),
+            u"1\t11031512\t1\t2\t3\t4\t5\n2\t11031512\t11\t10\t9\t8\t7\n"_s);
+}
+
+TEST_F(RunCommands, OfSeventyThousandLines65535ComeIn) {
+  writeFile(u"in.txt"_s, QByteArray("01 02 03 04 05\n").repeated(70000));
+  const auto outcome = cli.call({u"rows"_s, u"import"_s, cli.path(u"in.txt"_s), u"11031512"_s, u"--format"_s, u"0"_s});
+  EXPECT_EQ(outcome.status, exitDone);
+  EXPECT_TRUE(outcome.out.endsWith(u"数据导入完成，共导入：６５５３５ 注！\n"_s)) << outcome.out.toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*), MAX(序号) FROM 日志表"_s), u"65535\t65535\n"_s);
+}
+
+TEST_F(RunCommands, ABinaryFileGivesItsLineOfNumbersAlone) {
+  QByteArray bytes;
+  for (int n = 0; n < 4096; ++n)
+    bytes += static_cast<char>((n * 131) % 256);
+  for (char digit = '0'; digit <= '9'; ++digit)
+    bytes.replace(digit, 'x');
+  writeFile(u"in.txt"_s, bytes + "\n7   01 02 03 04 05\n" + bytes);
+  const auto imported = [&](const QString& format) {
+    const auto outcome =
+        cli.call({u"rows"_s, u"import"_s, cli.path(u"in.txt"_s), u"11031512"_s, u"--format"_s, format});
+    EXPECT_EQ(outcome.status, exitDone) << outcome.err.toStdString();
+    return cli.rows(u"SELECT 号码1, 号码2, 号码3, 号码4, 号码5 FROM 日志表"_s);
+  };
+  EXPECT_EQ(imported(u"0"_s), u"7\t1\t2\t3\t4\n"_s);
+  EXPECT_EQ(imported(u"1"_s), u"1\t2\t3\t4\t5\n"_s);
+  EXPECT_EQ(imported(u"2"_s), u"1\t2\t3\t4\t5\n"_s);
+}
+
 TEST_F(RunCommands, RowsDeleteEmptiesTheTable) {
   cli.batch(sevenNumbers + u"expand 11031512\n"_s);
   const auto outcome = cli.call({u"rows"_s, u"delete"_s});
@@ -236,11 +313,11 @@ TEST_F(RunCommands, RowsDeleteEmptiesTheTable) {
   EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 日志表"_s), u"0\n"_s);
 }
 
-TEST_F(RunCommands, PeriodsThatNoBoxTakesAreWrongWords) {
+TEST_F(RunCommands, WordsThatAreNoWholeNumbersOrNoPeriodsOfAFieldAreWrong) {
   for (const QString& words :
-       {u"run 1103151200"_s, u"run -1"_s, u"run"_s, u"run x"_s, u"run 1 2"_s, u"expand 1103151200"_s,
-        u"rows export x -1234567"_s, u"rows export x 1103151200"_s, u"run 1 --tolerance -1"_s, u"run 1 --tolerance x"_s,
-        u"run 1 --tolerance"_s, u"rows delete 1"_s})
+       {u"run 1.5"_s, u"run"_s, u"run x"_s, u"run 1 2"_s, u"expand 11031512期"_s, u"check"_s, u"refine 1"_s,
+        u"refine 1 five"_s, u"rows export x -1234567"_s, u"rows export x 1103151200"_s, u"run 1 --tolerance 0.5"_s,
+        u"run 1 --tolerance x"_s, u"run 1 --tolerance"_s, u"rows delete 1"_s})
     EXPECT_EQ(cli.call(words.split(u' ')).status, exitUsage) << words.toStdString();
 }
 

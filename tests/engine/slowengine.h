@@ -15,6 +15,7 @@
 
 #include "model/numbers.h"
 #include "tests/engine/slowattributes.h"
+#include "tests/engine/slowscoring.h"
 
 namespace elevenfive::slow {
 
@@ -22,6 +23,9 @@ namespace elevenfive::slow {
 struct PastDraw {
   Qihao qihao = 0;
   Draw numbers{};
+  int sum = 0;     ///< 和值; an empty one reads as 0, like the two others
+  int units = 0;   ///< 尾数和值
+  int misses = 0;  ///< 遗漏值总和
 };
 
 /// One row of 日志表. Marks that nobody has written yet are empty.
@@ -78,6 +82,12 @@ class SlowEngine {
 
   int countConditions() const;
 
+  /// 精选号码: leaves so many rows of a period.
+  void analyseHaoma(Qihao period, int wanted);
+
+  /// 智能优化 ahead of a reduction of this type.
+  void zhinengYouhua(Qihao period, int type);
+
   /// The row of an ID; throws where it is missing.
   Row& rowOf(int id);
 
@@ -111,6 +121,8 @@ class SlowEngine {
   void positionFilter(Qihao period);
   void matchFilter(Qihao period);
   void reduce(Qihao period, int type);
+  std::vector<PastDraw> before(Qihao period) const;
+  TenDraws tenDraws(Qihao period) const;
 };
 
 }  // namespace elevenfive::slow

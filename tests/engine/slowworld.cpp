@@ -32,10 +32,15 @@ QString textOf(const Row& row) {
 
 void readSettings(Store& store, SlowEngine& engine) {
   engine.history.clear();
-  Statement draws = store.query("test", "SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5 FROM 历史记录");
+  Statement draws =
+      store.query("test", "SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5, 和值, 尾数和值, 遗漏值总和 FROM 历史记录");
   while (draws.next())
     engine.history.push_back(
-        {draws.integer(0), {draws.integer(1), draws.integer(2), draws.integer(3), draws.integer(4), draws.integer(5)}});
+        {draws.integer(0),
+         {draws.integer(1), draws.integer(2), draws.integer(3), draws.integer(4), draws.integer(5)},
+         draws.integer(6),
+         draws.integer(7),
+         draws.integer(8)});
 
   engine.values.clear();
   Statement values = store.query("test", "SELECT ID, VALUE FROM 过滤条件");

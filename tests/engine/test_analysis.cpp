@@ -109,6 +109,34 @@ TEST_F(AnalysisTest, AStopStillChoosesAndDeletesAndKeepsTheRunningLine) {
   EXPECT_FALSE(driver.state().userStop);
 }
 
+TEST_F(AnalysisTest, AStopStraightAfterAnExpansionLeavesMoreRowsThanWereAskedFor) {
+  addFiveSums();
+  sql("UPDATE 日志表 SET 临时数据 = NULL");  // as an expansion or an import leaves them
+  stopAtYield(2);
+  analyseHaoma(run(), period, 2);
+  // Rows without a score come first, so two of them are chosen; the third has none to be deleted for.
+  EXPECT_EQ(survivors(), (QStringList{u"3: 01 02 03 04 11"_s, u"4: 04 05 07 09 11"_s, u"5: 01 02 03 06 11"_s}));
+  EXPECT_EQ(workspace.rows("SELECT 临时数据 FROM 日志表 ORDER BY 序号"), (QStringList{u"999"_s, u"999"_s, u"-"_s}));
+}
+
+TEST_F(AnalysisTest, RowsThatWereChosenBeforeAreScoredAnew) {
+  addFiveSums();
+  analyseHaoma(run(), period, 3);
+  EXPECT_EQ(workspace.rows("SELECT DISTINCT 临时数据 FROM 日志表"), QStringList{u"999"_s});
+  analyseHaoma(run(), period, 1);
+  EXPECT_EQ(survivors(), QStringList{u"5: 01 02 03 06 11"_s});
+}
+
+TEST_F(AnalysisTest, AStopOverRowsThatWereChosenBeforeKeepsThoseNotReached) {
+  addFiveSums();
+  sql("UPDATE 日志表 SET 临时数据 = 999");
+  stopAtYield(2);
+  analyseHaoma(run(), period, 1);
+  // Of the two scored, 234 and 235, the lower is chosen; the three others still hold 999.
+  EXPECT_EQ(survivors(), (QStringList{u"1: 07 08 09 10 11"_s, u"3: 01 02 03 04 11"_s, u"4: 04 05 07 09 11"_s,
+                                      u"5: 01 02 03 06 11"_s}));
+}
+
 TEST_F(AnalysisTest, TheRunBehindItSetsTheScoresBackAndWorksOnWhatIsLeft) {
   addFiveSums();
   analyseHaoma(run(), period, 2);
@@ -150,6 +178,15 @@ TEST_F(AnalysisTest, TheButtonOffersThePeriodOfTheGridsRow) {
   view.current = 11031499;
   driver.cmmTouZhu_Click(2);
   EXPECT_EQ(ports.inputs[0].defaultText, u"11031499"_s);
+}
+
+TEST_F(AnalysisTest, ACancelledPeriodIsThePeriodZero) {
+  addFiveSums();
+  ports.typed = {QString(), u"5"_s};
+  driver.cmmTouZhu_Click(2);
+  EXPECT_EQ(ports.inputs.size(), 2U);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"表中无第０ 期的数据！"_s});
+  EXPECT_EQ(survivors().size(), 5);
 }
 
 TEST_F(AnalysisTest, ACountOfZeroDoesNothing) {

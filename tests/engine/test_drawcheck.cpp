@@ -48,6 +48,13 @@ TEST_F(DrawCheckTest, TheOrderOfTheNumbersInARowDoesNotMatter) {
   EXPECT_EQ(hits(), QStringList{u"5"_s});
 }
 
+TEST_F(DrawCheckTest, ADrawnNumberThatARowRepeatsHitsEachTime) {
+  addRows(u"01 01 03 05 07\n01 01 01 02 04"_s);
+  EXPECT_TRUE(checkKaijiang(run(), period));
+  EXPECT_EQ(hits(), (QStringList{u"5"_s, u"3"_s}));
+  EXPECT_TRUE(ports.status.contains(u"中五个号： １ 注"_s));
+}
+
 TEST_F(DrawCheckTest, ANumberAboveElevenIsNoHit) {
   addRows(u"01 03 05 07 99"_s);
   EXPECT_TRUE(checkKaijiang(run(), period));

@@ -214,7 +214,8 @@ TEST_F(HistoryFilters, TheBarStandsBeforeTheOverlapWarns) {
   filter_Chongdie(run(), period);
   ASSERT_GE(ports.log.size(), 4);
   EXPECT_EQ(ports.log[1], u"progress 0..1"_s);
-  EXPECT_TRUE(ports.log[3].startsWith(u"plain [] 注意"_s));
+  EXPECT_TRUE(ports.log[2].startsWith(u"plain [] 注意"_s));
+  EXPECT_EQ(ports.log[3], u"enable cmm_stop"_s);
 }
 
 }  // namespace elevenfive

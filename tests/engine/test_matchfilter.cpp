@@ -163,6 +163,23 @@ TEST_F(MatchFilter, WithoutRowsItTellsZeroAndLeavesTheEndsOfTheBar) {
                                     u"progress hidden"_s, u"disable cmm_stop"_s, u"enable Pic_subTouZhu"_s}));
 }
 
+TEST_F(MatchFilter, ManyRowsAreWrittenWithYieldsInBetween) {
+  setMatch(1, 1, 5);
+  addRows(u"01 03 05 07 09\n"_s.repeated(600));
+  EXPECT_EQ(filter_Lishi(run(), period), 600);
+  EXPECT_EQ(ports.yields, 600 + 2);  // behind the 256th and the 512th row written
+}
+
+TEST_F(MatchFilter, AStopWhileTheRowsAreWrittenWritesThemAllAndKeepsTheRunningLine) {
+  setMatch(1, 1, 5);
+  addRows(u"01 03 05 07 09\n"_s.repeated(300) + u"02 04 06 08 10\n"_s.repeated(300));
+  stopAtYield(600 + 1);
+  EXPECT_EQ(filter_Lishi(run(), period), 300);
+  EXPECT_EQ(workspace.rows("SELECT COUNT(*), MIN(过滤标记), MAX(序号) FROM 日志表"), QStringList{u"300 1 300"_s});
+  EXPECT_EQ(statusLines(), QStringList{u"[历史数据过滤]过滤正进行中．．．"_s});
+  EXPECT_TRUE(driver.state().userStop);
+}
+
 TEST_F(MatchFilter, TheBarMovesByDrawsAndEndsAtTheRowsOfTheDraw) {
   setMatch(1, 2, 5);
   setHistory(u"11031508 01 02 03 04 05\n11031509 01 03 05 07 09"_s);

@@ -153,6 +153,16 @@ TEST_F(Reduction, EveryRowSharesEnoughWithAKeptOneAndKeptOnesShareLess) {
   }));
 }
 
+TEST_F(Reduction, AStopWhileManyRowsAreWrittenWritesThemAll) {
+  addRows(u"01 02 03 04 05\n"_s + u"01 02 03 04 06\n"_s.repeated(599));
+  stopAtYield(599 + 1 + 1);  // 599 rows against the kept one, its end, the 256th row written
+  EXPECT_EQ(runSuoshui(run(), 3, period), 1);
+  EXPECT_EQ(survivors(), QStringList{u"1: 01 02 03 04 05"_s});
+  EXPECT_EQ(ports.yields, 600 + 2);
+  EXPECT_EQ(ports.status, u"\r\n\r\n[保三型]缩水后余：１ 注"_s);
+  EXPECT_TRUE(driver.state().userStop);
+}
+
 TEST_F(Reduction, TheBarTellsTheKeptRowsWhileItRuns) {
   addFour();
   QStringList bar;

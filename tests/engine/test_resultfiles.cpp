@@ -92,6 +92,16 @@ TEST_F(ResultFilesTest, ExportShowsItsTextAndSaysThatItIsDone) {
   EXPECT_EQ(ports.status, u"旧\r\n\r\n号码导出完成．"_s);
 }
 
+TEST_F(ResultFilesTest, ExportReplacesAnOlderFileWhole) {
+  addRows(u"01 02 03 04 05"_s);
+  QFile older(dialogs.workingFile(u"daocuTemp.txt"_s));
+  ASSERT_TRUE(older.open(QIODevice::WriteOnly));
+  older.write(QByteArray("07,08,09,10,11\r\n").repeated(100));
+  older.close();
+  EXPECT_TRUE(exportRizhi(fileRun(), dialogs, exported, u"daocuTemp.txt"_s));
+  EXPECT_EQ(exportedBytes(), "01,02,03,04,05\r\n");
+}
+
 TEST_F(ResultFilesTest, ExportPutsAnEmptyLineBehindEveryFifthRow) {
   addAllRows();
   sql("DELETE FROM 日志表 WHERE 序号 > 11");
@@ -275,6 +285,24 @@ TEST_F(ResultFilesTest, AFaultOfTheStoreKeepsNoHalfOfTheFile) {
   EXPECT_TRUE(ports.enabled[ControlId::Pic_subTouZhu]);
 }
 
+TEST_F(ResultFilesTest, RowsThatWereNotToBeKeptAreGoneWhereAFaultEndsTheImport) {
+  addRows(u"07 08 09 10 11"_s);
+  sql("CREATE TRIGGER refuse BEFORE INSERT ON 日志表 WHEN NEW.序号 = 2 BEGIN SELECT RAISE(ABORT, 'full'); END");
+  writeFile("01 02 03 04 05\n01 02 03 04 06\n");
+  ports.answers = {Answer::no};
+  EXPECT_THROW(import(), StoreError);
+  EXPECT_TRUE(allRows().isEmpty());
+}
+
+TEST_F(ResultFilesTest, RowsThatAreKeptOutliveAFaultOfTheImport) {
+  addRows(u"07 08 09 10 11"_s);
+  sql("CREATE TRIGGER refuse BEFORE INSERT ON 日志表 WHEN NEW.序号 = 3 BEGIN SELECT RAISE(ABORT, 'full'); END");
+  writeFile("01 02 03 04 05\n01 02 03 04 06\n");
+  ports.answers = {Answer::yes};
+  EXPECT_THROW(import(), StoreError);
+  EXPECT_EQ(survivors(), QStringList{u"1: 07 08 09 10 11"_s});
+}
+
 TEST_F(ResultFilesTest, TheImportButtonTellsHowManyRowsCameIn) {
   writeFile("01 02 03 04 05\n01 02 03 04 06\n");
   fileDriver.cmmTouZhu_Click(4);
@@ -313,13 +341,57 @@ TEST_F(ResultFilesTest, WhatGoesOutComesInAgainInTheSameOrder) {
   EXPECT_EQ(survivors(), before);
 }
 
-TEST_F(ResultFilesTest, ARunTakesImportedRowsAsTheyStand) {
+/// One imported line "11 02 07 04 09", in rising order 02 04 07 09 11.
+class UnsortedRow : public ResultFilesTest {
+ protected:
+  UnsortedRow() {
+    writeFile("11 02 07 04 09\n");
+    import();
+  }
+
+  const QStringList asItStands{u"1: 11 02 07 04 09"_s};
+
+  QStringList survivorsOfARun() {
+    fileDriver.runGuolvSuoshui(period);
+    return survivors();
+  }
+
+  /// 单双组合1 in the order of the places, 1 for 单.
+  void exclude(const Draw& pattern) {
+    use(71);
+    for (int place = 1; place <= 5; ++place)
+      setValue(5010 + place, pattern[static_cast<std::size_t>(place - 1)]);
+  }
+};
+
+TEST_F(UnsortedRow, ItsSpanAndLargestGapAreThoseOfItsNumbersInRisingOrder) {
   use(4);
-  allow(3300, 3340);
-  writeFile("11 09 07 05 03\n");
-  import();
-  fileDriver.runGuolvSuoshui(period);
-  EXPECT_EQ(survivors(), QStringList{u"1: 11 09 07 05 03"_s});
+  setValue(3300 + 9, 1);  // 11 less 2
+  use(5);
+  setValue(3400 + 3, 1);  // 4 to 7
+  EXPECT_EQ(survivorsOfARun(), asItStands);
+}
+
+TEST_F(UnsortedRow, TheParityPatternLooksAtItsPlacesAsTheyStand) {
+  exclude({0, 0, 1, 1, 1});  // the pattern of 02 04 07 09 11
+  EXPECT_EQ(survivorsOfARun(), asItStands);
+}
+
+TEST_F(UnsortedRow, TheParityPatternOfItsPlacesExcludesIt) {
+  exclude({1, 0, 1, 0, 1});
+  EXPECT_TRUE(survivorsOfARun().isEmpty());
+}
+
+TEST_F(UnsortedRow, ItsFirstPlaceHoldsWhatTheLineBeganWith) {
+  use(30);
+  sql("UPDATE 号码特性 SET 第1位 = (号码 = 11)");
+  EXPECT_EQ(survivorsOfARun(), asItStands);
+}
+
+TEST_F(UnsortedRow, ItsSmallestNumberIsNotItsFirstPlace) {
+  use(30);
+  sql("UPDATE 号码特性 SET 第1位 = (号码 = 2)");
+  EXPECT_TRUE(survivorsOfARun().isEmpty());
 }
 
 TEST_F(ResultFilesTest, ARunOverANumberAboveElevenEndsAndNamesTheRow) {

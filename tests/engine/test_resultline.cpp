@@ -83,12 +83,42 @@ TEST(ImportedNumbers, ALineOfFewerThanElevenCharactersIsPassedOver) {
   EXPECT_FALSE(plain(u"  1 2 3 4 10  "_s));  // blanks around do not count
 }
 
+TEST(ImportedNumbers, SeparatorsAroundALineCountForItsLengthButBlanksDoNot) {
+  const Draw numbers{1, 2, 3, 4, 10};
+  EXPECT_EQ(plain(u"1 2 3 4 10\u3000"_s), numbers);  // 10 characters and one
+  EXPECT_EQ(plain(u"\u30001 2 3 4 10"_s), numbers);
+  EXPECT_EQ(plain(u"1 2 3 4 10\t"_s), numbers);
+  EXPECT_FALSE(plain(u" 1 2 3 4 10    "_s));
+  EXPECT_EQ(plain(u"  1 2 3 4 10\u3000  "_s), numbers);
+}
+
 TEST(ImportedNumbers, WithAPeriodThirteenCharactersAndALeadingDigitAreNeeded) {
   const auto format = ImportFormat::qihaoHaoma;
   EXPECT_EQ(importedNumbers(u"11031510 01 02 03 04 05"_s, format), (Draw{1, 2, 3, 4, 5}));
   EXPECT_FALSE(importedNumbers(u"110 1 2 3 4 5"_s.left(12), format));
   EXPECT_TRUE(importedNumbers(u"110 1 2 3 4 5"_s, format));  // 13
   EXPECT_FALSE(importedNumbers(u"期11031510 01 02 03 04 05"_s, format));
+}
+
+TEST(ImportedNumbers, ALineWithAPeriodMustBeginWithItsDigits) {
+  const auto format = ImportFormat::qihaoHaoma;
+  for (const QString& line : {u"期号11031510 01 02 03 04 05"_s, u"-11031510 01 02 03 04 05"_s,
+                              u"\u300011031510 01 02 03 04 05"_s, u"x1031510 01 02 03 04 05"_s})
+    EXPECT_FALSE(importedNumbers(line, format)) << line.toStdString();
+  EXPECT_EQ(importedNumbers(u"  11031510 01 02 03 04 05"_s, format), (Draw{1, 2, 3, 4, 5}));
+  // One digit makes a period; what stands behind it only separates.
+  EXPECT_EQ(importedNumbers(u"1x期 01 02 03 04 05"_s, format), (Draw{1, 2, 3, 4, 5}));
+}
+
+TEST(ImportedNumbers, TheFieldInFrontIsTheFirstRunOfDigits) {
+  const Draw numbers{1, 2, 3, 4, 5};
+  for (const QString& line : {u"11031510期 01 02 03 04 05"_s, u"11031510:01 02 03 04 05"_s,
+                              u"11031510\t01\t02\t03\t04\t05"_s, u"7、01 02 03 04 05"_s, u"7. 01 02 03 04 05"_s})
+    for (const ImportFormat format : {ImportFormat::qihaoHaoma, ImportFormat::xuhaoHaoma})
+      EXPECT_EQ(importedNumbers(line, format), numbers) << line.toStdString();
+  EXPECT_EQ(importedNumbers(u"第7注 01 02 03 04 05"_s, ImportFormat::xuhaoHaoma), numbers);
+  // A letter separates inside it too, so its second run of digits is the first number.
+  EXPECT_EQ(importedNumbers(u"1a2 01 02 03 04 05"_s, ImportFormat::xuhaoHaoma), (Draw{2, 1, 2, 3, 4}));
 }
 
 TEST(ImportedNumbers, TheFirstFieldIsDroppedWithPeriodOrXuhao) {

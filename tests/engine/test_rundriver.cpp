@@ -71,6 +71,20 @@ TEST_F(RunDriverTest, TheRunOffersTheNextPeriodWhereTheGridHasNone) {
   EXPECT_EQ(ports.inputs[0].defaultText, u"11031510"_s);
 }
 
+TEST_F(RunDriverTest, ACancelledRunStillAsksTheToleranceAndSaysNothing) {
+  addRows(u"01 02 03 04 05"_s);
+  sql("UPDATE 日志表 SET 过滤标记 = 7, 临时数据 = 999");
+  ports.status = u"此前"_s;
+  ports.typed = {QString(), QString()};
+  driver.cmmTouZhu_Click(1);
+  EXPECT_EQ(ports.inputs.size(), 2U);
+  EXPECT_TRUE(ports.boxes.empty());
+  EXPECT_EQ(ports.status, u"此前"_s);
+  EXPECT_EQ(workspace.rows("SELECT 序号, 过滤标记, 临时数据 FROM 日志表"), QStringList{u"1 7 999"_s});
+  EXPECT_TRUE(ports.enabled[ControlId::Pic_subTouZhu]);
+  EXPECT_TRUE(ports.enabled[ControlId::mnu_UserQiehuan]);
+}
+
 TEST_F(RunDriverTest, TheToleranceIsAskedWithItsRange) {
   use(1);
   use(4);
@@ -178,6 +192,9 @@ TEST_F(RunDriverTest, ASecondClickFinishesAReductionThatWasStopped) {
   stopAtYield(4 + 4 + 1);  // the start, the sum, one row against the first kept one
   driver.cmmTouZhu_Click(1);
   EXPECT_EQ(numbers(), (QStringList{u"01 02 03 04 05"_s, u"01 02 03 07 08"_s, u"06 07 08 09 10"_s}));
+  // The reduction tells the rows that it kept, the end of the run those that are left.
+  EXPECT_EQ(statusLines().mid(1), (QStringList{u"过滤缩水之前共：４注．"_s, u"[ 和 值 ]过滤后余：４ 注"_s,
+                                               u"[保三型]缩水后余：１ 注"_s, u"用户中止,当前记录余：３ 注"_s}));
   driver.cmmTouZhu_Click(1);
   EXPECT_EQ(survivors(), (QStringList{u"1: 01 02 03 04 05"_s, u"2: 06 07 08 09 10"_s}));
   EXPECT_EQ(statusLines().mid(1), (QStringList{u"过滤缩水之前共：３注．"_s, u"[ 和 值 ]过滤后余：３ 注"_s,

@@ -16,6 +16,24 @@ EarlierDraws tenTimes(const Draw& draw) {
   return earlier;
 }
 
+/// Ten draws of which no two are equal, with their sums.
+EarlierDraws tenDifferent() {
+  EarlierDraws earlier;
+  earlier.numbers = {{{},
+                      {1, 3, 5, 8, 10},
+                      {2, 4, 6, 8, 11},
+                      {1, 4, 7, 9, 10},
+                      {3, 5, 6, 9, 11},
+                      {2, 3, 4, 7, 10},
+                      {1, 2, 6, 8, 9},
+                      {4, 5, 7, 8, 11},
+                      {1, 3, 6, 10, 11},
+                      {2, 5, 8, 9, 10},
+                      {3, 4, 7, 9, 11}}};
+  earlier.sums = {0, 27, 31, 31, 34, 26, 26, 35, 31, 34, 34};
+  return earlier;
+}
+
 /// The score of a row against no draw at all: every difference of the row's vector is its number negated or a pair, none 0, so
 /// only the 228 slots that neither vector reaches count.
 int scoreOfSum(const Draw& row) {
@@ -42,6 +60,25 @@ TEST(HaomaScorer, ComparesTheVectorsSlotBySlotFromTheSecondOn) {
   // 0 -1 -2 -3 -4 1 0 -1 -2 -3 of the fifth block: 2 agree. From 110 on a 0 of the row counts: 3 in the rest of that block, 5
   // in each of the four that follow. Then the 228, and the sum of 15.
   EXPECT_EQ(HaomaScorer(tenTimes({1, 2, 3, 4, 5})).score({1, 2, 3, 4, 5}), 99 + 2 + 23 + 228 + 7);
+}
+
+TEST(HaomaScorer, TenDifferentDrawsAreComparedOnBothPlans) {
+  // A slot of the first 100 agrees where a draw's step from the next newer one, place by place, equals a difference of the
+  // newest draw and the row. Those differences are -1 -1 -1 0 0. The steps: 1 1 1 0 1 from the newest to the second, -1 0 1 1 -1,
+  // 2 1 -1 0 1 and -1 -2 -2 -2 -1 to the fifth. So 1 zero x 2; 2 x 3 + 1 x 2; 1 x 3 + 1 x 2; 2 x 3.
+  const int steps = 2 + 8 + 5 + 6;
+  // The pairs of the newest, -2 -4 -7 -9 -2 -5 -7 -3 -5 -2, meet 02 and 03 of the fifth draw less the row: 0 -2 -4 -6 -8
+  // 1 -1 -3 -5 -7.
+  const int pairs = 2;
+  // From there on a slot agrees where the row shares a number: with 04 07 10 of the fifth draw, and with the sixth to the ninth.
+  const int shared = 2 + 3 + 2 + 2 + 3;
+  // Then the slots that neither reaches, and a sum of 30, which no old draw has.
+  EXPECT_EQ(HaomaScorer(tenDifferent()).score({2, 4, 6, 8, 10}), steps + pairs + shared + 228 - 13);
+}
+
+TEST(HaomaScorer, ASumBelowFifteenCountsAsOneAboveThirtyEight) {
+  // 12; the difference of the two equal numbers is 0, like the slot beside it.
+  EXPECT_EQ(scoreOfSum({5, 1, 2, 3, 1}), 228 + 1 + 6);
 }
 
 TEST(HaomaScorer, ScoresOneRowAfterTheOtherOnTheSameVector) {
@@ -72,6 +109,14 @@ TEST(HaomaScorer, SumsOfNewerDrawsDoNotMatter) {
 TEST(YouhuaScorer, BothVectorsOnOnePlanAgreeInAllSlotsForARowLikeTheNewestDraw) {
   // 235 slots and the one that nothing reaches; units digits 15 exceed 2.
   EXPECT_EQ(YouhuaScorer(tenTimes({1, 2, 3, 4, 5}), {}).score({1, 2, 3, 4, 5}), 236 + 50);
+}
+
+TEST(YouhuaScorer, TenDifferentDrawsAreComparedOnOnePlan) {
+  // The newest draw 01 03 05 08 10 agrees with the row in two places, in every number of nine draws: 2 x 45 slots. The pairs
+  // -2 -4 -7 -9 -2 -5 -7 -3 -5 -2 and -2 -4 -6 -8 -2 -4 -6 -2 -4 -2 agree four times; one slot is reached by neither.
+  const Draw row{2, 4, 6, 8, 10};  // units digits 20
+  EXPECT_EQ(YouhuaScorer(tenDifferent(), {}).score(row), 90 + 4 + 1 + 50);
+  EXPECT_EQ(YouhuaScorer(tenDifferent(), {20, 33}).score(row), 90 + 4 + 1 + 100);
 }
 
 TEST(YouhuaScorer, TheUnitsDigitsCountAgainstMissesAndUnitsOfTheDrawBefore) {

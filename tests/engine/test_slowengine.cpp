@@ -78,6 +78,45 @@ TEST(SlowAttributes, NeighboursOfTheDrawBeforeCountOnce) {
   EXPECT_EQ(countBeside({1, 2, 3, 4, 11}, {5, 6, 7, 8, 9}), 1);
 }
 
+TEST(SlowScoring, OfNoDrawAtAllOnlyUnreachedSlotsAndTheSumCount) {
+  EXPECT_EQ(haomaScore({}, {1, 2, 3, 4, 5}), 228 + 7);
+  EXPECT_EQ(haomaScore({}, {7, 8, 9, 10, 11}), 228 + 6);
+  EXPECT_EQ(youhuaScore({}, -1, -1, {1, 2, 3, 4, 5}), 1 + 50);
+}
+
+TEST(SlowScoring, OfTenEqualDraws) {
+  TenDraws past;
+  for (std::size_t place = 1; place <= 10; ++place)
+    past.numbers[place] = {1, 2, 3, 4, 5};
+  past.sums[8] = past.sums[9] = 15;
+  // All slots up to 99 but the first, two of the pairs, 23 shared numbers, the rest; then the sum and the eighth draw's.
+  EXPECT_EQ(haomaScore(past, {1, 2, 3, 4, 5}), 99 + 2 + 23 + 228 + 7 + 6);
+  EXPECT_EQ(youhuaScore(past, 15, 15, {1, 2, 3, 4, 5}), 236 + 150);
+}
+
+TEST(SlowEngine, AChoiceKeepsTheLowestScores) {
+  SlowEngine engine = quietEngine();
+  engine.history.clear();
+  addRows(engine, {u"01 02 03 04 05"_s, u"01 02 03 06 11"_s, u"07 08 09 10 11"_s});  // +7, -13, +6
+  engine.analyseHaoma(target, 2);
+  EXPECT_EQ(shown(engine), (QStringList{u"2: 1 2 3 6 11"_s, u"3: 7 8 9 10 11"_s}));
+  EXPECT_EQ(engine.rows.front().linshi, 999);
+  EXPECT_EQ(engine.boxes, QStringList{u"精选号码完成！"_s});
+}
+
+TEST(SlowEngine, AnOptimisationSetsThreeOfFiveBackToZero) {
+  SlowEngine engine = quietEngine();
+  engine.uses[45] = 1;
+  engine.history.clear();
+  addRows(engine,
+          {u"01 02 03 04 05"_s, u"01 02 03 06 11"_s, u"07 08 09 10 11"_s, u"01 02 03 04 06"_s, u"01 02 03 04 07"_s});
+  engine.zhinengYouhua(target, 3);
+  QStringList scores;
+  for (const Row& row : engine.rows)
+    scores << QString::number(row.linshi.value_or(-1));
+  EXPECT_EQ(scores.join(u' '), u"0 0 0 51 51"_s);
+}
+
 TEST(SlowEngine, ExpandsAllPicksIn462Rows) {
   SlowEngine engine = quietEngine();
   EXPECT_EQ(engine.initXuanhao(target), 462);

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QFile>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <functional>
 #include <memory>
@@ -76,12 +77,35 @@ class MainWindowTest : public ::testing::Test {
     return periods.join(u' ');
   }
 
-  void importLines(const QByteArray& lines) {
-    files.paths = {data.folders.program + QStringLiteral("/lines.txt")};
+  /// The rows of the run panel's grid as it shows them, the cells joined by blanks.
+  QStringList gridRows() {
+    auto& grid = the<GridView>(QStringLiteral("TDBGrid_RZ"));
+    QStringList rows;
+    for (int row = 0; row < grid.rows().rowCount(); ++row) {
+      QStringList cells;
+      for (int column = 0; column < grid.rows().columnCount(); ++column)
+        if (!grid.isColumnHidden(column))
+          cells << grid.rows().index(row, column).data().toString();
+      rows << cells.join(u' ').trimmed();
+    }
+    return rows;
+  }
+
+  /// The account of the run as it stands on the screen.
+  QString status() { return the<QPlainTextEdit>(QStringLiteral("TextChaoZuoTip")).toPlainText(); }
+
+  void clickRun(int index) { click(the<QPushButton>(QStringLiteral("cmmTouZhu_%1").arg(index))); }
+
+  /// Lets the next open-file dialog give a file with these bytes.
+  void chooseFileOf(const QByteArray& bytes) {
+    files.paths = {data.folders.program + QStringLiteral("/chosen.txt")};
     QFile file(files.paths.front());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(lines);
-    file.close();
+    file.write(bytes);
+  }
+
+  void importLines(const QByteArray& lines) {
+    chooseFileOf(lines);
     click(the<QPushButton>(QStringLiteral("newBtnHistory_99")));
   }
 

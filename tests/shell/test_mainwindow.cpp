@@ -113,15 +113,6 @@ TEST_F(MainWindowTest, AnImportAsksAboutTheOldDrawsAndACancelledDialogImportsNot
   EXPECT_EQ(data.rows("SELECT count(*) FROM 历史记录"), QStringList{u"1"_s});
 }
 
-TEST_F(MainWindowTest, AMissingImportFileBecomesOneCriticalBoxAndTheWindowLives) {
-  open();
-  files.paths = {data.folders.program + u"/none.txt"_s};
-  click(the<QPushButton>(u"newBtnHistory_99"_s));
-  ASSERT_EQ(ports.boxes.size(), 1U);
-  EXPECT_EQ(ports.boxes[0].kind, BoxKind::critical);
-  EXPECT_TRUE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
-}
-
 TEST_F(MainWindowTest, AnExportShowsItsText) {
   data.addDraws(u"11031510 01 02 03 04 05\n11031511 07 08 09 10 11"_s);
   open();

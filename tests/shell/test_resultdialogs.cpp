@@ -2,6 +2,8 @@
 #include "engine/widgets/resultdialogs.h"
 
 #include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -28,6 +30,23 @@ void whenOpen(const std::function<void(QWidget&)>& step) {
 
 void cancel(QWidget& dialog) {
   click(control<QPushButton>(dialog, u"cmm_Cancel"_s));
+}
+
+/// The label in front of a field.
+QLabel& labelOf(QWidget& dialog, const QWidget& field) {
+  for (QLabel* label : dialog.findChildren<QLabel*>())
+    if (label->buddy() == &field)
+      return *label;
+  throw std::runtime_error("no label");
+}
+
+/// The texts of the labels that head no field.
+QStringList notices(const QWidget& dialog) {
+  QStringList texts;
+  for (const QLabel* label : dialog.findChildren<QLabel*>())
+    if (label->buddy() == nullptr)
+      texts << label->text();
+  return texts;
 }
 
 class ResultDialogsTest : public ::testing::Test {
@@ -78,6 +97,45 @@ TEST_F(ResultDialogsTest, ACancelledExportChangesNoSetting) {
   EXPECT_EQ(settings.separator, u","_s);
   EXPECT_EQ(settings.haoma, haoma);
   EXPECT_TRUE(ports.boxes.empty());
+}
+
+TEST_F(ResultDialogsTest, TheExportFormBearsItsTexts) {
+  whenOpen([](QWidget& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), u"数 据 导 出"_s);
+    EXPECT_EQ(labelOf(dialog, control<QLineEdit>(dialog, u"Txt_ToFileQS"_s)).text(), u"要导出哪一期的数据："_s);
+    auto& separator = control<QLineEdit>(dialog, u"TextFG"_s);
+    EXPECT_EQ(labelOf(dialog, separator).text(), u"分隔符号："_s);
+    EXPECT_EQ(separator.toolTip(), u"输入各号码之间的分隔符号"_s);
+    EXPECT_EQ(separator.text(), u","_s);
+    EXPECT_EQ(dialog.findChild<QGroupBox*>()->title(), u"导出内容："_s);
+    EXPECT_EQ(notices(dialog), QStringList());
+    EXPECT_EQ(control<QPushButton>(dialog, u"cmm_ToFileOK"_s).text(), u"确认"_s);
+    EXPECT_EQ(control<QPushButton>(dialog, u"cmm_Cancel"_s).text(), u"取消"_s);
+    cancel(dialog);
+  });
+  ExportSettings settings;
+  EXPECT_FALSE(dialogs.askExport(settings));
+}
+
+TEST_F(ResultDialogsTest, TheImportFormBearsItsTexts) {
+  whenOpen([](QWidget& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), u"数 据 导 入"_s);
+    EXPECT_EQ(dialog.findChild<QGroupBox*>()->title(), u"文件内容格式："_s);
+    QList<QRadioButton*> options = dialog.findChildren<QRadioButton*>();
+    std::sort(options.begin(), options.end(), [](auto* a, auto* b) { return a->y() < b->y(); });
+    QStringList captions;
+    for (const QRadioButton* option : options)
+      captions << option->objectName() + option->text();
+    EXPECT_EQ(captions, (QStringList{u"Option_GeShi_2 序号＋号码"_s, u"Option_GeShi_1 期号＋号码"_s,
+                                     u"Option_GeShi_0只有号码"_s}));
+    EXPECT_EQ(labelOf(dialog, control<QLineEdit>(dialog, u"Txt_FromFileQS"_s)).text(), u"号码对应的期号："_s);
+    EXPECT_EQ(notices(dialog), QStringList{u"文件格式要求：文件内各数之前必须用空格或逗号分开。"_s});
+    EXPECT_EQ(control<QPushButton>(dialog, u"cmm_ToFileOK"_s).text(), u"确认"_s);
+    EXPECT_EQ(control<QPushButton>(dialog, u"cmm_Cancel"_s).text(), u"取消"_s);
+    cancel(dialog);
+  });
+  ImportSettings settings;
+  EXPECT_FALSE(dialogs.askImport(settings));
 }
 
 TEST_F(ResultDialogsTest, TheContentsStandInTheOrderOfTheForm) {
@@ -183,15 +241,15 @@ TEST_F(ResultDialogsTest, AnImportWithoutAPeriodIsRefusedAndStaysOpen) {
   }
 }
 
-TEST_F(ResultDialogsTest, OnlyTheFormatWithPeriodsInTheFileDisablesTheField) {
+TEST_F(ResultDialogsTest, OnlyTheFormatWithPeriodsInTheFileDisablesTheFieldAndItsLabel) {
   whenOpen([](QWidget& dialog) {
     auto& period = control<QLineEdit>(dialog, u"Txt_FromFileQS"_s);
-    control<QRadioButton>(dialog, u"Option_GeShi_2"_s).setChecked(true);
-    EXPECT_TRUE(period.isEnabled());
-    control<QRadioButton>(dialog, u"Option_GeShi_0"_s).setChecked(true);
-    EXPECT_TRUE(period.isEnabled());
-    control<QRadioButton>(dialog, u"Option_GeShi_1"_s).setChecked(true);
-    EXPECT_FALSE(period.isEnabled());
+    const QLabel& label = labelOf(dialog, period);
+    for (const int format : {2, 1, 0, 1}) {
+      control<QRadioButton>(dialog, u"Option_GeShi_%1"_s.arg(format)).setChecked(true);
+      EXPECT_EQ(period.isEnabled(), format != 1) << format;
+      EXPECT_EQ(label.isEnabled(), format != 1) << format;
+    }
     period.clear();
     click(control<QPushButton>(dialog, u"cmm_ToFileOK"_s));
   });

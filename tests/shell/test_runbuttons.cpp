@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QTimer>
 
 #include "model/store.h"
@@ -45,32 +46,6 @@ class RunButtonsTest : public MainWindowTest {
     ports.boxes.clear();
   }
 
-  void clickRun(int index) { click(the<QPushButton>(u"cmmTouZhu_%1"_s.arg(index))); }
-
-  /// The rows of the grid as it shows them, the cells joined by blanks.
-  QStringList gridRows() {
-    auto& grid = the<GridView>(u"TDBGrid_RZ"_s);
-    QStringList rows;
-    for (int row = 0; row < grid.rows().rowCount(); ++row) {
-      QStringList cells;
-      for (int column = 0; column < grid.rows().columnCount(); ++column)
-        if (!grid.isColumnHidden(column))
-          cells << grid.rows().index(row, column).data().toString();
-      rows << cells.join(u' ').trimmed();
-    }
-    return rows;
-  }
-
-  QString status() { return the<QPlainTextEdit>(u"TextChaoZuoTip"_s).toPlainText(); }
-
-  /// Lets the next open-file dialog give a file with these lines.
-  void chooseFileOf(const QByteArray& lines) {
-    files.paths = {data.folders.program + u"/rows.txt"_s};
-    QFile file(files.paths.front());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(lines);
-  }
-
   /// Fills frmFromFile once it is up: numbers only, for a period.
   void answerImport(const QString& period) {
     whenOpen([period](QWidget& dialog) {
@@ -79,6 +54,20 @@ class RunButtonsTest : public MainWindowTest {
       control<QLineEdit>(dialog, u"Txt_FromFileQS"_s).setText(period);
       click(control<QPushButton>(dialog, u"cmm_ToFileOK"_s));
     });
+  }
+
+  /// The five numbers of a row of the grid: o where a ball is drawn, - where the number stands alone.
+  QString balls(int row) {
+    auto& grid = the<GridView>(u"TDBGrid_RZ"_s);
+    QString shown;
+    for (int position = 1; position <= 5; ++position) {
+      const QRect cell = grid.visualRect(grid.rows().index(row, grid.rows().columnOf(u"号码%1"_s.arg(position))));
+      const QImage image = grid.viewport()->grab(cell).toImage();
+      // Inside a ball, but above its digits; and the background beside it.
+      const QColor above = image.pixelColor(image.width() / 2, image.height() / 2 - image.height() * 36 / 100);
+      shown += above == image.pixelColor(2, image.height() / 2) ? u'-' : u'o';
+    }
+    return shown;
   }
 
   QString exportPath() { return data.folders.program + u"/daocuTemp.txt"_s; }
@@ -140,6 +129,38 @@ TEST_F(RunButtonsTest, TheRunAsksThePeriodAndTheTolerance) {
   EXPECT_EQ(ports.inputs[1].defaultText, u"0"_s);
   EXPECT_TRUE(status().contains(u"表格中无[１１０３１５１３]期数据．"_s));
   EXPECT_EQ(gridRows(), QStringList{u"1 11031512 1 2 3 4 5"_s});
+}
+
+TEST_F(RunButtonsTest, ATypedToleranceForgivesAsManyConditions) {
+  data.addDraws(u"11031511 01 03 05 07 09"_s);
+  data.store().execute("test", "UPDATE 过滤条件使用情况 SET 使用情况 = (条件 IN (1, 4))");
+  data.store().execute("test", "UPDATE 过滤条件 SET VALUE = (ID BETWEEN 1020 AND 1030) WHERE ID BETWEEN 1000 AND 1170");
+  data.store().execute("test", "UPDATE 过滤条件 SET VALUE = (ID = 3304) WHERE ID BETWEEN 3300 AND 3340");
+  data.store().execute("test", "UPDATE 历史数据过滤 SET 使用状态 = 0");
+  // 和值 20 to 30 and 跨度 4: both hold, 和值 fails with 15, 跨度 fails with 10, both fail with 43 and 5.
+  openWith({u"03 04 05 06 07"_s, u"01 02 03 04 05"_s, u"01 02 03 04 11"_s, u"06 07 09 10 11"_s});
+  ports.typed = {u"11031512"_s, u"1"_s};
+  clickRun(1);
+  EXPECT_TRUE(
+      status().contains(u"[ 和 值 ]过滤后余：２ 注\n\n[ 跨 度 ]过滤后余：２ 注\n\n以上条件容错１后余：３ 注\n\n"_s))
+      << status().toStdString();
+  EXPECT_TRUE(status().endsWith(u"全部过滤缩水完成,余：３ 注"_s)) << status().toStdString();
+  QStringList left = gridRows();
+  left.replaceInStrings(QRegularExpression(u"^[0-9]+ "_s), QString());
+  left.sort();
+  EXPECT_EQ(left, (QStringList{u"11031512 1 2 3 4 11"_s, u"11031512 1 2 3 4 5"_s, u"11031512 3 4 5 6 7"_s}));
+}
+
+TEST_F(RunButtonsTest, ACancelledRunAsksBothQuestionsAndLeavesEverything) {
+  openWith({u"01 02 03 04 05"_s});
+  const QString before = status();
+  ports.typed = {QString(), QString()};
+  clickRun(1);
+  EXPECT_EQ(ports.inputs.size(), 2U);
+  EXPECT_TRUE(ports.boxes.empty());
+  EXPECT_EQ(gridRows(), QStringList{u"1 11031512 1 2 3 4 5"_s});
+  EXPECT_EQ(status(), before);
+  EXPECT_TRUE(the<QWidget>(u"Pic_subTouZhu"_s).isEnabled());
 }
 
 TEST_F(RunButtonsTest, TheAnalysisAsksPeriodAndCountAndKeepsFiveByDefault) {
@@ -306,6 +327,15 @@ TEST_F(RunButtonsTest, TheCheckShowsTheHitsAndCountsFiveAndFour) {
             (QStringList{u"1 11031512 2 4 6 8 10 5"_s, u"2 11031512 2 4 6 8 11 4"_s, u"3 11031512 1 4 6 8 10 4"_s,
                          u"4 11031512 1 3 5 7 10 1"_s, u"5 11031512 1 3 5 7 9 0"_s}));
   EXPECT_EQ(status(), before + u"\n\n开奖核对结果如下——\n\n中五个号： １ 注\n\n中四个号： ２ 注"_s);
+}
+
+TEST_F(RunButtonsTest, OnlyCellsOfDrawnNumbersShowARedBallAlsoWhereARowRepeatsOne) {
+  data.addDraws(u"11031512 02 04 06 08 10"_s);
+  openWith({u"01 02 03 04 05"_s, u"02 02 04 05 07"_s});
+  EXPECT_EQ(balls(1), u"ooooo"_s);
+  clickRun(6);
+  EXPECT_EQ(gridRows(), (QStringList{u"1 11031512 1 2 3 4 5 2"_s, u"2 11031512 2 2 4 5 7 3"_s}));
+  EXPECT_EQ(balls(1), u"ooo--"_s);
 }
 
 TEST_F(RunButtonsTest, ACheckWithoutTheDrawFailsAndLeavesTheRows) {

@@ -121,6 +121,20 @@ TEST(QtProgress, TheLastValueShowsHoweverFastTheStepsCome) {
   EXPECT_EQ(bar.value(), 1000);
 }
 
+TEST(QtProgress, TheBarStaysUpBetweenTwoStagesAndGoesWhenTheWorkIsDone) {
+  QProgressBar bar;
+  QtProgress progress(bar);
+  progress.setVisible(true);
+  progress.setVisible(false);
+  progress.setVisible(true);
+  QApplication::processEvents();
+  EXPECT_TRUE(bar.isVisible());
+  progress.setVisible(false);
+  EXPECT_TRUE(bar.isVisible());
+  QApplication::processEvents();
+  EXPECT_FALSE(bar.isVisible());
+}
+
 TEST(QtEvents, AStopIsSeenWithinFiftyMilliseconds) {
   QtEvents events;
   QElapsedTimer clock;

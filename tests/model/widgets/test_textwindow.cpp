@@ -59,6 +59,18 @@ TEST_F(TextWindowTest, SaysSoWhereTheFileCannotBeWritten) {
   EXPECT_TRUE(ports.boxes[0].text.startsWith(u"无法写入文件 "_s + path));
 }
 
+TEST_F(TextWindowTest, AViewerOpensAWindowThatStaysWithItsTitleAndText) {
+  QWidget main;
+  QtTextViewer viewer(files, ports);
+  viewer.setParent(&main);
+  viewer.showText(u"投注号码"_s, u"01,02,03,04,05\n07,08,09,10,11\n"_s);
+  auto& shown = control<TextWindow>(main, u"textWindow"_s);
+  EXPECT_TRUE(shown.isVisible());
+  EXPECT_FALSE(shown.isModal());
+  EXPECT_EQ(shown.windowTitle(), u"投注号码"_s);
+  EXPECT_EQ(shown.findChild<QPlainTextEdit*>()->toPlainText(), u"01,02,03,04,05\n07,08,09,10,11\n"_s);
+}
+
 TEST_F(TextWindowTest, PrintsIntoADocument) {
   QPrinter printer;
   printer.setOutputFormat(QPrinter::PdfFormat);
