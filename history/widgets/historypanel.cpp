@@ -137,6 +137,7 @@ QWidget* HistoryPanel::buildButtons() {
   row->addWidget(button(u"cmm_Daocu"_s, u"导出文本"_s, u"把全部开奖记录导出为文本"_s, &HistoryPanel::exportText));
   row->addWidget(button(u"cmm_scls"_s, u"删除一期"_s, u"删除指定期号的记录"_s, &HistoryPanel::deletePeriod));
   row->addWidget(button(u"newBtnHistory_3"_s, u"清空记录"_s, u"删除所有的历史记录"_s, &HistoryPanel::clearHistory));
+  row->addWidget(button(u"newBtnHistory_7"_s, u"下载设置"_s, u"选择彩票种类"_s, &HistoryPanel::gamesRequested));
   return group;
 }
 

@@ -71,6 +71,8 @@ class HistoryPanel final : public QWidget {
   Q_SIGNAL void historyChanged();
   /// cmmUpdateHistory_1 or _2 was clicked: draws are wanted from the web.
   Q_SIGNAL void updateRequested();
+  /// newBtnHistory_7 was clicked: the choice of the game is wanted.
+  Q_SIGNAL void gamesRequested();
   /// Draws went out of the table: lists of periods elsewhere are stale.
   Q_SIGNAL void drawsDeleted();
 

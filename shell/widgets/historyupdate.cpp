@@ -1,9 +1,11 @@
 #include "shell/widgets/historyupdate.h"
 
 #include <QDesktopServices>
+#include <QPushButton>
 #include <QWidget>
 
 #include "acquire/processloader.h"
+#include "acquire/widgets/gamepanel.h"
 #include "acquire/widgets/sourcesform.h"
 #include "history/widgets/historypanel.h"
 #include "model/widgets/faultbox.h"
@@ -27,6 +29,11 @@ HistoryUpdate::HistoryUpdate(Store& gConn, HistoryPanel& panel, const Ports& por
       update_(gConn, {ports.boxes, ports.events, ports.panels, panel.derivationProgress(), *this,
                       orProcess(ports.loaders), [](const QUrl& page) { QDesktopServices::openUrl(page); }}) {
   connect(&panel_, &HistoryPanel::updateRequested, this, &HistoryUpdate::updateHistory);
+  auto* games = new GamePanel(gConn, ports.boxes, &panel_);
+  connect(&panel_, &HistoryPanel::gamesRequested, games, [this, games] {
+    if (auto* button = panel_.findChild<QPushButton*>(QStringLiteral("newBtnHistory_7")))
+      games->openUnder(*button);
+  });
   connect(&ports_.busy, &BusyState::stopRequested, this, [this] { update_.requestStop(); });
 }
 
