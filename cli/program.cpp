@@ -151,8 +151,8 @@ int runBatchCommand(Session& session, const Streams& streams, const QStringList&
 }
 
 /// The command behind the global options, and the session's end.
-int runSession(const Workspace::Folders& folders, const QStringList& words, const Streams& streams) {
-  Session session(folders, streams.out, streams.err);
+int runSession(const GlobalOptions& options, const QStringList& words, const Streams& streams) {
+  Session session(foldersOf(options), options.folder.isEmpty(), streams.out, streams.err);
   const int status = words.value(0) == u"batch"_s && words.value(1) != u"--help"_s
                          ? runBatchCommand(session, streams, words.mid(1))
                          : guarded(session, streams, [&] { runWords(session, words); });
@@ -174,7 +174,7 @@ int runProgram(const QStringList& words, const Streams& streams) {
       streams.out.flush();
       return exitDone;
     }
-    return runSession(foldersOf(options), rest, streams);
+    return runSession(options, rest, streams);
   } catch (const WrongWords& wrong) {
     printWrongWords(streams.err, wrong);
     return exitUsage;

@@ -16,13 +16,15 @@ OpenProgram::OpenProgram(const Workspace::Folders& folders, CliPorts& ports, Res
       zones(workspace.gConn, panel, ports),
       users(workspace, ports) {}
 
-Session::Session(Workspace::Folders folders, std::ostream& out, std::ostream& err)
-    : folders_(std::move(folders)), out_(out), ports_(err) {}
+Session::Session(Workspace::Folders folders, bool fillsFolder, std::ostream& out, std::ostream& err)
+    : folders_(std::move(folders)), fillsFolder_(fillsFolder), out_(out), ports_(err) {}
 
 Session::~Session() = default;
 
 OpenProgram& Session::program() {
   if (!program_) {
+    if (fillsFolder_)
+      Workspace::install(folders_);
     program_ = std::make_unique<OpenProgram>(folders_, ports_, resultFiles_);
     for (const QString& notice : program_->workspace.notices())
       ports_.information(notice);

@@ -43,7 +43,8 @@ struct OpenProgram {
 
 class Session final {
  public:
-  Session(Workspace::Folders folders, std::ostream& out, std::ostream& err);
+  /// fillsFolder: the program folder is the window's own, which is filled where nothing stands in it yet.
+  Session(Workspace::Folders folders, bool fillsFolder, std::ostream& out, std::ostream& err);
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -68,6 +69,7 @@ class Session final {
 
  private:
   Workspace::Folders folders_;
+  bool fillsFolder_;
   std::ostream& out_;
   CliPorts ports_;
   ResultFileAnswers resultFiles_;

@@ -1,11 +1,11 @@
 #include "conditions/conditionfiles.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include "conditions/conditioncopy.h"
 #include "conditions/conditionpanel.h"
 #include "conditions/customgroups.h"
+#include "conditions/filledtemplate.h"
 #include "model/errors.h"
 #include "model/store.h"
 #include "model/texts.h"
@@ -24,50 +24,39 @@ bool isFile(const QString& path) {
   return QFileInfo(path).isFile();
 }
 
-/// Copies a file so that the target is either the old one or the complete new one.
-void copyFile(const QString& from, const QString& to) {
-  const QByteArray content = readFileText(from);
-  QSaveFile file(to);
-  if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
-    throw FileError(u"无法写入文件 %1。"_s.arg(to));
+/// The program's own files are no condition sets, whatever a dialog answers.
+void demandForeign(const QString& path, const DataFolders& folders) {
+  const QString own[] = {folders.templateFile(), folders.packedFile(), folders.backupFile(), folders.workingFile()};
+  for (const QString& file : own)
+    if (QFileInfo(file) == QFileInfo(path))
+      throw FileError(u"文件 %1 是程序自己的文件，请换一个文件名。"_s.arg(path));
 }
 
 QString defaultFileName(const QDate& today) {
   return u"条件设置"_s + twoDigits(today.month()) + twoDigits(today.day()) + u'.' + conditionFileExtension.toString();
 }
 
-/// Brings a small database to its least size. A fault leaves it as it is.
-void compact(Store& store) {
-  try {
-    store.execute("压缩数据模板", "VACUUM");
-  } catch (const StoreError&) {
-    // A template that cannot be compacted can still be filled.
-  }
-}
-
 }  // namespace
 
-bool ConditionFiles::fillTemplate() {
+bool ConditionFiles::exportConditions(const QDate& today) {
   if (!isFile(templatePath_)) {
     boxes_.plain(u"数据模板文件丢失无法导出，请重新安装！"_s);
     return false;
   }
-  Store file(templatePath_, StoreAccess::readWrite);
-  compact(file);
-  copyConditionSet(gConn_, file);
-  return true;
-}
-
-bool ConditionFiles::exportConditions(const QDate& today) {
-  if (!fillTemplate())
-    return false;
-  const QString path = files_.OpenSaveDialog(u"save"_s, u"保存文件"_s, conditionFileExtension.toString(),
-                                             conditionFileLabel.toString(), defaultFileName(today));
-  if (path.isEmpty())
-    return false;
-  if (isFile(path) && !boxes_.ask(u"要覆盖这个文件吗？"_s))
-    return false;
-  copyFile(templatePath_, path);
+  const DataFolders folders{QFileInfo(templatePath_).absolutePath(), QFileInfo(gConn_.path()).absolutePath()};
+  try {
+    FilledTemplate filled(gConn_, folders);
+    const QString path = files_.OpenSaveDialog(u"save"_s, u"保存文件"_s, conditionFileExtension.toString(),
+                                               conditionFileLabel.toString(), defaultFileName(today));
+    if (path.isEmpty())
+      return false;
+    demandForeign(path, folders);
+    if (isFile(path) && !boxes_.ask(u"要覆盖这个文件吗？"_s))
+      return false;
+    filled.copyTo(path);
+  } catch (const DamagedData& damage) {
+    throw StoreError(u"数据模板文件已损坏（%1），请重新安装。"_s.arg(damage.message()));
+  }
   boxes_.plain(u"导出完成！"_s);
   return true;
 }

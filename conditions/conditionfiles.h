@@ -33,8 +33,8 @@ class ConditionFiles final {
                  const QString& templatePath)
       : gConn_(gConn), panel_(panel), boxes_(boxes), inputs_(inputs), files_(files), templatePath_(templatePath) {}
 
-  /// The menu entry daocu. The template takes the present conditions, and the chosen path a copy of it. True where a file was
-  /// written. Throws FileError where that fails, StoreError where the template is no template.
+  /// The menu entry daocu. A copy of the template takes the present conditions and goes to the chosen path. True where a file
+  /// was written. Throws FileError where that fails, StoreError where the template is no template.
   bool exportConditions(const QDate& today);
 
   /// The menu entry daoru. False where no file was chosen or none is there. A file of another shape shows its box; what was
@@ -45,8 +45,6 @@ class ConditionFiles final {
   void restoreDefaults();
 
  private:
-  bool fillTemplate();
-
   Store& gConn_;
   ConditionPanel& panel_;
   Boxes& boxes_;

@@ -16,6 +16,8 @@ struct DataFolders {
   /// Plain copy of the working database as it stood at the last start, before compaction.
   [[nodiscard]] QString backupFile() const { return program + QLatin1StringView("/elevenfive.bak"); }
   [[nodiscard]] QString templateFile() const { return program + QLatin1StringView("/TJmode.tjmod"); }
+  /// A help file that someone has put there; none is shipped.
+  [[nodiscard]] QString helpFile() const { return program + QLatin1StringView("/elevenfive-help.html"); }
   /// The folder through which a new pack passes, and where copies of interrupted work are kept.
   [[nodiscard]] QString bakFolder() const { return program + QLatin1StringView("/Bak"); }
   [[nodiscard]] QString packInTransit() const { return bakFolder() + QLatin1StringView("/elevenfive.dat"); }

@@ -6,7 +6,9 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QtEndian>
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "model/compaction.h"
@@ -75,9 +77,35 @@ bool isWritableFolder(const QString& folder) {
   return QFileInfo(folder).isDir() && QFileInfo(folder).isWritable();
 }
 
-/// Where an installation keeps the files that a user's folder begins with.
-DataFolders shippedFolder() {
-  return {QCoreApplication::applicationDirPath() + u"/../share/elevenfive"_s, {}};
+/// Stands in a program folder for as long as it is being filled.
+QString fillingMark(const DataFolders& folders) {
+  return folders.program + u"/elevenfive.installing"_s;
+}
+
+/// Whether anything stands in the folders that only a run or a filling leaves there.
+bool holdsAnything(const DataFolders& folders) {
+  const QString traces[] = {folders.packedFile(), folders.backupFile(), folders.templateFile(), folders.bakFolder(),
+                            folders.workingFile()};
+  return std::any_of(std::begin(traces), std::end(traces), [](const QString& path) { return QFileInfo::exists(path); });
+}
+
+/// A fresh template.
+void writeTemplate(const DataFolders& folders, FileAccess& files) {
+  createStore(files, folders.userScratch(), StoreKind::conditionTemplate);
+  replaceByCopy(files, folders.userScratch(), folders.templateFile());
+  files.remove(folders.userScratch());
+}
+
+/// A fresh packed data file with the default rows and the icon.
+void writePackedFile(const DataFolders& folders, FileAccess& files) {
+  const QString icon = folders.mainScratch() + u".ico"_s;
+  const QByteArray picture = sideIcon();
+  createStore(files, folders.mainScratch(), StoreKind::main);
+  replaceFile(
+      files, icon, [&](OutputFile& file) { file.write(picture.constData(), picture.size()); }, [](const QString&) {});
+  writePack(folders.mainScratch(), icon, folders.packedFile(), files);
+  files.remove(folders.mainScratch());
+  files.remove(icon);
 }
 
 }  // namespace
@@ -136,20 +164,10 @@ void Workspace::create(const Folders& given, bool force, FileAccess& files) {
   if (exists(folders))
     data.keepPack(folders.packedFile());
 
-  createStore(files, folders.userScratch(), StoreKind::conditionTemplate);
-  replaceByCopy(files, folders.userScratch(), folders.templateFile());
-  files.remove(folders.userScratch());
-
-  const QString icon = folders.mainScratch() + u".ico"_s;
-  const QByteArray picture = sideIcon();
-  createStore(files, folders.mainScratch(), StoreKind::main);
-  replaceFile(
-      files, icon, [&](OutputFile& file) { file.write(picture.constData(), picture.size()); }, [](const QString&) {});
-  writePack(folders.mainScratch(), icon, folders.packedFile(), files);
+  writeTemplate(folders, files);
+  writePackedFile(folders, files);
   if (QFileInfo::exists(folders.packInTransit()))
     replaceByCopy(files, folders.packedFile(), folders.packInTransit());
-  files.remove(folders.mainScratch());
-  files.remove(icon);
 }
 
 bool Workspace::exists(const Folders& folders) {
@@ -158,26 +176,42 @@ bool Workspace::exists(const Folders& folders) {
 
 Workspace::Folders Workspace::defaultFolders() {
   Folders folders{QCoreApplication::applicationDirPath(), getTempDir()};
-  if (!exists(folders) && !isWritableFolder(folders.program))
+  const bool canHold = isWritableFolder(folders.program) && !exists(shippedFolders());
+  if (!exists(folders) && !canHold)
     folders.program = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
   return folders;
 }
 
-void Workspace::install(const Folders& folders) {
-  for (const QString& path :
-       {folders.packedFile(), folders.backupFile(), folders.templateFile(), folders.bakFolder(), folders.workingFile()})
-    if (QFileInfo::exists(path))
-      return;
-  const Folders shipped = shippedFolder();
-  if (!exists(shipped)) {
-    create(folders, false);
+Workspace::Folders Workspace::shippedFolders() {
+  return {QCoreApplication::applicationDirPath() + u"/../share/elevenfive"_s, {}};
+}
+
+void Workspace::install(const Folders& given, const Folders& shipped, FileAccess& files) {
+  const Folders folders = apart(given);
+  const QString mark = fillingMark(folders);
+  if (!QFileInfo::exists(mark) && holdsAnything(folders))
     return;
-  }
-  FileAccess& files = realFiles();
   files.makeFolder(folders.program);
-  const FolderLock lock(folders.program);
-  replaceByCopy(files, shipped.templateFile(), folders.templateFile());
-  replaceByCopy(files, shipped.packedFile(), folders.packedFile());
+  const std::vector<FolderLock> locks = lockFolders(folders, files);
+  if (!QFileInfo::exists(mark)) {
+    if (holdsAnything(folders))
+      return;  // another instance was faster
+    replaceFile(
+        files, mark, [](OutputFile&) {}, [](const QString&) {});
+  }
+  const bool isShipped = exists(shipped) && QFileInfo::exists(shipped.templateFile());
+  if (isShipped)
+    replaceByCopy(files, shipped.templateFile(), folders.templateFile());
+  else
+    writeTemplate(folders, files);
+  // Once the packed data file stands it is complete, and may hold a person's work.
+  if (!exists(folders)) {
+    if (isShipped)
+      replaceByCopy(files, shipped.packedFile(), folders.packedFile());
+    else
+      writePackedFile(folders, files);
+  }
+  files.remove(mark);
 }
 
 }  // namespace elevenfive

@@ -54,12 +54,18 @@ class Workspace final {
   /// Whether the folder holds a packed data file.
   static bool exists(const Folders& folders);
 
-  /// The folder of the executable where it holds or can hold the data file, else the user's application data folder.
+  /// The folder of the executable where it holds or can hold the data file, else the user's application data folder. Where
+  /// the program is installed, the folder of the executable is shared by all users and holds no data of theirs.
   static Folders defaultFolders();
 
-  /// Fills a program folder in which nothing of the program stands yet: from the installed files where there are any, else
-  /// with fresh ones. A folder that holds any of its files is left alone.
-  static void install(const Folders& folders);
+  /// Where an installation keeps the files that a program folder begins with, which are read only.
+  static Folders shippedFolders();
+
+  /// Fills a program folder in which nothing of the program stands yet: from the shipped files where there are any, else
+  /// with fresh ones. A folder that holds any of its files is left alone, unless a filling was cut off there: then it is
+  /// finished. Throws AlreadyRunning where an instance has the folder, FileError where it cannot be written.
+  static void install(const Folders& folders, const Folders& shipped = shippedFolders(),
+                      FileAccess& files = realFiles());
 
   [[nodiscard]] const Folders& folders() const noexcept { return folders_; }
 

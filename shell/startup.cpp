@@ -1,5 +1,7 @@
 #include "shell/startup.h"
 
+#include <QFileInfo>
+
 #include "model/errors.h"
 #include "model/navigators.h"
 #include "model/numbers.h"
@@ -32,7 +34,10 @@ Startup::~Startup() = default;
 bool Startup::start() {
   if (!openWorkspace())
     return false;
+  bool shown = false;
   try {
+    if (QFileInfo(folders_.helpFile()).isFile())
+      screens_.setHelpFile(folders_.helpFile());
     if (!openMainDb() || !loadBalls()) {
       quit();
       return false;
@@ -41,19 +46,31 @@ bool Startup::start() {
     screens_.layoutHistoryGrid();
     screens_.initMainPanels();
     screens_.showMainForm();
-    for (const QString& notice : workspace_->notices())
-      boxes_.critical(notice);
-    if (!askForUserMode() || !logOnUser()) {
+    shown = true;
+    if (!showProgram()) {
       quit();
       return false;
     }
-    screens_.showChartMode();
-    offerGames();
-    screens_.fillZdyGroups();
   } catch (const Error& fault) {
-    // The window stays as far as it got.
     boxes_.critical(fault.message());
+    if (!shown) {  // without a window nobody could end it
+      quit();
+      return false;
+    }
+    // The window stays as far as it got.
   }
+  return true;
+}
+
+/// From the main form on; false where 退出系统 was chosen.
+bool Startup::showProgram() {
+  for (const QString& notice : workspace_->notices())
+    boxes_.critical(notice);
+  if (!askForUserMode() || !logOnUser())
+    return false;
+  screens_.showChartMode();
+  offerGames();
+  screens_.fillZdyGroups();
   return true;
 }
 
@@ -109,7 +126,7 @@ bool Startup::logOnUser() {
   screens_.showUserMenu(several);
   if (!several)
     return true;
-  if (!screens_.logOn(*users_))
+  if (screens_.logOn(*users_) != LogOn::done)
     return false;
   screens_.setUserCaption(*users_);
   return true;
@@ -123,8 +140,10 @@ void Startup::offerGames() {
 }
 
 bool Startup::switchUser() {
-  users_->saveUserFile(workspace_->gUserName);
-  if (!screens_.logOn(*users_))
+  const QString name = workspace_->gUserName;
+  if (!users_->saveUserFile(name) && !boxes_.ask(u"用户“%1”的过滤条件没有保存，仍要切换用户吗？"_s.arg(name)))
+    return true;
+  if (screens_.logOn(*users_) == LogOn::end)
     return false;
   screens_.setUserCaption(*users_);
   return true;
@@ -146,15 +165,16 @@ bool Startup::close(bool exitNoAsk) {
 }
 
 bool Startup::saveConditions() {
-  if (workspace_->gUserMode <= static_cast<int>(UserMode::one) || workspace_->gUserName.isEmpty())
+  const QString name = workspace_->gUserName;
+  if (workspace_->gUserMode <= static_cast<int>(UserMode::one) || name.isEmpty())
     return true;
   try {
-    users_->saveUserFile(workspace_->gUserName);
-    return true;
+    if (users_->saveUserFile(name))
+      return true;
   } catch (const Error& fault) {
     boxes_.critical(fault.message());
-    return boxes_.ask(u"用户“%1”的过滤条件没有保存，仍要退出吗？"_s.arg(workspace_->gUserName));
   }
+  return boxes_.ask(u"用户“%1”的过滤条件没有保存，仍要退出吗？"_s.arg(name));
 }
 
 /// What cannot be put back is tried as often as the person likes; it stays in the temporary folder otherwise, and the next

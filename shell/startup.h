@@ -26,6 +26,13 @@ struct BallColors {
 /// The balls of the game's numbers from BallColor; fewer than numberCount where the table has fewer rows.
 std::vector<BallColors> readBallColors(Store& store);
 
+/// How frmODBCLogon was left.
+enum class LogOn {
+  done,  ///< a user is logged on
+  shut,  ///< the form was shut
+  end,   ///< 退出系统
+};
+
 /// What a start and a close do on the screen, in the order of their calls.
 class Screens {
  public:
@@ -33,6 +40,7 @@ class Screens {
 
   // The start.
   virtual void showSplash() = 0;                                           ///< frmInitapp; Form_main is hidden
+  virtual void setHelpFile(const QString& path) = 0;                       ///< what F1 shows
   virtual void bindHistory(Workspace& workspace) = 0;                      ///< TDBGridHistory on 历史记录
   virtual void loadBallImages(const std::vector<BallColors>& colors) = 0;  ///< Img_Bred, Img_Bblue
   virtual void loadMissBallImages() = 0;                                   ///< YLFX_QiuImg
@@ -41,7 +49,7 @@ class Screens {
   virtual void showMainForm() = 0;                      ///< and the splash goes
   virtual bool askUserMode(int& gUserMode) = 0;         ///< frmFirstrun; false: 退出系统
   virtual void showUserMenu(bool visible) = 0;          ///< mnu_User
-  virtual bool logOn(Users& users) = 0;                 ///< frmODBCLogon; false: 退出系统
+  virtual LogOn logOn(Users& users) = 0;                ///< frmODBCLogon
   virtual void setUserCaption(const Users& users) = 0;  ///< gTitle and the user's name
   virtual void showChartMode() = 0;                     ///< Option_TorD(1)
   virtual void chooseGame(Catalogue& catalogue) = 0;    ///< frmDB
@@ -73,7 +81,8 @@ class Startup final {
   [[nodiscard]] Catalogue& catalogue() { return *catalogue_; }
 
   /// The menu entry mnu_UserQiehuan up to the caption; the window then selects the first tab and loads the conditions.
-  /// False where 退出系统 was chosen: the window then ends at once with nothing saved, by quit().
+  /// False where 退出系统 was chosen: the window then ends at once with nothing saved, by quit(). A form that is merely shut
+  /// leaves the old user logged on.
   bool switchUser();
 
   /// 退出系统: the run ends with nothing saved or packed.
@@ -81,6 +90,7 @@ class Startup final {
 
  private:
   bool openWorkspace();
+  bool showProgram();
   bool openMainDb();
   bool loadBalls();
   bool askForUserMode();

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "conditions/conditioncopy.h"
+#include "conditions/filledtemplate.h"
 #include "model/compaction.h"
 #include "model/datafile.h"
 #include "model/errors.h"
@@ -72,29 +73,12 @@ bool UserFiles::load(const QString& name) {
 
 bool UserFiles::save(const QString& name) {
   const QString place = path(name);
-  const QString scratch = folders_.temporary + u"/Temp_user.uVorex"_s;
   try {
-    checkDatabase(folders_.templateFile(), StoreKind::conditionTemplate);
+    FilledTemplate(gConn_, folders_, files_).copyTo(place);
+    return true;
   } catch (const DamagedData&) {
     return false;
   }
-  files_.remove(scratch +
-                u"-journal"_s);  // of a run that was ended while it saved; it would be rolled back into the copy
-  replaceByCopy(files_, folders_.templateFile(), scratch);
-  compactUserDb(scratch, false, folders_, files_);
-  {
-    Store file(scratch, StoreAccess::readWrite);
-    copyConditionSet(gConn_, file);
-  }
-  try {
-    checkDatabase(scratch, StoreKind::conditionTemplate);
-  } catch (const DamagedData& damage) {
-    throw StoreError(u"用户文件没有保存：%1。"_s.arg(damage.message()));
-  }
-  replaceByCopy(files_, scratch, place);
-  files_.remove(scratch);
-  files_.remove(scratch + u"-journal"_s);
-  return true;
 }
 
 void UserFiles::remove(const QString& name) {

@@ -110,8 +110,12 @@ void Users::removeIdleUsers() {
       idle << query.text(0);
   }
   for (const QString& name : std::as_const(idle)) {
-    if (isUserFileName(name))  // any other name never had a file
-      userFiles_.remove(name);
+    try {
+      if (isUserFileName(name))  // any other name never had a file
+        userFiles_.remove(name);
+    } catch (const FileError&) {
+      continue;  // no reason to keep anyone out; the next logon tries again
+    }
     workspace_.gConn.execute("删除过期用户", "DELETE FROM 用户表 WHERE 用户名 = ?", name);
   }
 }

@@ -64,7 +64,7 @@ SourcesForm::SourcesForm(Store& gConn, Boxes& boxes, PageLoaderFactory loaders, 
   buttons->addWidget(cancel);
   layout->addLayout(buttons);
   connect(ok, &QPushButton::clicked, this, [this] {
-    if (withFaultBox(boxes_, [this] { store(); }))
+    if (areAddresses() && withFaultBox(boxes_, [this] { store(); }))
       accept();
   });
   connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -95,6 +95,24 @@ void SourcesForm::buildRows() {
     });
   }
   static_cast<QVBoxLayout*>(layout())->addLayout(grid);
+}
+
+/// What was typed in keeps the form open where it is no address; what stood there stays as it was.
+bool SourcesForm::areAddresses() {
+  bool all = true;
+  withFaultBox(boxes_, [&] {
+    for (const Row& row : rows_) {
+      QString address = row.address->text().trimmed();
+      if (address.isEmpty() || address == sourceAddress(gConn_, row.name) ||
+          isWebAddress(QUrl(address.replace(provincePlace.toString(), u"x"_s))))
+        continue;
+      boxes_.critical(u"“%1”的地址不正确，要以 http:// 或 https:// 开头。"_s.arg(row.name));
+      row.address->setFocus();
+      all = false;
+      return;
+    }
+  });
+  return all;
 }
 
 void SourcesForm::store() {
@@ -128,14 +146,24 @@ void SourcesForm::test(const Row& row) {
   for (const Row& other : rows_)
     other.test->setEnabled(true);
   if (text.isEmpty())
-    verdict_->setText(u"“%1”：网页打不开，或者没有内容。"_s.arg(row.name));
+    tellWhyNot(row.name, page);
   else if (row.name == resultsSite.name && !text.contains(resultsPageMark))
     verdict_->setText(u"“%1”：网页可以打开，但不是开奖数据的网页。"_s.arg(row.name));
   else
     verdict_->setText(u"“%1”：网页可以打开，共 %2 字。"_s.arg(row.name).arg(text.size()));
 }
 
+void SourcesForm::tellWhyNot(const QString& name, const QUrl& page) {
+  const QString verdict = u"“%1”：网页打不开，或者没有内容。"_s.arg(name);
+  verdict_->setText(verdict);
+  server_.test(page.toString(), [this, verdict](const QString& reason) {
+    if (!testing_ && verdict_->text() == verdict)
+      verdict_->setText(verdict + reason);
+  });
+}
+
 void SourcesForm::done(int result) {
+  server_.cancel();
   reader_.requestStop();
   QDialog::done(result);
 }

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <vector>
 
+#include "acquire/networkaddresstester.h"
 #include "acquire/openurltext.h"
 #include "model/ports.h"
 
@@ -31,13 +32,16 @@ class SourcesForm final : public QDialog {
   };
 
   void buildRows();
+  [[nodiscard]] bool areAddresses();
   void store();
   void test(const Row& row);
+  void tellWhyNot(const QString& name, const QUrl& page);
   [[nodiscard]] QUrl pageOf(const Row& row) const;
 
   Store& gConn_;
   Boxes& boxes_;
   OpenUrlText reader_;
+  NetworkAddressTester server_;  ///< tells why a page cannot be read
   std::vector<Row> rows_;
   QLabel* verdict_;
   bool testing_ = false;

@@ -1,6 +1,7 @@
 #include "shell/widgets/historyupdate.h"
 
 #include <QDesktopServices>
+#include <QPushButton>
 #include <QWidget>
 
 #include "acquire/processloader.h"

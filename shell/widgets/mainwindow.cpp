@@ -204,18 +204,18 @@ void MainWindow::runMenuAction(MenuAction action, int argument) {
       selectTopTab(2);
       conditions_->showParityPage();
       break;
+    case MenuAction::restoreDefaults:
+    case MenuAction::exportConditions:
+    case MenuAction::importConditions:
+    case MenuAction::zonePage:
+      runConditionAction(action);
+      break;
     case MenuAction::historyUpdate:
       selectTopTab(1);
       updateHistory();
       break;
     case MenuAction::sources:
       update_->showSources();
-      break;
-    case MenuAction::restoreDefaults:
-    case MenuAction::exportConditions:
-    case MenuAction::importConditions:
-    case MenuAction::zonePage:
-      runConditionAction(action);
       break;
     case MenuAction::run:
       selectTopTab(3);

@@ -13,13 +13,13 @@ enum class MenuAction {
   historyRange,     ///< argument: OptionHistoryMode
   conditionTab,     ///< argument: tab of TabStrip_TiaoJian, modulo 100
   parityPage,       ///< the panel paicu
-  historyUpdate,    ///< draws from the web
-  sources,          ///< the addresses of the web
   restoreDefaults,
   exportConditions,
   importConditions,
-  zonePage,  ///< the panel in which the zones are drawn anew
-  run,       ///< argument: index of cmmTouZhu
+  zonePage,       ///< the panel in which the zones are drawn anew
+  historyUpdate,  ///< draws from the web
+  sources,        ///< the addresses of the web
+  run,            ///< argument: index of cmmTouZhu
   switchUser,
 };
 

@@ -77,7 +77,7 @@ bool askUserModeForm(int& gUserMode, QWidget* parent) {
   return form.exec() == QDialog::Accepted;
 }
 
-bool logOnForm(Users& users, Boxes& boxes, QWidget* parent) {
+LogOn logOnForm(Users& users, Boxes& boxes, QWidget* parent) {
   QDialog form(parent);
   form.setObjectName(u"frmODBCLogon"_s);
   form.setWindowTitle(u"用户登录"_s);
@@ -86,6 +86,7 @@ bool logOnForm(Users& users, Boxes& boxes, QWidget* parent) {
   name->setAccessibleName(u"用户名"_s);
   name->setEditable(true);
   withFaultBox(boxes, [&] { name->addItems(users.userNames()); });
+  name->setCurrentIndex(-1);  // nobody's name until one is chosen or typed
   auto* password = new QLineEdit(&form);
   password->setObjectName(u"txtPWD"_s);
   password->setAccessibleName(u"密码"_s);
@@ -111,11 +112,17 @@ bool logOnForm(Users& users, Boxes& boxes, QWidget* parent) {
     password->clear();
     name->setFocus();
   });
-  QObject::connect(end, &QPushButton::clicked, &form, &QDialog::reject);
-  return form.exec() == QDialog::Accepted;
+  bool ended = false;
+  QObject::connect(end, &QPushButton::clicked, &form, [&] {
+    ended = true;
+    form.reject();
+  });
+  if (form.exec() == QDialog::Accepted)
+    return LogOn::done;
+  return ended ? LogOn::end : LogOn::shut;
 }
 
-void chooseGameForm(Catalogue& catalogue, Boxes& boxes, QWidget* parent) {
+bool chooseGameForm(Catalogue& catalogue, Boxes& boxes, QWidget* parent) {
   QDialog form(parent);
   form.setObjectName(u"frmDB"_s);
   form.setWindowTitle(u"选择彩种"_s);
@@ -141,7 +148,7 @@ void chooseGameForm(Catalogue& catalogue, Boxes& boxes, QWidget* parent) {
   auto* layout = new QVBoxLayout(&form);
   layout->addWidget(frame);
   layout->addLayout(buttonRow({ok}));
-  form.exec();
+  return form.exec() == QDialog::Accepted;
 }
 
 }  // namespace elevenfive

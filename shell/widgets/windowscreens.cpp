@@ -1,17 +1,34 @@
 #include "shell/widgets/windowscreens.h"
 
+#include <QDesktopServices>
+#include <QShortcut>
+#include <QUrl>
+#include <utility>
+
+#include "conditions/pendingaction.h"
 #include "model/programtitle.h"
 #include "shell/widgets/startforms.h"
 
 namespace elevenfive {
 
+void WindowScreens::showSplash() {
+  splash_ = std::make_unique<Splash>();
+  splash_->showAtOnce();
+}
+
 void WindowScreens::bindHistory(Workspace& workspace) {
   window_ = std::make_unique<MainWindow>(workspace, ports_);
   windowMade_(*window_);
+  if (!helpFile_.isEmpty())
+    QObject::connect(new QShortcut(QKeySequence::HelpContents, window_.get()), &QShortcut::activated, window_.get(),
+                     [file = helpFile_] { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); });
 }
 
 void WindowScreens::showMainForm() {
+  if (splash_)
+    splash_->hide();
   window_->show();
+  splash_.reset();
 }
 
 bool WindowScreens::askUserMode(int& gUserMode) {
@@ -22,7 +39,7 @@ void WindowScreens::showUserMenu(bool visible) {
   window_->showUserMenu(visible);
 }
 
-bool WindowScreens::logOn(Users& users) {
+LogOn WindowScreens::logOn(Users& users) {
   return logOnForm(users, ports_.boxes, window_.get());
 }
 
@@ -31,10 +48,22 @@ void WindowScreens::setUserCaption(const Users& users) {
 }
 
 void WindowScreens::chooseGame(Catalogue& catalogue) {
-  chooseGameForm(catalogue, ports_.boxes, window_.get());
+  wantsDraws_ = chooseGameForm(catalogue, ports_.boxes, window_.get());
+}
+
+/// The last step of the start. What frmDB has left is done behind it, when the window can be closed in the midst of it.
+void WindowScreens::fillZdyGroups() {
+  window_->fillZdyGroups();
+  if (!std::exchange(wantsDraws_, false))
+    return;
+  constexpr int drawsOfTheGame = 16;
+  static_assert(pendingActionOf(drawsOfTheGame)->target == PendingTarget::historyUpdate);
+  window_->leaveAction(drawsOfTheGame);
 }
 
 void WindowScreens::unload(const QString& form) {
+  if (splash_ && splash_->objectName() == form)
+    splash_.reset();
   if (window_ == nullptr)
     return;
   if (auto* open = window_->findChild<QWidget*>(form))
@@ -42,6 +71,7 @@ void WindowScreens::unload(const QString& form) {
 }
 
 void WindowScreens::releaseData() {
+  splash_.reset();
   if (window_ != nullptr)
     window_->releaseData();
 }

@@ -6,6 +6,7 @@
 
 #include "shell/startup.h"
 #include "shell/widgets/mainwindow.h"
+#include "shell/widgets/splash.h"
 
 namespace elevenfive {
 
@@ -17,7 +18,8 @@ class WindowScreens final : public Screens {
 
   [[nodiscard]] MainWindow* window() const { return window_.get(); }
 
-  void showSplash() override {}  // the start takes less time than a splash would be seen
+  void showSplash() override;
+  void setHelpFile(const QString& path) override { helpFile_ = path; }
   void bindHistory(Workspace& workspace) override;
   void loadBallImages(const std::vector<BallColors>&) override {}  // balls are painted, no images are read
   void loadMissBallImages() override {}
@@ -26,11 +28,11 @@ class WindowScreens final : public Screens {
   void showMainForm() override;
   bool askUserMode(int& gUserMode) override;
   void showUserMenu(bool visible) override;
-  bool logOn(Users& users) override;
+  LogOn logOn(Users& users) override;
   void setUserCaption(const Users& users) override;
   void showChartMode() override {}  // the window has the data mode only
   void chooseGame(Catalogue& catalogue) override;
-  void fillZdyGroups() override { window_->fillZdyGroups(); }
+  void fillZdyGroups() override;
 
   void unload(const QString& form) override;
   void releaseData() override;
@@ -38,7 +40,10 @@ class WindowScreens final : public Screens {
  private:
   WindowPorts ports_;
   std::function<void(MainWindow&)> windowMade_;
+  std::unique_ptr<Splash> splash_;
   std::unique_ptr<MainWindow> window_;
+  QString helpFile_;         ///< empty where there is none
+  bool wantsDraws_ = false;  ///< 确定 was chosen in frmDB
 };
 
 }  // namespace elevenfive

@@ -158,14 +158,46 @@ TEST_F(Files, LostTemplateIsTold) {
   EXPECT_TRUE(question.asked.isEmpty());
 }
 
-TEST_F(Files, CancelledExportLeavesNoFileButFillsTheTemplate) {
+TEST_F(Files, CancelledExportLeavesNoFileAndNoScratch) {
   changeEverything();
   question.path.clear();
+  const QStringList scratchBefore = QDir(workspace.folders.temporary).entryList(QDir::Files);
   EXPECT_FALSE(files.exportConditions(today));
   EXPECT_TRUE(ports.boxes.empty());
   EXPECT_TRUE(QDir(folder.path()).isEmpty());
-  for (const char* sql : setTables)
-    EXPECT_EQ(rowsOf(templatePath, sql), workspace.rows(sql)) << sql;
+  EXPECT_EQ(QDir(workspace.folders.temporary).entryList(QDir::Files), scratchBefore);
+}
+
+TEST_F(Files, ExportOnlyReadsTheTemplate) {
+  QFile file(templatePath);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray before = file.readAll();
+  file.close();
+  changeEverything();
+  EXPECT_TRUE(files.exportConditions(today));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), before);
+}
+
+TEST_F(Files, DamagedTemplateIsTold) {
+  QFile file(templatePath);
+  ASSERT_TRUE(file.resize(file.size() / 2));
+  try {
+    files.exportConditions(today);
+    FAIL() << "exported";
+  } catch (const StoreError& fault) {
+    EXPECT_TRUE(fault.message().startsWith(u"数据模板文件已损坏（"_s) &&
+                fault.message().endsWith(u"），请重新安装。"_s));
+  }
+  EXPECT_TRUE(question.asked.isEmpty());
+}
+
+TEST_F(Files, TheProgramsOwnFilesAreNeverOverwritten) {
+  for (const QString& own : {templatePath, workspace.folders.packedFile(), workspace.folders.workingFile()}) {
+    question.path = own;
+    EXPECT_THROW(files.exportConditions(today), FileError) << own.toStdString();
+  }
+  EXPECT_TRUE(ports.boxes.empty());
 }
 
 TEST_F(Files, NoToTheOverwriteQuestionLeavesTheOldFile) {

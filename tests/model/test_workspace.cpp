@@ -146,6 +146,70 @@ TEST_F(WorkspaceLife, InstallFillsAnEmptyFolderOnly) {
   EXPECT_FALSE(Workspace::exists(folders));
 }
 
+TEST_F(WorkspaceLife, InstallCopiesTheShippedFilesAndNeverChangesThem) {
+  const Workspace::Folders shipped = folders;
+  const QByteArray pack = read(shipped.packedFile());
+  const QByteArray conditions = read(shipped.templateFile());
+  const Workspace::Folders fresh{folder.filePath(u"of a user/data"_s), folder.filePath(u"fresh temp"_s)};
+  Workspace::install(fresh, shipped, unflushed);
+  EXPECT_EQ(read(fresh.packedFile()), pack);
+  EXPECT_EQ(read(fresh.templateFile()), conditions);
+  EXPECT_EQ(QDir(fresh.program).entryList(QDir::Files | QDir::Hidden, QDir::Name),
+            (QStringList{u"TJmode.tjmod"_s, u"elevenfive.dat"_s}));
+  {
+    Workspace workspace(fresh, {&unflushed, {}});
+    setValue(workspace.gConn, 8);
+    workspace.close();
+  }
+  Workspace::install(fresh, shipped, unflushed);
+  EXPECT_NE(read(fresh.packedFile()), pack);
+  EXPECT_EQ(read(shipped.packedFile()), pack);
+  EXPECT_EQ(read(shipped.templateFile()), conditions);
+}
+
+TEST_F(WorkspaceLife, AnInstallThatWasCutOffAtAnyStepIsFinishedByTheNextOne) {
+  const Workspace::Folders none{folder.filePath(u"none"_s), {}};
+  for (const Workspace::Folders& shipped : {folders, none}) {
+    qint64 step = 0;
+    for (bool done = false; !done; ++step) {
+      const QTemporaryDir place;
+      const Workspace::Folders fresh{place.filePath(u"program"_s), place.filePath(u"temp"_s)};
+      FaultyFiles files;
+      files.failingStep = step;
+      try {
+        Workspace::install(fresh, shipped, files);
+        done = files.steps <= step;
+      } catch (const FileError&) {
+        // A step that failed; whatever it left is what the next one finds.
+      }
+      Workspace::install(fresh, shipped, unflushed);
+      Workspace workspace(fresh, {&unflushed, {}});
+      EXPECT_EQ(valueOf(workspace.gConn), 5) << "step " << step;
+      EXPECT_EQ(workspace.notices(), QStringList());
+      EXPECT_NO_THROW(checkDatabase(fresh.templateFile(), StoreKind::conditionTemplate)) << "step " << step;
+      EXPECT_FALSE(QFile::exists(fresh.program + u"/elevenfive.installing"_s));
+    }
+    EXPECT_GT(step, 10);
+  }
+}
+
+TEST_F(WorkspaceLife, FinishingAnInstallNeverTouchesAPackedDataFileThatStands) {
+  runWriting(7);
+  write(folders.program + u"/elevenfive.installing"_s, "");
+  QFile::remove(folders.templateFile());
+  Workspace::install(folders, {folder.filePath(u"none"_s), {}}, unflushed);
+  EXPECT_EQ(nextStart(), 7);
+  EXPECT_NO_THROW(checkDatabase(folders.templateFile(), StoreKind::conditionTemplate));
+}
+
+TEST_F(WorkspaceLife, AnInstallWaitsForNobodyAndSaysThatAnInstanceRuns) {
+  const Workspace::Folders fresh{folder.filePath(u"fresh"_s), folder.filePath(u"fresh temp"_s)};
+  realFiles().makeFolder(fresh.program);
+  const FolderLock held(fresh.program);
+  EXPECT_THROW(Workspace::install(fresh, folders, unflushed), AlreadyRunning);
+  EXPECT_FALSE(Workspace::exists(fresh));
+}
+
 TEST_F(WorkspaceLife, AnObjectThatGoesWithoutACloseStillPutsItsChangesBack) {
   {
     Workspace workspace(folders);

@@ -20,12 +20,16 @@ class RecordingScreens final : public Screens {
  public:
   explicit RecordingScreens(QStringList& log) : log_(log) {}
 
-  int mode = 1;          ///< the answer of frmFirstrun; 0: 退出系统
-  QString userName;      ///< typed into frmODBCLogon; empty: 退出系统
+  int mode = 1;      ///< the answer of frmFirstrun; 0: 退出系统
+  QString userName;  ///< typed into frmODBCLogon; empty: noLogOn
+  LogOn noLogOn = LogOn::end;
   int game = 0;          ///< chosen in frmDB
   QString historyFault;  ///< thrown when the history is bound
+  QString panelFault;    ///< thrown when the panels are made
+  QString chartFault;    ///< thrown when the chart is shown
 
   void showSplash() override { log_ << u"splash"_s; }
+  void setHelpFile(const QString& path) override { log_ << u"help "_s + path.section(u'/', -1); }
   void bindHistory(Workspace&) override {
     log_ << u"bind history"_s;
     if (!historyFault.isEmpty())
@@ -36,7 +40,11 @@ class RecordingScreens final : public Screens {
   }
   void loadMissBallImages() override { log_ << u"miss balls"_s; }
   void layoutHistoryGrid() override { log_ << u"grid"_s; }
-  void initMainPanels() override { log_ << u"panels"_s; }
+  void initMainPanels() override {
+    log_ << u"panels"_s;
+    if (!panelFault.isEmpty())
+      throw StoreError(panelFault);
+  }
   void showMainForm() override { log_ << u"main form"_s; }
   bool askUserMode(int& gUserMode) override {
     log_ << u"first run, mode %1"_s.arg(gUserMode);
@@ -44,12 +52,18 @@ class RecordingScreens final : public Screens {
     return mode != 0;
   }
   void showUserMenu(bool visible) override { log_ << (visible ? u"user menu"_s : u"no user menu"_s); }
-  bool logOn(Users& users) override {
+  LogOn logOn(Users& users) override {
     log_ << u"logon"_s;
-    return !userName.isEmpty() && users.cmdOK(userName, {});
+    if (userName.isEmpty())
+      return noLogOn;
+    return users.cmdOK(userName, {}) ? LogOn::done : noLogOn;
   }
   void setUserCaption(const Users& users) override { log_ << users.caption(u"caption"_s); }
-  void showChartMode() override { log_ << u"chart mode"_s; }
+  void showChartMode() override {
+    log_ << u"chart mode"_s;
+    if (!chartFault.isEmpty())
+      throw StoreError(chartFault);
+  }
   void chooseGame(Catalogue& catalogue) override {
     log_ << u"choose game"_s;
     catalogue.selectCaizong(game);
@@ -136,9 +150,33 @@ TEST_F(StartupTest, LeavingTheLogonEndsWithNothingSaved) {
   addDraw();
   screens.mode = 2;
   screens.userName.clear();
-  EXPECT_FALSE(startup.start());
-  EXPECT_EQ(ports.log.last(), u"release"_s);
+  for (const LogOn left : {LogOn::end, LogOn::shut}) {
+    screens.noLogOn = left;
+    EXPECT_FALSE(startup.start());
+    EXPECT_EQ(ports.log.last(), u"release"_s);
+  }
   EXPECT_EQ(stored("SELECT 模式 FROM 用户模式"), 0);
+}
+
+TEST_F(StartupTest, AHelpFileInTheProgramFolderBecomesTheHelp) {
+  QFile file(folders.program + u"/elevenfive-help.html"_s);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  ASSERT_TRUE(startup.start());
+  EXPECT_EQ(ports.log.first(3), QStringList({u"splash"_s, u"help elevenfive-help.html"_s, u"bind history"_s}));
+}
+
+TEST_F(StartupTest, AFaultBeforeTheWindowIsUpEndsTheStart) {
+  screens.panelFault = u"读取失败。"_s;
+  EXPECT_FALSE(startup.start());
+  EXPECT_EQ(ports.log.last(2), QStringList({u"critical [] 读取失败。"_s, u"release"_s}));
+  EXPECT_NO_THROW(Workspace(folders, {&quick, {}}));  // nothing holds the data any more
+}
+
+TEST_F(StartupTest, AFaultBehindItLeavesTheWindowAsFarAsItGot) {
+  screens.chartFault = u"读取失败。"_s;
+  ASSERT_TRUE(startup.start());
+  EXPECT_EQ(ports.log.last(2), QStringList({u"chart mode"_s, u"critical [] 读取失败。"_s}));
+  EXPECT_TRUE(startup.close(true));
 }
 
 TEST_F(StartupTest, ASecondInstanceShowsItsBoxAndNothingElse) {
@@ -272,6 +310,35 @@ TEST_F(StartupTest, SwitchingSavesTheOldUserThenLogsOn) {
   Store old(folders.program + u"/甲.uVorex"_s, StoreAccess::readOnly);
   EXPECT_EQ(old.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
   EXPECT_EQ(startup.workspace().gConn.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 5);
+}
+
+TEST_F(StartupTest, ALogonThatIsShutLeavesTheOldUser) {
+  screens.mode = 2;
+  screens.userName = u"甲"_s;
+  ASSERT_TRUE(startup.start());
+  screens.userName.clear();
+  screens.noLogOn = LogOn::shut;
+  ports.log.clear();
+  EXPECT_TRUE(startup.switchUser());
+  EXPECT_EQ(ports.log, QStringList({u"logon"_s, u"caption  —— 甲"_s}));
+  EXPECT_EQ(startup.workspace().gUserName, u"甲"_s);
+  screens.noLogOn = LogOn::end;
+  EXPECT_FALSE(startup.switchUser());
+}
+
+TEST_F(StartupTest, WithoutTheTemplateTheConditionsAreNotLostUnasked) {
+  screens.mode = 2;
+  screens.userName = u"甲"_s;
+  ASSERT_TRUE(startup.start());
+  QFile::remove(folders.templateFile());
+  ports.log.clear();
+  ports.answers = {Answer::no, Answer::no};
+  EXPECT_TRUE(startup.switchUser());
+  EXPECT_FALSE(startup.close(true));
+  EXPECT_EQ(ports.log, QStringList({u"plain [] 数据模板文件丢失无法导出，请重新安装！"_s,
+                                    u"question [] 用户“甲”的过滤条件没有保存，仍要切换用户吗？"_s,
+                                    u"plain [] 数据模板文件丢失无法导出，请重新安装！"_s,
+                                    u"question [] 用户“甲”的过滤条件没有保存，仍要退出吗？"_s}));
 }
 
 }  // namespace

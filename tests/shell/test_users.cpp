@@ -194,6 +194,17 @@ TEST_F(UsersTest, AnIdleAccountWhoseNameWouldLeaveTheFolderTakesNoFileAlong) {
   EXPECT_TRUE(victim.exists());
 }
 
+TEST_F(UsersTest, AnIdleAccountWhoseFileCannotBeRemovedKeepsNobodyOut) {
+  addAccount(u"一年"_s, 365);
+  FaultyFiles disk;
+  disk.failingStep = 0;
+  Users onFailingDisk(w.workspace(), ports, disk, [] { return QDateTime(today, QTime(12, 0)); });
+  EXPECT_TRUE(onFailingDisk.cmdOK(u"临时用户"_s, u""_s));
+  EXPECT_EQ(accounts(), (QStringList{u"一年"_s, u"临时用户"_s}));
+  ASSERT_TRUE(users.cmdOK(u"临时用户"_s, u""_s));
+  EXPECT_EQ(accounts(), QStringList{u"临时用户"_s});
+}
+
 TEST_F(UsersTest, AfterALogonThereAreNoCandidates) {
   w.store().execute("test", "INSERT INTO 日志表 (序号, 期号) VALUES (1, 11031510)");
   ASSERT_TRUE(users.cmdOK(u"临时用户"_s, u""_s));

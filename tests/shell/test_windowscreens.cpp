@@ -2,14 +2,19 @@
 #include "shell/widgets/windowscreens.h"
 
 #include <QComboBox>
+#include <QDesktopServices>
+#include <QDir>
 #include <QFile>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QUrl>
 
-#include "tests/shell/windowtest.h"
+#include "tests/shell/mainwindowtest.h"
 #include "tests/support/faultyfiles.h"
 
 namespace elevenfive {
@@ -42,7 +47,7 @@ class WindowScreensTest : public ::testing::Test {
   void prepare(const char* sql) {
     Workspace workspace(folders, {&quick, {}});
     workspace.gConn.execute("test",
-                            "INSERT INTO 历史记录 (期号, 开奖日期, 号码1, 号码2, 号码3, 号码4, 号码5)"
+                            "INSERT OR REPLACE INTO 历史记录 (期号, 开奖日期, 号码1, 号码2, 号码3, 号码4, 号码5)"
                             " VALUES (11031510, 40000, 1, 2, 3, 4, 5)");
     workspace.gConn.execute("test", sql);
     workspace.close();
@@ -54,7 +59,7 @@ class WindowScreensTest : public ::testing::Test {
   }
 
   void start(FileAccess& disk) {
-    startup = std::make_unique<Startup>(folders, ports, screens, disk);
+    startup = std::make_unique<Startup>(folders, boxes, screens, disk);
     ASSERT_TRUE(startup->start());
     screens.window()->setLeave([this] { return startup->close(false); });
   }
@@ -63,9 +68,10 @@ class WindowScreensTest : public ::testing::Test {
   UnflushedFiles quick;
   Workspace::Folders folders{folder.filePath(u"program"_s), folder.filePath(u"temp"_s)};
   RecordingPorts ports;
+  WatchedBoxes boxes{ports};
   AnsweringFiles files;
   RecordingTexts texts;
-  WindowScreens screens{{ports, ports, files, texts}, [](MainWindow&) {}};
+  WindowScreens screens{{boxes, ports, files, texts}, [](MainWindow&) {}};
   std::unique_ptr<Startup> startup;
 };
 
@@ -143,6 +149,176 @@ TEST_F(WindowScreensTest, AnEmptyHistoryOffersTheGames) {
   }});
   start(quick);
   EXPECT_EQ(startup->workspace().gConn.value("test", "SELECT 序号 FROM 彩票类型 WHERE 使用 = 1"), 1);
+  // What the form has left is done once the start is over: the draws of the game are read, here without an address.
+  const auto updates = [this] { return ports.boxTexts().filter(u"还没有设置下载开奖数据的网址"_s).size(); };
+  EXPECT_EQ(updates(), 0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return updates() > 0; }));
+  QTest::qWait(50);
+  EXPECT_EQ(updates(), 1);
+  EXPECT_TRUE(screens.window()->close());
+}
+
+TEST_F(WindowScreensTest, AShutChoiceOfTheGameReadsNoDraws) {
+  {
+    Workspace workspace(folders, {&quick, {}});
+    workspace.gConn.execute("test", "UPDATE 用户模式 SET 模式 = 1");
+    workspace.close();
+  }
+  inForms({[](QWidget& form) {
+    EXPECT_EQ(form.findChildren<QRadioButton*>(), [&] {
+      QList<QRadioButton*> unchecked;
+      for (QRadioButton* option : form.findChildren<QRadioButton*>())
+        if (!option->isChecked())
+          unchecked << option;
+      return unchecked;
+    }());
+    QTest::keyClick(&form, Qt::Key_Escape);
+  }});
+  start(quick);
+  QTest::qWait(50);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"历史开奖数据库中无记录，请选择相应的开奖数据添加！"_s});
+  EXPECT_TRUE(screens.window()->close());
+}
+
+QWidget* topLevel(const QString& name) {
+  for (QWidget* widget : QApplication::topLevelWidgets())
+    if (widget->objectName() == name)
+      return widget;
+  return nullptr;
+}
+
+TEST_F(WindowScreensTest, TheSplashIsAsLargeAsItsPictureAndGoesWhenTheWindowComes) {
+  screens.showSplash();
+  QWidget* splash = topLevel(u"frmInitapp"_s);
+  ASSERT_NE(splash, nullptr);
+  EXPECT_TRUE(splash->isVisible());
+  const auto& image = control<QLabel>(*splash, u"ImageInit"_s);
+  EXPECT_EQ(image.pos(), QPoint(0, 0));
+  EXPECT_EQ(image.size(), splash->size());
+  EXPECT_EQ(image.pixmap(Qt::ReturnByValue).deviceIndependentSize().toSize(), splash->size());
+  EXPECT_GT(splash->width(), 300);
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  start(quick);
+  EXPECT_TRUE(screens.window()->isVisible());
+  EXPECT_EQ(topLevel(u"frmInitapp"_s), nullptr);
+  EXPECT_TRUE(screens.window()->close());
+}
+
+TEST_F(WindowScreensTest, TheSplashStandsWhileTheWindowIsMade) {
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  bool seen = false;
+  WindowScreens watched({ports, ports, files, texts}, [&](MainWindow& window) {
+    const QWidget* splash = topLevel(u"frmInitapp"_s);
+    seen = splash != nullptr && splash->isVisible() && !window.isVisible();
+  });
+  Startup starting(folders, ports, watched, quick);
+  ASSERT_TRUE(starting.start());
+  EXPECT_TRUE(seen);
+  EXPECT_TRUE(starting.close(true));
+}
+
+TEST_F(WindowScreensTest, AStartThatFailsTakesTheSplashAway) {
+  prepare("DELETE FROM BallColor WHERE 号码 > 10");
+  Startup starting(folders, ports, screens, quick);
+  EXPECT_FALSE(starting.start());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"程序初始化出错,即将退出。。。"_s});
+  EXPECT_EQ(topLevel(u"frmInitapp"_s), nullptr);
+}
+
+/// Takes the place of the system's viewer.
+class Viewer final : public QObject {
+  Q_OBJECT
+
+ public:
+  QList<QUrl> shown;
+  Q_INVOKABLE void show(const QUrl& url) { shown << url; }
+};
+
+TEST_F(WindowScreensTest, F1ShowsTheHelpFileOfTheProgramFolder) {
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  QFile help(folders.helpFile());
+  ASSERT_TRUE(help.open(QIODevice::WriteOnly));
+  start(quick);
+  Viewer viewer;
+  QDesktopServices::setUrlHandler(u"file"_s, &viewer, "show");
+  ASSERT_TRUE(QTest::qWaitForWindowActive(screens.window()));
+  QTest::keyClick(screens.window(), Qt::Key_F1);
+  QDesktopServices::unsetUrlHandler(u"file"_s);
+  EXPECT_EQ(viewer.shown, QList<QUrl>{QUrl::fromLocalFile(folders.helpFile())});
+  EXPECT_TRUE(screens.window()->close());
+}
+
+TEST_F(WindowScreensTest, ADamagedDataFileIsToldOverTheWindowAndKeptAndTheBackupIsUsed) {
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  prepare("UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");  // the backup is the state before this run
+  QFile pack(folders.packedFile());
+  ASSERT_TRUE(pack.resize(pack.size() / 2));
+  QFile::remove(folders.packInTransit());
+  bool visible = false;
+  boxes.onShow = [&] { visible = screens.window() != nullptr && screens.window()->isVisible(); };
+  start(quick);
+  ASSERT_EQ(ports.boxes.size(), 1U);
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::critical);
+  EXPECT_TRUE(ports.boxes[0].text.startsWith(u"数据文件已损坏（"_s));
+  EXPECT_TRUE(ports.boxes[0].text.contains(u"已改用备份；损坏的文件保留为 "_s));
+  EXPECT_TRUE(visible);
+  const QStringList kept = QDir(folders.program).entryList({u"elevenfive.dat.damaged-*"_s});
+  ASSERT_EQ(kept.size(), 1);
+  EXPECT_TRUE(ports.boxes[0].text.contains(kept.first()));
+  EXPECT_EQ(startup->workspace().gConn.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 5);
+  EXPECT_TRUE(screens.window()->close());
+  EXPECT_EQ(stored("SELECT 模式 FROM 用户模式"), 1);
+}
+
+TEST_F(WindowScreensTest, AReadOnlyFolderAtTheCloseIsToldAndTheWorkStays) {
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  FaultyFiles disk;
+  start(disk);
+  startup->workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");
+  disk.failingStep = disk.steps;
+  ports.answers = {Answer::yes, Answer::no};
+  EXPECT_TRUE(screens.window()->close());
+  ASSERT_EQ(ports.boxes.size(), 3U);
+  EXPECT_EQ(ports.boxes[1].kind, BoxKind::critical);
+  EXPECT_TRUE(ports.boxes[1].text.contains(folders.workingFile()));
+  Store left(folders.workingFile(), StoreAccess::readOnly);
+  EXPECT_EQ(left.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
+}
+
+TEST_F(WindowScreensTest, AShutLogonWhileSwitchingLeavesTheOldUser) {
+  prepare("UPDATE 用户模式 SET 模式 = 2");
+  inForms({[](QWidget& form) {
+    control<QComboBox>(form, u"Combo_userName"_s).setEditText(u"张三"_s);
+    click(control<QPushButton>(form, u"cmdOK"_s));
+  }});
+  start(quick);
+  inForms({[](QWidget& form) { QTest::keyClick(&form, Qt::Key_Escape); }});
+  EXPECT_TRUE(startup->switchUser());
+  EXPECT_EQ(startup->workspace().gUserName, u"张三"_s);
+  EXPECT_TRUE(screens.window()->close());
+  EXPECT_TRUE(QFile::exists(folders.program + u"/张三.uVorex"_s));
+}
+
+TEST_F(WindowScreensTest, TheLogonFormSaysWhatIsWrongAndStays) {
+  prepare("UPDATE 用户模式 SET 模式 = 2");
+  ports.answers = {Answer::no};
+  inForms({[&](QWidget& form) {
+    EXPECT_EQ(form.windowTitle(), u"用户登录"_s);
+    EXPECT_EQ(control<QComboBox>(form, u"Combo_userName"_s).currentText(), QString());
+    click(control<QPushButton>(form, u"cmdOK"_s));
+    EXPECT_EQ(ports.boxTexts().last(), u"用户名不能为空！"_s);
+    control<QComboBox>(form, u"Combo_userName"_s).setEditText(u"张三"_s);
+    click(control<QPushButton>(form, u"cmdOK"_s));
+    EXPECT_EQ(ports.boxTexts().last(), u"用户不存在，要以当前的用户名及密码来建立新用户吗？"_s);
+    control<QLineEdit>(form, u"txtPWD"_s).setText(u"pw"_s);
+    click(control<QPushButton>(form, u"cmd_newUser"_s));
+    EXPECT_EQ(ports.boxes.back().kind, BoxKind::information);
+    EXPECT_EQ(control<QLineEdit>(form, u"txtPWD"_s).text(), QString());
+    EXPECT_TRUE(form.isVisible());
+    click(control<QPushButton>(form, u"cmdOK"_s));  // yes: the account is made
+  }});
+  start(quick);
+  EXPECT_EQ(startup->workspace().gUserName, u"张三"_s);
   EXPECT_TRUE(screens.window()->close());
 }
 
@@ -158,3 +334,5 @@ TEST_F(WindowScreensTest, TheChartModeCannotBeChosen) {
 }  // namespace
 
 }  // namespace elevenfive
+
+#include "test_windowscreens.moc"

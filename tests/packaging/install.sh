@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# An installed tree: the companion finds the shipped files, fills the folder of its user from them, and never changes them.
+#   install.sh PATH_OF_ELEVENFIVE_CLI     in the bin folder of a build tree
+set -u
+build=$(cd "$(dirname "$1")/.." && pwd)
+place=$(mktemp -d)
+trap 'rm -rf "$place"' EXIT
+export HOME=$place/home XDG_DATA_HOME=$place/home/data TMPDIR=$place/tmp
+mkdir -p "$HOME" "$TMPDIR"
+failed=0
+fail() {
+  echo "$*"
+  failed=1
+}
+sums() { (cd "$place/usr" && find . -type f -exec sha256sum {} + | sort -k 2); }
+
+cmake --install "$build" --prefix "$place/usr" >"$place/log" 2>&1 || { cat "$place/log" && exit 1; }
+for file in bin/elevenfive-cli share/elevenfive/elevenfive.dat share/elevenfive/TJmode.tjmod; do
+  [ -s "$place/usr/$file" ] || fail "not installed: $file"
+done
+[ "$(find "$place/usr/share/elevenfive" -type f | wc -l)" -eq 2 ] || fail "more than two shipped files"
+before=$(sums)
+
+cli=$place/usr/bin/elevenfive-cli
+"$cli" value 3900 7 2>>"$place/log" || fail "the first start failed"
+own=$place/home/data/elevenfive
+[ -s "$own/elevenfive.dat" ] || fail "no packed data file in the user's folder"
+cmp -s "$own/TJmode.tjmod" "$place/usr/share/elevenfive/TJmode.tjmod" || fail "the template is not the shipped one"
+[ "$("$cli" sql "SELECT VALUE FROM 过滤条件 WHERE ID = 3900")" = $'VALUE\n7' ] || fail "the change is not there"
+"$cli" user logon 张三 pw --create 2>>"$place/log" || fail "logon failed"
+"$cli" conditions export "$place/set.Vorex" 2>>"$place/log" || fail "export failed"
+cmp -s "$own/TJmode.tjmod" "$place/usr/share/elevenfive/TJmode.tjmod" || fail "an export has changed the template"
+[ -s "$own/张三.uVorex" ] || fail "no user's file"
+[ "$(sums)" = "$before" ] || fail "the installed files have changed"
+[ "$failed" -eq 0 ] || cat "$place/log"
+exit $failed
