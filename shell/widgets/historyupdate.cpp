@@ -1,7 +1,6 @@
 #include "shell/widgets/historyupdate.h"
 
 #include <QDesktopServices>
-#include <QPushButton>
 #include <QWidget>
 
 #include "acquire/processloader.h"

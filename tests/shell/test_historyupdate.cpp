@@ -76,7 +76,7 @@ TEST_F(HistoryUpdateTest, AClickBringsTheDrawsIntoThePanel) {
     EXPECT_EQ(panel(2), QString());
     EXPECT_TRUE(button(index).isEnabled());
     EXPECT_TRUE(button(index).hasFocus());
-    EXPECT_FALSE(the<QWidget>(u"ProgressBar_TuBiao"_s).isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !the<QWidget>(u"ProgressBar_TuBiao"_s).isVisible(); }));
   }
 }
 
