@@ -91,9 +91,12 @@ QString zdyCountsText(Store& store, int k) {
 QStringList zdyLines(Store& store) {
   QStringList lines;
   for (int k = 1; k <= zdyGroupCount; ++k) {
-    const bool used = isConditionUsed(store, zdyCode(k));
-    lines << getZdyAlias(store, k) +
-                 (used ? u" ——"_s + zdyMembersText(store, k) + zdyCountsText(store, k) : u" ——　未 使 用 "_s);
+    if (!isConditionUsed(store, zdyCode(k))) {
+      lines << getZdyAlias(store, k) + u" ——　未 使 用 "_s;
+      continue;
+    }
+    const QString counts = membersOf(store, k).empty() ? QString() : zdyCountsText(store, k);
+    lines << getZdyAlias(store, k) + u" ——"_s + zdyMembersText(store, k) + counts;
   }
   return lines;
 }

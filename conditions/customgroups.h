@@ -54,7 +54,7 @@ QString zdyMembersText(Store& store, int k);
 /// " 允许开出个数（１个,２个）"; "（条 件 未 设 置）" where no count is allowed.
 QString zdyCountsText(Store& store, int k);
 
-/// The lines of List_ZDY, group 1 first: name, and members and counts of those in use.
+/// The lines of List_ZDY, group 1 first: name, and members and counts of those in use; an empty one has no counts to tell.
 QStringList zdyLines(Store& store);
 
 class CustomGroups final {

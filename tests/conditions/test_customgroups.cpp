@@ -140,7 +140,18 @@ TEST_F(Groups, GroupWithMembersButWithoutCountsSaysSo) {
 TEST_F(Groups, EmptyGroupInUseHasNoNumbers) {
   groups.clickCount(1, 1, true);
   EXPECT_EQ(groups.zdyMembersText(1), u"（ 无 号 码 ）"_s);
-  EXPECT_EQ(line(1), u"自定义组1 ——（ 无 号 码 ） 允许开出个数（１个）"_s);
+  EXPECT_EQ(line(1), u"自定义组1 ——（ 无 号 码 ）"_s);
+  EXPECT_EQ(groups.zdyCountsText(1), u" 允许开出个数（１个）"_s);
+}
+
+TEST_F(Groups, GroupInUseThatACommonGroupEmptiesHasNoNumbers) {
+  groups.clickMember(2, 11);  // the factory set allows 2 and 4 of this group
+  groups.clickUse(2, true);
+  EXPECT_EQ(line(2), u"自定义组2 ——　号码：（１１） 允许开出个数（２个,４个）"_s);
+  EXPECT_TRUE(groups.chooseCommon(2, u"1期斜码"_s));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"无法提取上期开奖号码！"_s});
+  EXPECT_EQ(line(2), u"1期斜码 ——（ 无 号 码 ）"_s);
+  EXPECT_EQ(conditionUse(workspace.store(), 21), 1);
 }
 
 TEST_F(Groups, BoxWritesItsSwitch) {
