@@ -170,12 +170,14 @@ void CustomGroups::clickUse(int k, bool checked) {
     panel_.clickSwitch(zdyCode(k), checked);
 }
 
-bool CustomGroups::rename(int k) {
+bool CustomGroups::rename(int k, const std::function<void()>& show) {
   const QString old = getZdyAlias(k);
   const QString name = inputs_.askText({u"修改为容易识别的名称"_s, u"【 "_s + old + u" 】 名称修改为："_s, old});
   if (name.isEmpty())
     return false;
   setZdyAlias(k, name);
+  if (show)
+    show();
   boxes_.plain(u"名称已修改完成！"_s);
   return true;
 }

@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <vector>
 
 #include "conditions/commongroups.h"
@@ -93,8 +94,8 @@ class CustomGroups final {
   /// Check_Zdy.
   void clickUse(int k, bool checked);
 
-  /// cmmChangeZDYname: asks for a new name. True where it was changed.
-  bool rename(int k);
+  /// cmmChangeZDYname: asks for a new name. True where it was changed. show brings the screen up to date before the box.
+  bool rename(int k, const std::function<void()>& show = {});
 
   /// cmm_EmptyZDY, "清空全部自定义组".
   void clearAll();

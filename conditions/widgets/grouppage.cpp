@@ -121,7 +121,14 @@ QWidget* GroupPage::buildEditor() {
   column->addWidget(buildCounts());
 
   connect(common_, &QComboBox::activated, this, &GroupPage::chooseCommon);
-  connect(rename, &QPushButton::clicked, this, [this] { change([this] { groups_.rename(group()); }); });
+  connect(rename, &QPushButton::clicked, this, [this] {
+    change([this] {
+      groups_.rename(group(), [this] {
+        showGroup();
+        showLines();
+      });
+    });
+  });
   connect(emptyOne, &QPushButton::clicked, this, [this] { change([this] { groups_.clearZdyGroup(group()); }); });
   connect(emptyAll, &QPushButton::clicked, this, [this] {
     change([this] { groups_.clearAll(); });

@@ -198,6 +198,16 @@ TEST_F(Groups, RenamingAsksAndConfirms) {
   EXPECT_EQ(line(3), u"热号 ——　未 使 用 "_s);
 }
 
+TEST_F(Groups, TheNewNameShowsBeforeItsBox) {
+  ports.typed = {u"热号"_s, QString()};
+  QStringList shown;
+  const auto show = [&] { shown << line(3) << QString::number(ports.boxes.size()); };
+  EXPECT_TRUE(groups.rename(3, show));
+  EXPECT_EQ(shown, (QStringList{u"热号 ——　未 使 用 "_s, u"0"_s}));
+  EXPECT_FALSE(groups.rename(3, show));
+  EXPECT_EQ(shown.size(), 2);
+}
+
 TEST_F(Groups, EmptyNameChangesNothing) {
   ports.typed = {QString()};
   EXPECT_FALSE(groups.rename(3));

@@ -9,7 +9,7 @@
 
 #include "conditions/widgets/pickpage.h"
 #include "shell/widgets/mainwindow.h"
-#include "tests/shell/windowtest.h"
+#include "tests/shell/mainwindowtest.h"
 
 namespace elevenfive {
 
@@ -40,7 +40,8 @@ class GroupPageTest : public ::testing::Test {
   RecordingPorts ports;
   AnsweringFiles files;
   RecordingTexts texts;
-  MainWindow window{data.workspace(), {ports, ports, files, texts}};
+  WatchedBoxes boxes{ports};
+  MainWindow window{data.workspace(), {boxes, ports, files, texts}};
 };
 
 TEST_F(GroupPageTest, ListsTheTwentyGroups) {
@@ -101,7 +102,11 @@ TEST_F(GroupPageTest, ACommonGroupFillsTheGroupAndNamesIt) {
 
 TEST_F(GroupPageTest, RenamingAndClearing) {
   ports.typed = {u"热号"_s};
+  QStringList behindTheBox;
+  boxes.onShow = [&] { behindTheBox << line(1) << the<QLabel>(u"Label_ZDYname"_s).text(); };
   click(the<QPushButton>(u"cmmChangeZDYname"_s));
+  boxes.onShow = {};
+  EXPECT_EQ(behindTheBox, (QStringList{u"热号 ——　未 使 用 "_s, u"热号"_s}));
   EXPECT_EQ(line(1), u"热号 ——　未 使 用 "_s);
   EXPECT_EQ(ports.boxTexts(), QStringList{u"名称已修改完成！"_s});
   clickNumber(4);
