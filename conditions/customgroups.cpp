@@ -106,16 +106,18 @@ CustomGroups::GroupState CustomGroups::showZdyGroup(int k) {
   state.counts.assign(zdyLargestCount + 1, false);
   if (!isGroup(k))
     return state;
+  if (k != closedGroup_)
+    closedGroup_ = 0;
   for (const int number : membersOf(gConn_, k))
     if (isNumber(number))
       state.members[static_cast<std::size_t>(number)] = true;
   state.countsEnabled = state.members != GroupMembers{};
   for (const int count : countsOf(gConn_, k))
     if (count <= zdyLargestCount)
-      state.counts[static_cast<std::size_t>(count)] = state.useEnabled = true;
+      state.counts[static_cast<std::size_t>(count)] = true;
   state.used = isConditionUsed(gConn_, zdyCode(k));
-  // A box that is on without any count, as a loaded condition set may leave it, can still be switched off.
-  state.useEnabled = state.useEnabled || state.used;
+  // A box that is on, as a loaded condition set may leave it, can always be switched off.
+  state.useEnabled = k != closedGroup_ || state.used;
   return state;
 }
 
@@ -152,6 +154,7 @@ void CustomGroups::clickCount(int k, int count, bool selected) {
   const bool any = !counts.empty() && counts.front() <= zdyLargestCount;  // ascending: the list shows 0 to 5 only
   setConditionUse(gConn_, zdyCode(k), any ? 1 : 0);
   transaction.commit();
+  closedGroup_ = any ? 0 : k;
 }
 
 void CustomGroups::selectCounts(int k, const std::vector<bool>& selected) {

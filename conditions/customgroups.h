@@ -69,7 +69,7 @@ class CustomGroups final {
     bool countsEnabled = false;  ///< List_ZDYset: only a group with members has counts to choose
     std::vector<bool> counts;    ///< selected items of List_ZDYset
     bool used = false;           ///< Check_Zdy
-    bool useEnabled = false;
+    bool useEnabled = true;      ///< only the group shown that has just lost its last count cannot be switched on
   };
 
   QString getZdyAlias(int k) { return elevenfive::getZdyAlias(gConn_, k); }
@@ -104,6 +104,8 @@ class CustomGroups final {
   bool chooseCommon(int k, const QString& entry);
 
  private:
+  /// Its last count was unselected last: Check_Zdy stays disabled until a count is selected or another group shows. 0: none.
+  int closedGroup_ = 0;
   Store& gConn_;
   ConditionPanel& panel_;
   Boxes& boxes_;

@@ -77,6 +77,26 @@ TEST_F(Groups, UnselectingTheLastCountDisablesAndUnticksTheBox) {
   EXPECT_EQ(conditionUse(workspace.store(), 20), 0);
 }
 
+TEST_F(Groups, BoxOfAGroupThatLostItsLastCountOpensWithACountOrAnotherGroup) {
+  groups.clickMember(1, 4);
+  groups.clickCount(1, 2, true);
+  groups.clickCount(1, 2, false);
+  EXPECT_FALSE(groups.showZdyGroup(1).useEnabled);
+  groups.clickCount(1, 0, true);
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+  groups.clickMember(1, 4);  // with its last number go its counts
+  EXPECT_FALSE(groups.showZdyGroup(1).useEnabled);
+  EXPECT_TRUE(groups.showZdyGroup(2).useEnabled);
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+}
+
+TEST_F(Groups, BoxOfAGroupWithoutCountsCanBeTicked) {
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+  groups.clickMember(1, 4);
+  EXPECT_EQ(allowed(3800, 3809), QString());
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+}
+
 TEST_F(Groups, SelectingManyCountsWritesWhatTheClicksWould) {
   groups.clickMember(2, 9);  // the factory set allows 2 and 4 of this group
   groups.selectCounts(2, {true, true, false, false, true, false});

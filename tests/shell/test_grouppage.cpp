@@ -68,12 +68,42 @@ TEST_F(GroupPageTest, MembersAndACountSwitchTheGroupOn) {
   EXPECT_EQ(the<QListWidget>(u"TabStrip_TiaoJian"_s).item(21)->toolTip(), u"使用中"_s);
 }
 
+TEST_F(GroupPageTest, AGroupWithoutCountsCanBeUsedAndSaysThatNoneIsSet) {
+  clickNumber(5);
+  auto& use = the<QCheckBox>(u"Check_Zdy"_s);
+  ASSERT_TRUE(use.isEnabled());
+  click(use);
+  EXPECT_EQ(line(1), u"自定义组1 ——　号码：（０５）（条 件 未 设 置）"_s);
+  EXPECT_EQ(data.rows("SELECT 使用情况 FROM 过滤条件使用情况 WHERE 条件 = 20"), QStringList{u"1"_s});
+  click(use);
+  EXPECT_EQ(line(1), u"自定义组1 ——　未 使 用 "_s);
+  EXPECT_TRUE(use.isEnabled());
+}
+
+TEST_F(GroupPageTest, UnselectingTheLastCountDisablesTheBoxUntilACountIsSelected) {
+  clickNumber(5);
+  auto& use = the<QCheckBox>(u"Check_Zdy"_s);
+  auto& counts = the<QListWidget>(u"List_ZDYset"_s);
+  counts.item(1)->setSelected(true);
+  EXPECT_TRUE(use.isChecked());
+  counts.item(1)->setSelected(false);
+  EXPECT_FALSE(use.isChecked());
+  EXPECT_FALSE(use.isEnabled());
+  counts.item(4)->setSelected(true);
+  EXPECT_TRUE(use.isChecked());
+  EXPECT_TRUE(use.isEnabled());
+  counts.item(4)->setSelected(false);
+  the<QListWidget>(u"List_ZDY"_s).setCurrentRow(1);
+  EXPECT_TRUE(use.isEnabled());
+}
+
 TEST_F(GroupPageTest, LosingTheLastNumberSwitchesTheGroupOff) {
   clickNumber(7);
   the<QListWidget>(u"List_ZDYset"_s).item(0)->setSelected(true);
   clickNumber(7);
   EXPECT_FALSE(the<QListWidget>(u"List_ZDYset"_s).isEnabled());
   EXPECT_FALSE(the<QCheckBox>(u"Check_Zdy"_s).isChecked());
+  EXPECT_FALSE(the<QCheckBox>(u"Check_Zdy"_s).isEnabled());
   EXPECT_EQ(data.rows("SELECT 使用情况 FROM 过滤条件使用情况 WHERE 条件 = 20"), QStringList{u"0"_s});
   EXPECT_EQ(data.rows("SELECT VALUE FROM 过滤条件 WHERE ID = 3800"), QStringList{u"0"_s});
 }
