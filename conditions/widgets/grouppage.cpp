@@ -251,14 +251,8 @@ void GroupPage::showLines() {
 void GroupPage::fillCommonGroups() {
   withFaultBox(boxes_, [this] {
     const QStringList entries = commonGroupEntries(getNextQihao(gConn_));
-    commonHasPeriod_ = getLastQihao(gConn_) > 0;
     common_->clear();
-    for (const QString& entry : entries) {
-      if (entry == commonGroupsRule)
-        common_->insertSeparator(common_->count());
-      else
-        common_->addItem(entry);
-    }
+    common_->addItems(entries);
     common_->setCurrentIndex(-1);
   });
 }
@@ -269,8 +263,6 @@ void GroupPage::chooseCommon(int index) {
 }
 
 void GroupPage::reload() {
-  if (!commonHasPeriod_)
-    fillCommonGroups();
   withFaultBox(boxes_, [this] {
     showGroup();
     showLines();

@@ -195,16 +195,25 @@ TEST_F(GroupPageTest, ARuleLineOfTheCommonGroupsChangesNothing) {
   auto& common = the<QComboBox>(u"ComboZDYcyfz"_s);
   const QStringList before = data.rows("SELECT * FROM 号码特性");
   EXPECT_EQ(common.placeholderText(), u"常用分组"_s);
-  EXPECT_EQ(common.itemText(2), QString());  // a separator, which cannot be chosen
+  QStringList rules;
+  for (int i = 0; i < common.count(); ++i)
+    if (common.itemText(i) == u"-------"_s)
+      rules << QString::number(i);
+  EXPECT_EQ(rules.join(u' '), u"2 9 13 24 29 35"_s);
+  common.setCurrentIndex(2);
   Q_EMIT common.activated(2);
   EXPECT_EQ(data.rows("SELECT * FROM 号码特性"), before);
+  EXPECT_EQ(line(1), u"自定义组1 ——　未 使 用 "_s);
   EXPECT_EQ(common.currentIndex(), -1);
 }
 
 TEST_F(GroupPageTest, TheCommonGroupsKeepThePeriodThatWasNextWhenTheyWereFilled) {
   const auto firstOfDraws = [this] { return the<QComboBox>(u"ComboZDYcyfz"_s).itemText(3); };
   data.addDraws(u"11031510 01 02 03 04 05"_s);
-  window.selectTopTab(2);  // filled again, as the history was empty at the start
+  window.selectTopTab(1);
+  window.selectTopTab(2);
+  EXPECT_EQ(firstOfDraws(), u"0期旧码(复码)"_s);  // the history was empty at the start
+  window.fillZdyGroups();
   EXPECT_EQ(firstOfDraws(), u"11031511期旧码(复码)"_s);
   data.addDraws(u"11031511 02 03 04 05 06"_s);
   window.selectTopTab(1);
