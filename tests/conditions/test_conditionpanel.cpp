@@ -200,6 +200,21 @@ TEST_F(Panel, RemovingTheLastNumberDisablesAndUnticksThePositionBox) {
   EXPECT_EQ(conditionUse(store, 32), 0);
 }
 
+TEST_F(Panel, InvertingAPositionKeepsItsBoxWhicheverNumberItHeld) {
+  for (const int only : {0, 10}) {
+    std::vector<bool> wanted(11, false);
+    wanted[static_cast<std::size_t>(only)] = true;
+    panel.selectItems(15, 2, wanted);
+    panel.clickSwitch(32, true);
+    wanted.flip();
+    panel.selectItems(15, 2, wanted);
+    EXPECT_EQ(panel.valueLists(15)[2].selected, wanted) << only;
+    EXPECT_TRUE(positionBox(3).checked) << only;
+  }
+  panel.selectItems(15, 2, std::vector<bool>(11, false));
+  EXPECT_FALSE(positionBox(3).checked);
+}
+
 TEST_F(Panel, PositionBoxThatIsOnWithoutNumbersCanBeSwitchedOff) {
   setConditionUse(store, 30, 1);
   EXPECT_TRUE(positionBox(1).checked);
