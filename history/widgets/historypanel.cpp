@@ -40,6 +40,24 @@ constexpr unsigned qihaoBackground = 0xC0FFFF;
 constexpr const char* historyPurpose = "显示历史记录";
 constexpr const char* rowSql = "SELECT * FROM 历史记录 WHERE 期号 = ?";
 
+/// A progress whose bar takes the place of a widget: the widget goes when the bar comes, and stays away.
+class InPlaceOf final : public Progress {
+ public:
+  InPlaceOf(QWidget& widget, Progress& bar) : widget_(widget), bar_(bar) {}
+  void setMinimum(int minimum) override { bar_.setMinimum(minimum); }
+  void setMaximum(int maximum) override { bar_.setMaximum(maximum); }
+  void setValue(int value) override { bar_.setValue(value); }
+  void setVisible(bool visible) override {
+    if (visible)
+      widget_.hide();
+    bar_.setVisible(visible);
+  }
+
+ private:
+  QWidget& widget_;
+  Progress& bar_;
+};
+
 QStringList listOf(std::span<const QStringView> names) {
   QStringList list;
   for (const QStringView name : names)
@@ -214,13 +232,13 @@ void HistoryPanel::selectDataMode(bool chart) {
 
 void HistoryPanel::recountZones(Qihao first, Qihao last) {
   const BusyScope busy(ports_.busy);
-  grid_->hide();
   // A fault leaves the rows before it counted: the grid comes back with them.
   const auto showAgain = qScopeGuard([this] {
     withFaultBox(ports_.boxes, [this] { grid_->rows().refresh(); });
     grid_->show();
   });
-  recalcQujian(gConn_, first, last, ports_.boxes, progress_->derivation(), ports_.events);
+  InPlaceOf progress(*grid_, progress_->derivation());
+  recalcQujian(gConn_, first, last, ports_.boxes, progress, ports_.events);
 }
 
 void HistoryPanel::focusEntry() {
