@@ -126,6 +126,13 @@ TEST_F(Panel, PreviewClosesItsLastRunAtTheLastRow) {
   EXPECT_EQ(panel.rangePreview(24), u"[１９]"_s);
 }
 
+TEST_F(Panel, PreviewEndsARunBeforeTheNextUnselectedRowThatThereIs) {
+  allow(1000, 1170, 0);
+  allow(1020, 1021, 1);
+  store.execute("test", "DELETE FROM 过滤条件 WHERE ID = 1022");
+  EXPECT_EQ(panel.rangePreview(1), u"[２０-２２]"_s);
+}
+
 TEST_F(Panel, PreviewsOfTheFactorySet) {
   const std::pair<int, QString> previews[] = {
       {1, u"[１９-４０]"_s}, {2, u"[１-４５]"_s},  {3, u"[０-４４]"_s},  {4, u"[５-１４]"_s},  {5, u"[２-１０]"_s},
