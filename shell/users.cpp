@@ -20,7 +20,8 @@ constexpr int defaultMatchValue = 5;
 
 double dayCountOf(const QDateTime& moment) {
   constexpr double secondsOfDay = 86400.0;
-  return elevenfive::dayCountOf(moment.date()) + moment.time().msecsSinceStartOfDay() / 1000 / secondsOfDay;
+  const int seconds = moment.time().msecsSinceStartOfDay() / 1000;
+  return elevenfive::dayCountOf(moment.date()) + seconds / secondsOfDay;
 }
 
 }  // namespace
