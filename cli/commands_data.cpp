@@ -26,8 +26,10 @@ Action prepareSql(const Arguments& arguments) {
 
 constexpr Command commands[] = {
     {u"init [--force]",
-     u"a fresh packed data file and template with the default rows; without --force it refuses where one stands", u"",
-     prepareInit},
+     u"a fresh packed data file and template with the default rows; without --force it refuses where one, or a backup "
+     u"of one, "
+     u"stands; with it the old data goes to Bak",
+     u"", prepareInit},
     {u"sql STATEMENT", u"one read-only statement on the working database; anything that would write is refused",
      u"table", prepareSql,
      u"columns that come from 开奖日期 or 最后登陆时间, or are called so, print as dates; max(开奖日期) is a number"},

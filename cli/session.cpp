@@ -41,8 +41,8 @@ void Session::run(const std::function<void(Session&)>& action) {
 
 void Session::saveUser() {
   const QString name = program().workspace.gUserName;
-  if (!name.isEmpty())
-    program().users.saveUserFile(name);
+  if (!name.isEmpty() && !program().users.saveUserFile(name))
+    throw Refused();
 }
 
 void Session::close() {
@@ -53,6 +53,8 @@ void Session::close() {
   try {
     saveUser();
   } catch (const Error&) {
+    fault = std::current_exception();
+  } catch (const Refused&) {
     fault = std::current_exception();
   }
   program_->workspace.close();

@@ -61,7 +61,7 @@ class Session final {
   /// Runs an action; throws Refused where one of its boxes said no.
   void run(const std::function<void(Session&)>& action);
 
-  /// Saves the conditions of the user who is logged on, where one is.
+  /// Saves the conditions of the user who is logged on, where one is. Throws Refused where they were not saved.
   void saveUser();
 
   /// Saves the user's conditions and puts the data back where it has changed, as the window's close does. Throws where that fails; nothing is lost then.

@@ -2,6 +2,7 @@
 
 #include <QStringList>
 #include <algorithm>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,36 @@ std::string quotedList(const QStringList& names, const char* separator, const ch
 }
 
 [[noreturn]] void refuse(const QString& table) {
-  throw StoreError(u"数据表 %1 的内容不符合过滤条件文件的格式。"_s.arg(table));
+  throw DamagedData(u"数据表 %1 的内容不符合过滤条件文件的格式"_s.arg(table));
+}
+
+/// The values that a column of the target takes.
+struct Range {
+  qint64 low;
+  qint64 high;
+};
+
+Range rangeOf(ColumnType type) {
+  switch (type) {
+    case ColumnType::byte:
+      return {0, std::numeric_limits<quint8>::max()};
+    case ColumnType::int16:
+      return {std::numeric_limits<qint16>::min(), std::numeric_limits<qint16>::max()};
+    case ColumnType::boolean:
+      return {0, 1};
+    default:
+      return {std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max()};
+  }
+}
+
+/// The ranges of some columns of a table, in their order.
+std::vector<Range> rangesOf(const QString& table, const QStringList& names) {
+  std::vector<Range> ranges;
+  for (const QString& name : names)
+    for (const Column& column : schemaTable(table).columns)
+      if (column.name == name)
+        ranges.push_back(rangeOf(column.type));
+  return ranges;
 }
 
 /// All columns of 号码特性 behind its two keys.
@@ -97,6 +127,7 @@ void copyTable(Store& source, Store& target, const TableCopy& copy) {
                    static_cast<int>(rows.size()) + 1);
   Statement write = target.query("写入过滤条件", "UPDATE " + quoted(copy.target) + " SET " +
                                                      quotedList(copy.columns, ", ", " = ?") + " WHERE rowid = ?");
+  const std::vector<Range> ranges = rangesOf(copy.target, copy.columns);
   std::size_t row = 0;
   while (read.next()) {
     if (row == rows.size())
@@ -106,7 +137,11 @@ void copyTable(Store& source, Store& target, const TableCopy& copy) {
     for (int column = 0; column < copy.columns.size(); ++column) {
       if (!read.isInteger(column))
         refuse(copy.source);
-      write.bindValue(++index, read.integer64(column));
+      const qint64 value = read.integer64(column);
+      const Range& range = ranges.at(static_cast<std::size_t>(column));
+      if (value < range.low || value > range.high)
+        refuse(copy.source);
+      write.bindValue(++index, value);
     }
     write.bindValue(++index, rows[row++]);
     write.run();

@@ -10,8 +10,8 @@ namespace elevenfive {
 class Store;
 
 /// Copies 过滤条件, 过滤条件使用情况, 号码特性 and 历史数据过滤, in this order. A source with fewer rows overwrites the first rows
-/// only; one that lacks a table, has an empty one, more rows than the target or values that are none throws StoreError. What
-/// was copied until then stays.
+/// only; one that lacks a table, has an empty one, more rows than the target or values that the target cannot hold throws
+/// DamagedData, a fault of either store StoreError. What was copied until then stays.
 void copyConditionSet(Store& source, Store& target);
 
 /// Copies the factory values of the main database into 过滤条件 and 过滤条件使用情况.

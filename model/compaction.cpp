@@ -1,6 +1,12 @@
 #include "model/compaction.h"
 
+#include <SQLiteCpp/Database.h>
+#include <sqlite3.h>
+
 #include <QFileInfo>
+#include <algorithm>
+#include <iterator>
+#include <optional>
 #include <vector>
 
 #include "model/errors.h"
@@ -58,20 +64,51 @@ QString compactDb(const QString& path, bool takeBackup, const DataFolders& folde
   return fault;
 }
 
+/// Faults that say nothing about what a file holds: another program has it, the disk or the memory fails.
+constexpr int passingCodes[] = {SQLITE_BUSY,     SQLITE_LOCKED, SQLITE_CANTOPEN, SQLITE_IOERR,     SQLITE_NOMEM,
+                                SQLITE_READONLY, SQLITE_PERM,   SQLITE_FULL,     SQLITE_INTERRUPT, SQLITE_PROTOCOL};
+
+bool isPassing(int code) {
+  return std::find(std::begin(passingCodes), std::end(passingCodes), code) != std::end(passingCodes);
+}
+
+/// Whether a file that could not be opened is to blame for it itself. It is not where it can be opened by now.
+bool isPassingOpening(const QString& path) {
+  try {
+    SQLite::Database(path.toStdString(), SQLite::OPEN_READONLY).execAndGet("SELECT COUNT(*) FROM sqlite_master");
+    return true;
+  } catch (const SQLite::Exception& fault) {
+    return isPassing(fault.getErrorCode());
+  }
+}
+
+[[noreturn]] void raiseDamage(const StoreError& fault) {
+  QString reason = fault.message();
+  if (reason.endsWith(u'。'))
+    reason.chop(1);
+  throw DamagedData(reason);
+}
+
 }  // namespace
 
 void checkDatabase(const QString& path, StoreKind kind) {
+  std::optional<Store> store;
   try {
-    Store store(path, StoreAccess::readOnly);
-    checkSchema(store, kind);
-    Statement check = store.query("检查数据库", "PRAGMA integrity_check(1)");
+    store.emplace(path, StoreAccess::readOnly);
+  } catch (const StoreError& fault) {
+    if (QFileInfo(path).isFile() && isPassingOpening(path))
+      throw;
+    raiseDamage(fault);
+  }
+  try {
+    checkSchema(*store, kind);
+    Statement check = store->query("检查数据库", "PRAGMA integrity_check(1)");
     if (!check.next() || check.text(0) != u"ok"_s)
       throw DamagedData(u"数据库已损坏"_s);
   } catch (const StoreError& fault) {
-    QString reason = fault.message();
-    if (reason.endsWith(u'。'))
-      reason.chop(1);
-    throw DamagedData(reason);
+    if (isPassing(store->database().getErrorCode()))
+      throw;
+    raiseDamage(fault);
   }
 }
 

@@ -9,8 +9,9 @@
 
 namespace elevenfive {
 
-/// Throws DamagedData with the reason where a file is no database, its pages, indexes or values are not sound, or it lacks
-/// a table or column of its kind.
+/// Throws DamagedData with the reason where a file is missing or no database, its pages, indexes or values are not sound, or
+/// it lacks a table or column of its kind. Throws StoreError where that cannot be told: another program has the file, it may
+/// not be read, the disk or the memory fails.
 void checkDatabase(const QString& path, StoreKind kind);
 
 /// Compacts the main database in place; first copies it to the plain backup where takeBackup is set. A missing file is

@@ -19,14 +19,23 @@ using namespace Qt::StringLiterals;
 constexpr QLatin1StringView journalSuffixes[] = {QLatin1StringView("-journal"), QLatin1StringView("-wal"),
                                                  QLatin1StringView("-shm")};
 
-}  // namespace
-
-QString damagedName(const QString& path) {
-  const QString stamped = path + QDateTime::currentDateTime().toString(u"'.damaged-'yyyyMMdd-HHmmss"_s);
+/// A name that nothing has yet: the time and, where that is not enough, a number are put behind it.
+QString freeName(const QString& beginning) {
+  const QString stamped = beginning + QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s);
   QString name = stamped;
   for (int n = 2; QFileInfo::exists(name); ++n)
     name = stamped + u"-%1"_s.arg(n);
   return name;
+}
+
+}  // namespace
+
+QString damagedName(const QString& path) {
+  return freeName(path + u".damaged-"_s);
+}
+
+QString formerName(const QString& path) {
+  return freeName(path + u".old-"_s);
 }
 
 DataFile::DataFile(const DataFolders& folders, FileAccess& files)
@@ -52,8 +61,8 @@ bool DataFile::unpackToTemp() {
 
 void DataFile::unpack() {
   files_.makeFolder(folders_.temporary);
-  keepInterrupted();
   keepStrayPack();
+  keepInterrupted();  // the newer work: it gets the higher number
   if (!QFileInfo::exists(folders_.packedFile())) {
     useAnother({});
     return;
@@ -104,6 +113,14 @@ void DataFile::discard() noexcept {
   } catch (const FileError&) {
     // What is left equals what was packed; the next start sees that and replaces it.
   }
+}
+
+void DataFile::keepAll() {
+  if (QFileInfo(folders_.backupFile()).size() > 0)
+    copies_.keep(folders_.backupFile());
+  for (const QString& pack : {folders_.packInTransit(), folders_.packedFile()})
+    if (QFileInfo::exists(pack) && keepPack(pack).isEmpty())
+      files_.rename(pack, damagedName(pack));
 }
 
 QString DataFile::keepPack(const QString& packFile) {
@@ -167,8 +184,11 @@ void DataFile::keepStrayPack() {
     return;
   const QStringList before = copies_.list();
   const QString copy = keepPack(stray);
-  if (!copy.isEmpty() && !before.contains(copy))
+  if (copy.isEmpty())
+    return;  // not sound; the next close replaces it
+  if (!before.contains(copy))
     notices_ << u"上次退出时的数据没有写回数据文件，已保存为 %1。"_s.arg(copy);
+  files_.remove(stray);  // else each start would keep it anew, in the place of newer work
 }
 
 bool DataFile::isUsable(const QString& path) const {
@@ -202,7 +222,11 @@ void DataFile::useAnother(const QString& reason) {
         reason, useWorking ? u"上次没有保存的数据"_s : u"备份"_s, name);
   } else if (!useWorking) {
     notices_ << u"找不到数据文件，已改用备份。"_s;
+  } else {
+    notices_ << u"找不到数据文件，已改用上次没有保存的数据。"_s;
   }
+  if (useWorking)
+    continuesInterrupted_ = true;
   if (!useWorking) {
     files_.remove(folders_.workingFile());
     removeJournals();
@@ -220,7 +244,7 @@ void DataFile::settleInterrupted() {
   if (!interrupted_.isEmpty()) {
     if (sameContent(interrupted_, folders_.workingFile()))
       files_.remove(interrupted_);
-    else
+    else if (!continuesInterrupted_)
       notices_ << u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(interrupted_);
   }
   copies_.prune();

@@ -50,6 +50,10 @@ class DataFile final {
   /// Whether the packed data file must be written at the close even where the run changes nothing.
   [[nodiscard]] bool needsPutBack() const noexcept { return needsPutBack_; }
 
+  /// Before all of it is replaced: keeps the databases of the backup and of both packs in Bak, the newest last; a pack that
+  /// is not sound stays where it is under another name. Throws FileError or StoreError where that fails.
+  void keepAll();
+
   /// Keeps the database of a pack in Bak; an empty path where the pack is missing or not sound.
   QString keepPack(const QString& packFile);
 
@@ -69,12 +73,15 @@ class DataFile final {
   FileAccess& files_;
   KeptCopies copies_;
   QStringList notices_;
-  QString interrupted_;  ///< the copy of the interrupted run's database that this start made
+  QString interrupted_;                ///< the copy of the interrupted run's database that this start made
+  bool continuesInterrupted_ = false;  ///< the run goes on with that database
   bool needsPutBack_ = false;
 };
 
 /// A name beside a damaged file that nothing has yet, under which it can stay.
 QString damagedName(const QString& path);
+/// The same for a file that a new one is to replace.
+QString formerName(const QString& path);
 
 /// From this size on, in bytes, a compacted working database is replaced by the backup just taken of it.
 inline constexpr qint64 largestCompacted = 51685169;

@@ -50,6 +50,8 @@ void KeptCopies::prune() {
     files_.remove(copies[i]);
     files_.remove(copies[i] + u"-journal"_s);  // kept with a database that could not be opened
   }
+  for (const QString& name : QDir(folder_).entryList({nameBeside(prefix() + u"*.bak*"_s)}, QDir::Files))
+    files_.remove(folder_ + u'/' + name);  // a copy that was cut off
 }
 
 }  // namespace elevenfive

@@ -24,7 +24,7 @@ class KeptCopies final {
   /// already. Throws FileError where it cannot be written.
   QString keep(const QString& path);
 
-  /// Removes all but the newest ones.
+  /// Removes all but the newest ones, and what a copying that was cut off has left.
   void prune();
 
  private:

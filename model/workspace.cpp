@@ -36,6 +36,9 @@ DataFolders apart(DataFolders folders) {
 std::vector<FolderLock> lockFolders(const DataFolders& folders, FileAccess& files) {
   if (!QFileInfo(folders.program).isDir())
     throw FileError(u"找不到程序文件夹 %1。"_s.arg(folders.program));
+  if (folders.temporary.isEmpty())
+    throw FileError(
+        u"系统的临时文件夹 %1 中不能建立本程序的文件夹：同名的文件已存在，或属于其他用户。"_s.arg(QDir::tempPath()));
   files.makeFolder(folders.temporary);
   std::vector<FolderLock> locks;
   locks.emplace_back(folders.program);
@@ -87,6 +90,11 @@ bool holdsAnything(const DataFolders& folders) {
   const QString traces[] = {folders.packedFile(), folders.backupFile(), folders.templateFile(), folders.bakFolder(),
                             folders.workingFile()};
   return std::any_of(std::begin(traces), std::end(traces), [](const QString& path) { return QFileInfo::exists(path); });
+}
+
+/// Whether data stands there whose packed data file is gone: the next start would go on with it.
+bool holdsFormerData(const DataFolders& folders) {
+  return QFileInfo::exists(folders.backupFile()) || QFileInfo::exists(folders.packInTransit());
 }
 
 /// A fresh template.
@@ -160,9 +168,9 @@ void Workspace::create(const Folders& given, bool force, FileAccess& files) {
   const std::vector<FolderLock> locks = lockFolders(folders, files);
   if (exists(folders) && !force)
     throw FileError(u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folders.program));
-  DataFile data(folders, files);
-  if (exists(folders))
-    data.keepPack(folders.packedFile());
+  if (holdsFormerData(folders) && !force)
+    throw FileError(u"文件夹 %1 中没有数据文件，但还有以前的备份，没有改动。"_s.arg(folders.program));
+  DataFile(folders, files).keepAll();
 
   writeTemplate(folders, files);
   writePackedFile(folders, files);

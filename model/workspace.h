@@ -47,8 +47,10 @@ class Workspace final {
   /// data file was not usable.
   void abandon() noexcept;
 
-  /// Writes a fresh packed data file and template with the default rows into the folder. Throws FileError where one stands
-  /// there already and force is not given; old ones are replaced only by complete new ones, and the old data goes to Bak.
+  /// Writes a fresh packed data file and template with the default rows into the folder. Throws FileError where one, or a
+  /// backup of one, stands there already and force is not given; old ones are replaced only by complete new ones. The old
+  /// data goes to Bak: that of the packed data file, of a pack there that differs from it, and of the backup. A pack that is
+  /// not sound stays where it is under another name.
   static void create(const Folders& folders, bool force, FileAccess& files = realFiles());
 
   /// Whether the folder holds a packed data file.

@@ -58,10 +58,10 @@ int main(int argc, char** argv) {
     return 0;
   screens.window()->setLeave([&] { return startup.close(false); });
   screens.window()->setSwitchUser([&] {
-    const bool stays = startup.switchUser();
-    if (!stays)
+    const elevenfive::UserSwitch result = startup.switchUser();
+    if (result == elevenfive::UserSwitch::end)
       startup.quit();
-    return stays;
+    return result;
   });
   return QApplication::exec();
 }

@@ -12,6 +12,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+/// Behind what kept the database from being opened or shown.
+constexpr QStringView missingFileAdvice = u"(文件丢失,需要重新安装!)";
+
 /// Forms that may be open at the close, in the order in which they go.
 constexpr QStringView closingForms[] = {u"frmFromFile", u"frmInitapp", u"frmToFile", u"Frm_kuaisusizi"};
 
@@ -75,10 +78,21 @@ bool Startup::showProgram() {
 }
 
 bool Startup::openWorkspace() {
+  bool unpacked = false;
+  const auto showSplash = [&] {
+    unpacked = true;
+    screens_.showSplash();
+  };
   try {
-    workspace_ = std::make_unique<Workspace>(folders_, Workspace::Options{&files_, [this] { screens_.showSplash(); }});
+    workspace_ = std::make_unique<Workspace>(folders_, Workspace::Options{&files_, showSplash});
   } catch (const AlreadyRunning& fault) {
     boxes_.information(fault.message());
+    return false;
+  } catch (const StoreError& fault) {
+    if (unpacked)  // the working database was there, but could not be opened
+      boxes_.information(fault.message() + missingFileAdvice.toString());
+    else
+      boxes_.critical(fault.message());
     return false;
   } catch (const Error& fault) {
     boxes_.critical(fault.message());
@@ -95,7 +109,7 @@ bool Startup::openMainDb() {
     screens_.layoutHistoryGrid();
     return true;
   } catch (const Error& fault) {
-    boxes_.information(fault.message() + u"(文件丢失,需要重新安装!)"_s);
+    boxes_.information(fault.message() + missingFileAdvice.toString());
     return false;
   }
 }
@@ -139,14 +153,16 @@ void Startup::offerGames() {
   screens_.chooseGame(*catalogue_);
 }
 
-bool Startup::switchUser() {
+UserSwitch Startup::switchUser() {
   const QString name = workspace_->gUserName;
   if (!users_->saveUserFile(name) && !boxes_.ask(u"用户“%1”的过滤条件没有保存，仍要切换用户吗？"_s.arg(name)))
-    return true;
-  if (screens_.logOn(*users_) == LogOn::end)
-    return false;
+    return UserSwitch::stayed;
+  const LogOn left = screens_.logOn(*users_);
+  if (left == LogOn::end)
+    return UserSwitch::end;
   screens_.setUserCaption(*users_);
-  return true;
+  // A logon that failed behind its new account has changed the user, however the form was left.
+  return left == LogOn::done || workspace_->gUserName != name ? UserSwitch::done : UserSwitch::stayed;
 }
 
 bool Startup::close(bool exitNoAsk) {

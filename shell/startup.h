@@ -13,6 +13,7 @@
 #include "model/ports.h"
 #include "model/workspace.h"
 #include "shell/users.h"
+#include "shell/userswitch.h"
 
 namespace elevenfive {
 
@@ -81,9 +82,9 @@ class Startup final {
   [[nodiscard]] Catalogue& catalogue() { return *catalogue_; }
 
   /// The menu entry mnu_UserQiehuan up to the caption; the window then selects the first tab and loads the conditions.
-  /// False where 退出系统 was chosen: the window then ends at once with nothing saved, by quit(). A form that is merely shut
-  /// leaves the old user logged on.
-  bool switchUser();
+  /// Where 退出系统 was chosen the window then ends at once with nothing saved, by quit(). A form that is merely shut leaves
+  /// the old user logged on.
+  UserSwitch switchUser();
 
   /// 退出系统: the run ends with nothing saved or packed.
   void quit();

@@ -9,6 +9,7 @@
 #include "model/compaction.h"
 #include "model/datafile.h"
 #include "model/errors.h"
+#include "model/schema.h"
 #include "model/store.h"
 
 namespace elevenfive {
@@ -33,6 +34,17 @@ bool isReserved(QChar ch) {
   return reservedCharacters.contains(ch) || ch.category() == QChar::Other_Control ||
          ch.category() == QChar::Other_Format || ch.category() == QChar::Separator_Line ||
          ch.category() == QChar::Separator_Paragraph;
+}
+
+/// Rows go from file to database by their position: one row more or less would shift all behind it.
+void demandSameRows(Store& file, Store& gConn) {
+  for (const Table& table : schemaTables(StoreKind::conditionTemplate)) {
+    const auto rows = [&](Store& store) {
+      return store.value("核对用户文件", u"SELECT COUNT(*) FROM \"%1\""_s.arg(table.name).toStdString()).value_or(0);
+    };
+    if (rows(file) != rows(gConn))
+      throw DamagedData(u"数据表 %1 的行数不符"_s.arg(table.name));
+  }
 }
 
 }  // namespace
@@ -60,15 +72,23 @@ bool UserFiles::load(const QString& name) {
     StoreTransaction transaction(gConn_, OnFault::undo);
     Store source(file, StoreAccess::readOnly);
     copyConditionSet(source, gConn_);
+    demandSameRows(source, gConn_);
     transaction.commit();
     return true;
   } catch (const DamagedData&) {
     // Told by the result.
-  } catch (const StoreError&) {
-    // Its tables are there, but not what they hold.
   }
   files_.rename(file, damagedName(file));
   return false;
+}
+
+QString UserFiles::setAside(const QString& name) {
+  const QString file = path(name);
+  if (!QFileInfo::exists(file))
+    return {};
+  const QString aside = formerName(file);
+  files_.rename(file, aside);
+  return aside;
 }
 
 bool UserFiles::save(const QString& name) {

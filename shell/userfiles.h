@@ -29,12 +29,16 @@ class UserFiles final {
   [[nodiscard]] QString path(const QString& name) const;
 
   /// Copies a user's file into the main database. False where it is missing or not sound; the main database is then as it
-  /// was, and a file that is not sound stays under another name.
+  /// was, and a file that is not sound stays under another name. Throws StoreError where the file cannot be read or the
+  /// database cannot be written; both are then as they were.
   bool load(const QString& name);
 
   /// Writes the main database's conditions into a user's file. False where the template is missing or not sound. Throws
   /// FileError or StoreError where the file cannot be written; the old one then still stands.
   bool save(const QString& name);
+
+  /// Gives a file that stands in the way of a new user's another name, which is the result; empty where there is none.
+  QString setAside(const QString& name);
 
   /// Removes a user's file; none is no fault.
   void remove(const QString& name);

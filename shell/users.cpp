@@ -20,7 +20,8 @@ constexpr int defaultMatchValue = 5;
 
 double dayCountOf(const QDateTime& moment) {
   constexpr double secondsOfDay = 86400.0;
-  return elevenfive::dayCountOf(moment.date()) + moment.time().msecsSinceStartOfDay() / 1000 / secondsOfDay;
+  const int seconds = moment.time().msecsSinceStartOfDay() / 1000;
+  return elevenfive::dayCountOf(moment.date()) + seconds / secondsOfDay;
 }
 
 }  // namespace
@@ -44,7 +45,7 @@ void Users::cmd_newUser() {
       u"请在<用户名>及<密码>栏中输入一个新的用户名称及设置密码；\r\n然后再点击<登陆>按钮，系统将为您建立一个相应的新用户..."_s);
 }
 
-bool Users::isRefusedName(const QString& name, const QString& password) {
+bool Users::isRefusedName(const QString& name) {
   if (name.isEmpty()) {
     boxes_.critical(u"用户名不能为空！"_s);
     return true;
@@ -53,17 +54,13 @@ bool Users::isRefusedName(const QString& name, const QString& password) {
     boxes_.critical(u"用户名不能用作文件名（最多50个字符，不能含有 / \\ : * ? \" < > | 等符号），请换一个用户名！"_s);
     return true;
   }
-  if (password.toUcs4().size() > longestUserText) {
-    boxes_.critical(u"密码太长，最多50个字符！"_s);
-    return true;
-  }
   return false;
 }
 
 bool Users::cmdOK(const QString& userName, const QString& password) {
   const QString name = userName.trimmed();
   const QString pwd = password.trimmed();
-  if (isRefusedName(name, pwd))
+  if (isRefusedName(name))
     return false;
   Store& store = workspace_.gConn;
   const bool known = store.value("查找用户", "SELECT 1 FROM 用户表 WHERE 用户名 = ?", name).has_value();
@@ -79,20 +76,36 @@ bool Users::cmdOK(const QString& userName, const QString& password) {
 }
 
 bool Users::createUser(const QString& name, const QString& password) {
+  if (password.toUcs4().size() > longestUserText) {
+    boxes_.critical(u"密码太长，最多50个字符！"_s);
+    return false;
+  }
   if (!boxes_.ask(u"用户不存在，要以当前的用户名及密码来建立新用户吗？"_s))
     return false;
-  // A disk that is full takes back the account with its conditions.
-  StoreTransaction transaction(workspace_.gConn);
-  workspace_.gConn.execute("建立用户", "INSERT INTO 用户表 (用户名, 密码) VALUES (?, ?)", name, password);
-  resetToDefault();
-  saveNewUserFile(name);
-  transaction.commit();
+  // An account that was lost with its run may have left its conditions.
+  const QString former = userFiles_.setAside(name);
+  if (!former.isEmpty())
+    boxes_.information(u"用户“%1”以前的用户文件保留为 %2。"_s.arg(name, former));
+  {
+    // A disk that is full takes back the account with its conditions.
+    StoreTransaction transaction(workspace_.gConn);
+    workspace_.gConn.execute("建立用户", "INSERT INTO 用户表 (用户名, 密码) VALUES (?, ?)", name, password);
+    resetToDefault();
+    saveNewUserFile(name);
+    touch(name);
+    transaction.commit();
+  }
+  workspace_.gUserName = name;  // from here on the conditions are the new user's, whatever fails behind it
   return true;
 }
 
-void Users::logonFinish(const QString& name) {
+void Users::touch(const QString& name) {
   workspace_.gConn.execute("更新登陆时间", "UPDATE 用户表 SET 最后登陆时间 = ? WHERE 用户名 = ?", dayCountOf(now_()),
                            name);
+}
+
+void Users::logonFinish(const QString& name) {
+  touch(name);
   loadUserFile(name);
   workspace_.gUserName = name;
   removeIdleUsers();
@@ -100,7 +113,7 @@ void Users::logonFinish(const QString& name) {
 }
 
 void Users::removeIdleUsers() {
-  const double limit = elevenfive::dayCountOf(now_().date().addDays(-idleDays));
+  const double limit = dayCountOf(now_()) - idleDays;
   QStringList idle;
   {
     Statement query =

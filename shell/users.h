@@ -56,8 +56,9 @@ class Users final {
   [[nodiscard]] QString caption(const QString& gTitle) const;
 
  private:
-  bool isRefusedName(const QString& name, const QString& password);
+  bool isRefusedName(const QString& name);
   bool createUser(const QString& name, const QString& password);
+  void touch(const QString& name);
   void removeIdleUsers();
 
   Workspace& workspace_;

@@ -272,10 +272,10 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::switchUser() {
-  bool stays = true;
-  if (!switchUser_ || !withFaultBox(ports_.boxes, [&] { stays = switchUser_(); }))
+  UserSwitch result = UserSwitch::stayed;
+  if (!switchUser_ || !withFaultBox(ports_.boxes, [&] { result = switchUser_(); }) || result == UserSwitch::stayed)
     return;
-  if (!stays) {
+  if (result == UserSwitch::end) {
     leave_ = [] { return true; };  // 退出系统 was chosen: nothing is asked
     close();
     return;

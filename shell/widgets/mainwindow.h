@@ -16,6 +16,7 @@
 #include "model/widgets/busystate.h"
 #include "model/widgets/dialogports.h"
 #include "model/widgets/qtports.h"
+#include "shell/userswitch.h"
 #include "shell/widgets/statusline.h"
 
 class QStackedWidget;
@@ -58,8 +59,8 @@ class MainWindow final : public QMainWindow {
   /// Whether a wish to close is granted, in place of the window's own question.
   void setLeave(std::function<bool()> leave) { leave_ = std::move(leave); }
 
-  /// What the menu entry that changes the user does; false ends the window with nothing asked.
-  void setSwitchUser(std::function<bool()> switchUser) { switchUser_ = std::move(switchUser); }
+  /// What the menu entry that changes the user does; UserSwitch::end ends the window with nothing asked.
+  void setSwitchUser(std::function<UserSwitch()> switchUser) { switchUser_ = std::move(switchUser); }
 
   /// A form that closes leaves the code of what the window is to do once it is active (conditions/pendingaction.h).
   void leaveAction(int code);
@@ -115,7 +116,7 @@ class MainWindow final : public QMainWindow {
   QStackedWidget* asides_ = nullptr;  ///< Frm_Sub(5): pages without a tab, reached from the menu
   ZonePage* zones_ = nullptr;
   std::function<bool()> leave_;
-  std::function<bool()> switchUser_;
+  std::function<UserSwitch()> switchUser_;
   bool historyDeleted_ = false;
   bool closeAfterWork_ = false;
   bool skippedPage_ = false;  ///< a page was turned to while its rows were being written

@@ -85,6 +85,9 @@ LogOn logOnForm(Users& users, Boxes& boxes, QWidget* parent) {
   name->setObjectName(u"Combo_userName"_s);
   name->setAccessibleName(u"用户名"_s);
   name->setEditable(true);
+  // What is typed is the name to the letter: nothing completes it to another's, nothing adds it to the list.
+  name->setCompleter(nullptr);
+  name->setInsertPolicy(QComboBox::NoInsert);
   withFaultBox(boxes, [&] { name->addItems(users.userNames()); });
   name->setCurrentIndex(-1);  // nobody's name until one is chosen or typed
   auto* password = new QLineEdit(&form);

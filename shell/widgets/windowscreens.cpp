@@ -7,9 +7,12 @@
 
 #include "conditions/pendingaction.h"
 #include "model/programtitle.h"
+#include "model/widgets/gridview.h"
 #include "shell/widgets/startforms.h"
 
 namespace elevenfive {
+
+using namespace Qt::StringLiterals;
 
 void WindowScreens::showSplash() {
   splash_ = std::make_unique<Splash>();
@@ -22,6 +25,13 @@ void WindowScreens::bindHistory(Workspace& workspace) {
   if (!helpFile_.isEmpty())
     QObject::connect(new QShortcut(QKeySequence::HelpContents, window_.get()), &QShortcut::activated, window_.get(),
                      [file = helpFile_] { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); });
+}
+
+/// Balls are painted: the history's get their colours, and no images are read.
+void WindowScreens::loadBallImages(const std::vector<BallColors>& colors) {
+  if (auto* grid = window_->findChild<GridView*>(u"TDBGridHistory"_s))
+    for (const BallColors& ball : colors)
+      grid->balls().setColor(ball.number, ballColor(ball.basic));
 }
 
 void WindowScreens::showMainForm() {

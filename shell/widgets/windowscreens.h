@@ -21,7 +21,7 @@ class WindowScreens final : public Screens {
   void showSplash() override;
   void setHelpFile(const QString& path) override { helpFile_ = path; }
   void bindHistory(Workspace& workspace) override;
-  void loadBallImages(const std::vector<BallColors>&) override {}  // balls are painted, no images are read
+  void loadBallImages(const std::vector<BallColors>& colors) override;
   void loadMissBallImages() override {}
   void layoutHistoryGrid() override {}  // the panels lay themselves out when they are made
   void initMainPanels() override {}

@@ -58,6 +58,19 @@ TEST_F(UserCommands, AChangeOfUserInsideASessionSavesTheFirst) {
   EXPECT_EQ(sumCondition(), u"1\n"_s);
 }
 
+TEST_F(UserCommands, ConditionsThatCannotBeSavedKeepTheUserAndFailTheCall) {
+  const QString box = u"[plain] elevenfive 11选5: 数据模板文件丢失无法导出，请重新安装！\n"_s;
+  cli.batch(u"user mode 2\nuser logon b 2 --create\nuser logon a 1 --create\n"_s);
+  ASSERT_TRUE(QFile::rename(cli.path(u"TJmode.tjmod"_s), cli.path(u"gone"_s)));
+  const auto outcome = cli.batch(u"user logon a 1\nuse 2 1\nuser logon b 2\n"_s);
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_TRUE(outcome.err.contains(box));
+  EXPECT_EQ(sumCondition(), u"1\n"_s);  // b never logged on, and the data was put back all the same
+  const auto single = cli.call({u"user"_s, u"logon"_s, u"a"_s, u"1"_s});
+  EXPECT_EQ(single.status, exitFailed);
+  EXPECT_EQ(single.err, box);
+}
+
 TEST_F(UserCommands, WrongPasswordsAndNamesAreRefused) {
   cli.call({u"user"_s, u"logon"_s, u"a"_s, u"1"_s, u"--create"_s});
   const auto wrong = cli.call({u"user"_s, u"logon"_s, u"a"_s, u"' OR '1'='1"_s});

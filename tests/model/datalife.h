@@ -83,6 +83,21 @@ class DataLife : public ::testing::Test {
   QStringList keptCopies() const {
     return QDir(folders.bakFolder()).entryList({QStringLiteral("elevenfive-*.bak")}, QDir::Files, QDir::Name);
   }
+
+  /// The values in the kept copies, by their names.
+  QList<int> keptValues() const {
+    QList<int> values;
+    for (const QString& name : keptCopies())
+      values << valueInFile(folders.bakFolder() + u'/' + name);
+    return values;
+  }
+
+  /// Takes the packed data file away and puts one of another value into Bak, as a close whose last copy failed leaves it.
+  void strayPack(int value) const {
+    const QByteArray pack = read(folders.packedFile());
+    runWriting(value);
+    write(folders.packedFile(), pack);
+  }
 };
 
 }  // namespace elevenfive

@@ -77,6 +77,97 @@ TEST_F(DataFileLife, WithoutThePackAWorkingDatabaseThatIsStillThereGoesOn) {
   EXPECT_EQ(nextStart(), 8);
 }
 
+TEST_F(DataFileLife, GoingOnWithoutThePackIsToldAndCalledByItsName) {
+  runWriting(7);
+  crashWriting(8);
+  QFile::remove(folders.packedFile());
+  QFile::remove(folders.packInTransit());
+  Workspace workspace(folders);
+  EXPECT_EQ(valueOf(workspace.gConn), 8);
+  EXPECT_EQ(workspace.notices(), QStringList{u"找不到数据文件，已改用上次没有保存的数据。"_s});
+}
+
+TEST_F(DataFileLife, OfThePackInBakAndInterruptedWorkTheWorkIsTheNewerCopy) {
+  strayPack(7);
+  crashWriting(8);  // its start keeps the 7
+  QFile::remove(folders.bakFolder() + u'/' + keptCopies().first());
+  ASSERT_EQ(keptCopies(), QStringList());
+  const QByteArray working = read(folders.workingFile());
+  QFile::remove(folders.workingFile());
+  strayPack(6);
+  write(folders.workingFile(), working);
+  EXPECT_EQ(nextStart(), 5);
+  EXPECT_EQ(keptValues(), (QList<int>{6, 8}));
+}
+
+TEST_F(DataFileLife, APackThatStayedInBakIsKeptOnce) {
+  strayPack(7);
+  {
+    Workspace workspace(folders);
+    ASSERT_EQ(keptValues(), QList<int>{7});
+    const QString copy = folders.bakFolder() + u'/' + keptCopies().first();
+    EXPECT_EQ(workspace.notices(), QStringList{u"上次退出时的数据没有写回数据文件，已保存为 %1。"_s.arg(copy)});
+  }
+  for (const int value : {11, 12, 13})
+    crashWriting(value);
+  EXPECT_EQ(nextStart(), 5);
+  EXPECT_EQ(keptValues(), (QList<int>{11, 12, 13}));
+  Workspace workspace(folders);
+  EXPECT_EQ(workspace.notices(), QStringList());
+  EXPECT_EQ(keptValues(), (QList<int>{11, 12, 13}));
+}
+
+TEST_F(DataFileLife, WhatACopyThatWasCutOffLeftIsRemoved) {
+  runWriting(7);
+  const QString half = folders.bakFolder() + u"/elevenfive-0001-20261121-100000.bak.new"_s;
+  write(half, "half a copy");
+  EXPECT_EQ(nextStart(), 7);
+  EXPECT_FALSE(QFile::exists(half));
+}
+
+/// Another program that has a file to itself.
+class FileOfAnother final {
+ public:
+  explicit FileOfAnother(const QString& path) : store_(path, StoreAccess::readWrite) {
+    store_.executeScript("test", "BEGIN EXCLUSIVE");
+  }
+
+ private:
+  Store store_;
+};
+
+TEST_F(DataFileLife, AFileThatAnotherProgramHasIsNotTakenForDamaged) {
+  const QString path = folder.filePath(u"user"_s);
+  ASSERT_TRUE(QFile::copy(folders.templateFile(), path));
+  const FileOfAnother held(path);
+  try {
+    checkDatabase(path, StoreKind::conditionTemplate);
+    FAIL() << "taken for sound";
+  } catch (const StoreError& fault) {
+    EXPECT_EQ(fault.message(), u"打开数据文件失败：数据文件正被其他程序使用（%1）。"_s.arg(path));
+  }
+}
+
+TEST_F(DataFileLife, AMissingFileAndOneOfAnotherKindAreDamaged) {
+  EXPECT_THROW(checkDatabase(folder.filePath(u"none"_s), StoreKind::main), DamagedData);
+  EXPECT_THROW(checkDatabase(folders.templateFile(), StoreKind::main), DamagedData);
+  const QString rubbish = folder.filePath(u"rubbish"_s);
+  write(rubbish, "no database");
+  EXPECT_THROW(checkDatabase(rubbish, StoreKind::main), DamagedData);
+}
+
+TEST_F(DataFileLife, ABackupThatAnotherProgramHasLeavesTheDamagedPackInItsPlace) {
+  runWriting(7);
+  QFile::remove(folders.packInTransit());
+  write(folders.packedFile(), "garbage");
+  {
+    const FileOfAnother held(folders.backupFile());
+    EXPECT_EQ(startFault(), u"打开数据文件失败：数据文件正被其他程序使用（%1）。"_s.arg(folders.backupFile()));
+  }
+  EXPECT_EQ(read(folders.packedFile()), "garbage");
+  EXPECT_EQ(nextStart(), 5);
+}
+
 TEST_F(DataFileLife, WithNeitherPackNorBackupNothingStarts) {
   QFile::remove(folders.packedFile());
   EXPECT_EQ(startFault(), u"找不到数据文件，也没有备份，程序无法启动，请重新安装！"_s);
@@ -342,6 +433,48 @@ TEST_F(DataFileLife, TheFileStepsOfAStartAndACloseComeInOrder) {
                            u"remove temp/elevenfive.dat-shm"_s,
                            u"remove temp/elevenfive.ico"_s,
                        }));
+}
+
+TEST_F(DataFileLife, ABackupThatCannotBeTakenIsToldAndTheStartGoesOn) {
+  runWriting(7);
+  const QString step = u"create program/elevenfive.bak.new"_s;
+  FaultyFiles disk;
+  disk.failingText = step;
+  const QByteArray backup = read(folders.backupFile());
+  Workspace workspace(folders, {&disk, {}});
+  EXPECT_EQ(valueOf(workspace.gConn), 7);
+  EXPECT_EQ(workspace.notices(), QStringList{u"无法完成一步：%1。"_s.arg(step)});
+  EXPECT_EQ(read(folders.backupFile()), backup);
+  EXPECT_TRUE(disk.log.contains(u"rename temp/Temp_fu.mdb -> temp/elevenfive.dat"_s));  // compacted none the less
+}
+
+TEST_F(DataFileLife, ACompactionThatFailsIsToldAndTheStartGoesOn) {
+  runWriting(7);
+  for (const QString& step : {u"remove temp/Temp_fu.mdb"_s, u"rename temp/Temp_fu.mdb -> temp/elevenfive.dat"_s}) {
+    FaultyFiles disk;
+    disk.failingText = step;
+    Workspace workspace(folders, {&disk, {}});
+    EXPECT_EQ(valueOf(workspace.gConn), 7);
+    EXPECT_EQ(workspace.notices(), QStringList{u"无法完成一步：%1。"_s.arg(step)});
+    EXPECT_EQ(valueInFile(folders.backupFile()), 7);
+    EXPECT_FALSE(QFile::exists(folders.mainScratch()));
+  }
+}
+
+TEST_F(DataFileLife, ALargeDatabaseIsNotReplacedByABackupThatWasNotTaken) {
+  {
+    Workspace workspace(folders, {&unflushed, {}});
+    setValue(workspace.gConn, 7);
+    workspace.gConn.executeScript("test",
+                                  "CREATE TABLE filler (b BLOB); INSERT INTO filler VALUES (zeroblob(51685169));");
+    workspace.close();
+  }
+  ASSERT_EQ(valueInFile(folders.backupFile()), 5);
+  FaultyFiles disk;
+  disk.failingText = u"create program/elevenfive.bak.new"_s;
+  Workspace workspace(folders, {&disk, {}});
+  EXPECT_EQ(workspace.notices(), QStringList{u"无法完成一步：create program/elevenfive.bak.new。"_s});
+  EXPECT_EQ(valueOf(workspace.gConn), 7);
 }
 
 TEST_F(DataFileLife, CompactingAMissingFileDoesNothing) {

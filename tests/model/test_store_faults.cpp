@@ -1,18 +1,16 @@
 // What the store does with files that are none, that may not be written, and with a disk that is full.
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <csignal>
 #include <string>
 
 #include "model/errors.h"
 #include "model/schema.h"
 #include "model/store.h"
+#include "tests/support/diskfaults.h"
 #include "tests/support/testworkspace.h"
 
 namespace elevenfive {
@@ -128,35 +126,6 @@ TEST_F(StoreFiles, AFileThatAnotherProgramWritesIsBusy) {
   other.executeScript("test", "COMMIT");
   EXPECT_EQ(store.execute("写入条件", "UPDATE 过滤条件 SET VALUE = 0"), 1280);
 }
-
-/// Makes this thread an ordinary user, who owns the folder given, for the length of a scope: root is bound by no permissions.
-class OrdinaryUser final {
- public:
-  explicit OrdinaryUser(const QString& folder) {
-    if (geteuid() != 0)
-      return;
-    constexpr uid_t nobody = 65534;
-    for (const QString& entry : QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot))
-      give(folder + u'/' + entry, nobody);
-    give(folder, nobody);
-    changed_ = seteuid(nobody) == 0;
-  }
-  ~OrdinaryUser() {
-    if (changed_ && seteuid(0) != 0)
-      std::abort();
-  }
-  OrdinaryUser(const OrdinaryUser&) = delete;
-  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
-  [[nodiscard]] static bool isBound() { return geteuid() != 0; }
-
- private:
-  static void give(const QString& path, uid_t user) {
-    if (chown(path.toLocal8Bit().constData(), user, user) != 0)
-      throw std::runtime_error("cannot give a file away");
-  }
-  bool changed_ = false;
-};
 
 TEST_F(StoreFiles, AFileWithoutTheRightToWriteIsRefusedForWritingOnly) {
   const QString file = createTemplate(u"只读.dat"_s);
@@ -281,26 +250,6 @@ TEST_F(FullDisk, TheStoreWorksOnWhenThereIsRoomAgain) {
   EXPECT_NO_THROW(writeUntilFull(OnFault::undo));
   EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM t"), 999);
 }
-
-/// No file may grow beyond this size, for the length of a scope: writing to the disk itself fails.
-class FilesNoLargerThan final {
- public:
-  explicit FilesNoLargerThan(qint64 bytes) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &old_);
-    const rlimit limit{static_cast<rlim_t>(bytes), old_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FilesNoLargerThan() {
-    setrlimit(RLIMIT_FSIZE, &old_);
-    std::signal(SIGXFSZ, signal_);
-  }
-  FilesNoLargerThan(const FilesNoLargerThan&) = delete;
-  FilesNoLargerThan& operator=(const FilesNoLargerThan&) = delete;
-
- private:
-  rlimit old_{};
-  void (*signal_)(int);
-};
 
 class FailingDisk : public FullDisk, public ::testing::WithParamInterface<OnFault> {};
 

@@ -124,11 +124,62 @@ TEST_F(WorkspaceLife, CreateRefusesAFolderThatHasAPackedDataFile) {
 TEST_F(WorkspaceLife, AForcedCreateBeginsAnewAndKeepsTheOldDataInBak) {
   runWriting(7);
   Workspace::create(folders, true);
-  ASSERT_EQ(keptCopies().size(), 1);
-  EXPECT_EQ(valueInFile(folders.bakFolder() + u'/' + keptCopies().first()), 7);
+  EXPECT_EQ(keptValues(), (QList<int>{5, 7}));  // the backup's and the pack's
   Workspace workspace(folders);
   EXPECT_EQ(valueOf(workspace.gConn), 5);
   EXPECT_EQ(workspace.notices(), QStringList());
+}
+
+TEST_F(WorkspaceLife, CreateRefusesAFolderWhosePackIsGoneButNotItsWork) {
+  runWriting(7);
+  QFile::remove(folders.packedFile());
+  const QByteArray inBak = read(folders.packInTransit());
+  const QString refusal = u"文件夹 %1 中没有数据文件，但还有以前的备份，没有改动。"_s.arg(folders.program);
+  EXPECT_EQ(messageOf([&] { Workspace::create(folders, false); }), refusal);
+  EXPECT_EQ(read(folders.packInTransit()), inBak);
+  QFile::remove(folders.packInTransit());
+  EXPECT_EQ(messageOf([&] { Workspace::create(folders, false); }), refusal);  // for the backup alone
+  EXPECT_FALSE(Workspace::exists(folders));
+}
+
+TEST_F(WorkspaceLife, AForcedCreateKeepsThePackInBakAndTheBackupWhereThePackIsGone) {
+  runWriting(7);
+  runWriting(8);
+  QFile::remove(folders.packedFile());
+  Workspace::create(folders, true);
+  EXPECT_EQ(keptValues(), (QList<int>{7, 8}));
+  EXPECT_EQ(nextStart(), 5);
+  EXPECT_EQ(keptValues(), (QList<int>{7, 8}));
+}
+
+TEST_F(WorkspaceLife, AForcedCreateKeepsADamagedPackUnderAnotherName) {
+  runWriting(7);
+  const QByteArray cut = read(folders.packedFile()).left(5000);
+  write(folders.packedFile(), cut);
+  Workspace::create(folders, true);
+  const QStringList damaged = programFiles(u"elevenfive.dat.damaged-*"_s);
+  ASSERT_EQ(damaged.size(), 1);
+  EXPECT_EQ(read(folders.program + u'/' + damaged.first()), cut);
+  EXPECT_EQ(keptValues(), (QList<int>{5, 7}));  // the backup's, and that of the whole pack in Bak
+  EXPECT_EQ(nextStart(), 5);
+}
+
+TEST_F(WorkspaceLife, AForcedCreateKeepsAPackInBakThatNeverReachedItsPlace) {
+  runWriting(7);
+  const QByteArray old = read(folders.packedFile());
+  runWriting(8);
+  write(folders.packedFile(), old);  // as where the last copy of the close failed
+  Workspace::create(folders, true);
+  EXPECT_EQ(keptValues(), (QList<int>{7, 8}));  // the backup holds what the old pack holds
+  EXPECT_EQ(read(folders.packInTransit()), read(folders.packedFile()));
+}
+
+TEST_F(WorkspaceLife, WithoutATemporaryFolderTheReasonIsSaid) {
+  const Workspace::Folders none{folders.program, {}};
+  const QString reason =
+      u"系统的临时文件夹 %1 中不能建立本程序的文件夹：同名的文件已存在，或属于其他用户。"_s.arg(QDir::tempPath());
+  EXPECT_EQ(messageOf([&] { Workspace workspace(none); }), reason);
+  EXPECT_EQ(messageOf([&] { Workspace::create(none, true); }), reason);
 }
 
 TEST_F(WorkspaceLife, CreateIsRefusedWhileAnInstanceRuns) {

@@ -7,6 +7,7 @@
 
 #include "model/compaction.h"
 #include "model/errors.h"
+#include "tests/support/diskfaults.h"
 #include "tests/support/faultyfiles.h"
 #include "tests/support/testworkspace.h"
 
@@ -120,6 +121,115 @@ TEST_F(UserFilesTest, AFileWithAnEmptyTableChangesNothing) {
   setValue(9);
   EXPECT_FALSE(files.load(u"a"_s));
   EXPECT_EQ(value(), 9);
+}
+
+TEST_F(UserFilesTest, AFileWithARowLessOrMoreInAnyTableIsDamaged) {
+  for (const char* change : {"DELETE FROM 过滤条件 WHERE ID = 1", "DELETE FROM 过滤条件使用情况 WHERE 条件 = 1",
+                             "DELETE FROM 号码特性 WHERE 号码 = 11", "DELETE FROM 历史数据过滤",
+                             "INSERT INTO 过滤条件 VALUES (9998, 0)", "INSERT INTO 历史数据过滤 VALUES (0, 0, 0, 0)"}) {
+    setValue(3);
+    ASSERT_TRUE(files.save(u"a"_s));
+    {
+      Store store(files.path(u"a"_s), StoreAccess::readWrite);
+      ASSERT_EQ(store.execute("test", change), 1) << change;
+    }
+    setValue(9);
+    EXPECT_FALSE(files.load(u"a"_s)) << change;
+    EXPECT_EQ(value(), 9) << change;
+    EXPECT_FALSE(QFile::exists(files.path(u"a"_s))) << change;
+  }
+}
+
+TEST_F(UserFilesTest, AValueThatTheDatabaseCannotHoldIsDamage) {
+  ASSERT_TRUE(files.save(u"a"_s));
+  {
+    Store store(files.path(u"a"_s), StoreAccess::readWrite);
+    store.executeScript(
+        "test",
+        "DROP TABLE 号码特性; CREATE TABLE 号码特性 AS SELECT * FROM 历史数据过滤; DROP TABLE 历史数据过滤;"
+        "CREATE TABLE 历史数据过滤 (使用状态 INT, 最小值 INT, 最大值 INT, 匹配值 INT);");
+  }
+  EXPECT_FALSE(files.load(u"a"_s));  // tables of another shape
+  ASSERT_TRUE(files.save(u"a"_s));
+  {
+    Store store(files.path(u"a"_s), StoreAccess::readWrite);
+    store.executeScript(
+        "test",
+        "DROP TABLE 历史数据过滤; CREATE TABLE 历史数据过滤 (使用状态 INT, 最小值 INT, 最大值 INT, 匹配值 INT);"
+        "INSERT INTO 历史数据过滤 VALUES (0, 0, 5000000000, 0);");
+  }
+  setValue(9);
+  EXPECT_FALSE(files.load(u"a"_s));
+  EXPECT_EQ(value(), 9);
+  EXPECT_EQ(userFiles().filter(u"damaged"_s).size(), 2);
+}
+
+TEST_F(UserFilesTest, ADiskThatFailsUnderTheDatabaseLeavesTheGoodFile) {
+  setValue(3);
+  ASSERT_TRUE(files.save(u"a"_s));
+  setValue(9);
+  {
+    const FilesNoLargerThan nothing(100);
+    EXPECT_THROW(files.load(u"a"_s), StoreError);
+  }
+  EXPECT_EQ(value(), 9);
+  EXPECT_EQ(userFiles(), QStringList{u"a.uVorex"_s});
+  ASSERT_TRUE(files.load(u"a"_s));
+  EXPECT_EQ(value(), 3);
+}
+
+TEST_F(UserFilesTest, AFileThatAnotherProgramHasStaysWhereItIs) {
+  setValue(3);
+  ASSERT_TRUE(files.save(u"a"_s));
+  setValue(9);
+  {
+    Store other(files.path(u"a"_s), StoreAccess::readWrite);
+    other.executeScript("test", "BEGIN EXCLUSIVE");
+    EXPECT_THROW(files.load(u"a"_s), StoreError);
+  }
+  EXPECT_EQ(value(), 9);
+  EXPECT_EQ(userFiles(), QStringList{u"a.uVorex"_s});
+  ASSERT_TRUE(files.load(u"a"_s));
+  EXPECT_EQ(value(), 3);
+}
+
+TEST_F(UserFilesTest, WheneverTheDiskFillsTheOldFileOrTheNewOneStands) {
+  const qint64 size = QFileInfo(folders.templateFile()).size();
+  std::vector<qint64> places{0, 1, size - 1, size, size + 1, 2 * size - 1, 2 * size};
+  for (qint64 place = 4099; place < 3 * size; place += size / 13)
+    places.push_back(place);
+  int failed = 0;
+  for (const qint64 place : places) {
+    disk.writableBytes = FaultyFiles::never;
+    setValue(3);
+    ASSERT_TRUE(files.save(u"a"_s));
+    setValue(4);
+    disk.writableBytes = place;
+    bool done = false;
+    try {
+      done = files.save(u"a"_s);
+    } catch (const FileError&) {
+      ++failed;
+    }
+    setValue(0);
+    ASSERT_TRUE(files.load(u"a"_s)) << place;
+    EXPECT_EQ(value(), done ? 4 : 3) << place;
+    EXPECT_EQ(userFiles(), QStringList{u"a.uVorex"_s}) << place;
+  }
+  EXPECT_GT(failed, 20);
+}
+
+TEST_F(UserFilesTest, AFileInTheWayOfANewOneIsSetAside) {
+  EXPECT_EQ(files.setAside(u"a"_s), QString());
+  setValue(3);
+  ASSERT_TRUE(files.save(u"a"_s));
+  const QByteArray before = read(files.path(u"a"_s));
+  const QString first = files.setAside(u"a"_s);
+  EXPECT_TRUE(first.startsWith(files.path(u"a"_s) + u".old-"_s));
+  EXPECT_EQ(read(first), before);
+  EXPECT_FALSE(QFile::exists(files.path(u"a"_s)));
+  ASSERT_TRUE(files.save(u"a"_s));
+  EXPECT_NE(files.setAside(u"a"_s), first);
 }
 
 TEST_F(UserFilesTest, WhicheverStepFailsTheOldFileOrTheNewOneStands) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 
 #include "model/daycount.h"
@@ -28,8 +29,10 @@ class UsersTest : public ::testing::Test {
   int value() { return w.store().value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900").value_or(-1); }
   QStringList accounts() { return w.rows("SELECT 用户名 FROM 用户表 ORDER BY 用户名"); }
 
-  void addAccount(const QString& name, int daysAgo) {
-    w.store().execute("test", "INSERT INTO 用户表 VALUES (?, '', ?)", name, dayCountOf(today.addDays(-daysAgo)));
+  /// One that logged on last so many days before noon of today.
+  void addAccount(const QString& name, double daysAgo) {
+    constexpr double noon = 0.5;
+    w.store().execute("test", "INSERT INTO 用户表 VALUES (?, '', ?)", name, dayCountOf(today) + noon - daysAgo);
     QFile file(fileOf(name));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   }
@@ -101,6 +104,59 @@ TEST_F(UsersTest, APasswordOf51CharactersIsRefused) {
   EXPECT_TRUE(users.cmdOK(u"a"_s, QString(50, u'x')));
 }
 
+TEST_F(UsersTest, WhoHasAnAccountMayTypeAsLongAPasswordAsTheyLike) {
+  ASSERT_TRUE(users.cmdOK(u"张三"_s, u"pw"_s));
+  ports.log.clear();
+  EXPECT_FALSE(users.cmdOK(u"张三"_s, QString(60, u'x')));
+  EXPECT_EQ(ports.log, QStringList{u"plain [] 密码错误！(注意大小写区分)"_s});
+  EXPECT_TRUE(users.cmdOK(u"临时用户"_s, QString(60, u'x')));
+}
+
+TEST_F(UsersTest, AFileThatAnAccountLeftBehindIsKeptWhenTheNameIsTakenAnew) {
+  ASSERT_TRUE(users.cmdOK(u"甲"_s, u""_s));
+  setValue(7);
+  ASSERT_TRUE(users.saveUserFile(u"甲"_s));
+  w.store().execute("test", "DELETE FROM 用户表 WHERE 用户名 = '甲'");  // as after a run that was lost
+  ports.log.clear();
+  ASSERT_TRUE(users.cmdOK(u"甲"_s, u""_s));
+  EXPECT_EQ(value(), 5);
+  const QStringList kept = QDir(w.folders.program).entryList({u"甲.uVorex.old-*"_s});
+  ASSERT_EQ(kept.size(), 1);
+  const QString path = w.folders.program + u'/' + kept.first();
+  EXPECT_EQ(ports.log, QStringList({u"question [] 用户不存在，要以当前的用户名及密码来建立新用户吗？"_s,
+                                    u"info [] 用户“甲”以前的用户文件保留为 %1。"_s.arg(path)}));
+  Store old(path, StoreAccess::readOnly);
+  EXPECT_EQ(old.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 7);
+}
+
+TEST_F(UsersTest, AFaultWhileAnAccountIsMadeLeavesTheOldUserWithTheOwnConditions) {
+  ASSERT_TRUE(users.cmdOK(u"甲"_s, u""_s));
+  setValue(7);
+  w.store().executeScript("test",
+                          "CREATE TRIGGER fault BEFORE UPDATE ON 用户表 BEGIN SELECT RAISE(ABORT, 'disk'); END;");
+  EXPECT_THROW(users.cmdOK(u"乙"_s, u""_s), StoreError);
+  EXPECT_EQ(w.workspace().gUserName, u"甲"_s);
+  EXPECT_EQ(value(), 7);
+  EXPECT_FALSE(accounts().contains(u"乙"_s));
+}
+
+TEST_F(UsersTest, AFaultBehindANewAccountNeverPutsItsConditionsIntoTheOldUsersFile) {
+  ASSERT_TRUE(users.cmdOK(u"甲"_s, u""_s));
+  setValue(7);
+  ASSERT_TRUE(users.saveUserFile(u"甲"_s));
+  w.store().executeScript("test",
+                          "CREATE TRIGGER fault BEFORE DELETE ON 日志表 BEGIN SELECT RAISE(ABORT, 'disk'); END;"
+                          "INSERT INTO 日志表 (序号, 期号) VALUES (1, 1);"
+                          "CREATE TRIGGER fault2 BEFORE UPDATE ON 用户表 WHEN old.最后登陆时间 IS NOT NULL "
+                          "BEGIN SELECT RAISE(ABORT, 'disk'); END;");
+  EXPECT_THROW(users.cmdOK(u"乙"_s, u""_s), StoreError);
+  EXPECT_EQ(w.workspace().gUserName, u"乙"_s);
+  EXPECT_EQ(value(), 5);
+  ASSERT_TRUE(users.saveUserFile(w.workspace().gUserName));
+  Store old(fileOf(u"甲"_s), StoreAccess::readOnly);
+  EXPECT_EQ(old.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 7);
+}
+
 TEST_F(UsersTest, ANewUserBeginsWithTheDefaultsButKeepsTheNumbersAttributes) {
   setValue(9);
   w.store().execute("test", "UPDATE 过滤条件 SET VALUE = 0 WHERE ID = 40");
@@ -170,6 +226,14 @@ TEST_F(UsersTest, AccountsIdleForThirtyDaysGoWithTheirFiles) {
   EXPECT_TRUE(QFile::exists(fileOf(u"二十九天"_s)));
   EXPECT_FALSE(QFile::exists(fileOf(u"三十天"_s)));
   EXPECT_FALSE(QFile::exists(fileOf(u"一年"_s)));
+}
+
+TEST_F(UsersTest, ThirtyDaysAreCountedToTheMinute) {
+  constexpr double minute = 1.0 / (24 * 60);
+  addAccount(u"早一分钟"_s, 30 + minute);
+  addAccount(u"晚一分钟"_s, 30 - minute);
+  ASSERT_TRUE(users.cmdOK(u"临时用户"_s, u""_s));
+  EXPECT_EQ(accounts(), (QStringList{u"临时用户"_s, u"晚一分钟"_s}));
 }
 
 TEST_F(UsersTest, TheTemporaryUserIsNeverRemovedHoweverOld) {

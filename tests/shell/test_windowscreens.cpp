@@ -10,70 +10,15 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QUrl>
 
-#include "tests/shell/mainwindowtest.h"
-#include "tests/support/faultyfiles.h"
+#include "tests/shell/windowscreenstest.h"
 
 namespace elevenfive {
 
 namespace {
 
 using namespace Qt::StringLiterals;
-
-/// Does these steps in turn, each in the modal form that is open by then.
-void inForms(std::deque<std::function<void(QWidget&)>> steps) {
-  if (steps.empty())
-    return;
-  QTimer::singleShot(0, [steps]() mutable {
-    if (QWidget* form = QApplication::activeModalWidget()) {
-      const auto step = steps.front();
-      steps.pop_front();
-      inForms(steps);
-      step(*form);
-    } else {
-      inForms(steps);
-    }
-  });
-}
-
-class WindowScreensTest : public ::testing::Test {
- protected:
-  WindowScreensTest() { Workspace::create(folders, false, quick); }
-
-  /// A run before the one under test.
-  void prepare(const char* sql) {
-    Workspace workspace(folders, {&quick, {}});
-    workspace.gConn.execute("test",
-                            "INSERT OR REPLACE INTO 历史记录 (期号, 开奖日期, 号码1, 号码2, 号码3, 号码4, 号码5)"
-                            " VALUES (11031510, 40000, 1, 2, 3, 4, 5)");
-    workspace.gConn.execute("test", sql);
-    workspace.close();
-  }
-
-  int stored(const char* sql) {
-    Workspace workspace(folders, {&quick, {}});
-    return workspace.gConn.value("test", sql).value_or(-1);
-  }
-
-  void start(FileAccess& disk) {
-    startup = std::make_unique<Startup>(folders, boxes, screens, disk);
-    ASSERT_TRUE(startup->start());
-    screens.window()->setLeave([this] { return startup->close(false); });
-  }
-
-  QTemporaryDir folder;
-  UnflushedFiles quick;
-  Workspace::Folders folders{folder.filePath(u"program"_s), folder.filePath(u"temp"_s)};
-  RecordingPorts ports;
-  WatchedBoxes boxes{ports};
-  AnsweringFiles files;
-  RecordingTexts texts;
-  WindowScreens screens{{boxes, ports, files, texts}, [](MainWindow&) {}};
-  std::unique_ptr<Startup> startup;
-};
 
 TEST_F(WindowScreensTest, ClosingTheWindowPutsTheDataBack) {
   prepare("UPDATE 用户模式 SET 模式 = 1");
@@ -293,7 +238,7 @@ TEST_F(WindowScreensTest, AShutLogonWhileSwitchingLeavesTheOldUser) {
   }});
   start(quick);
   inForms({[](QWidget& form) { QTest::keyClick(&form, Qt::Key_Escape); }});
-  EXPECT_TRUE(startup->switchUser());
+  EXPECT_EQ(startup->switchUser(), UserSwitch::stayed);
   EXPECT_EQ(startup->workspace().gUserName, u"张三"_s);
   EXPECT_TRUE(screens.window()->close());
   EXPECT_TRUE(QFile::exists(folders.program + u"/张三.uVorex"_s));

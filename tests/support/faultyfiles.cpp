@@ -88,8 +88,10 @@ void FaultyFiles::makeFolder(const QString& path) {
 
 void FaultyFiles::step(const QString& text) {
   const qint64 number = steps++;
-  if (failingStep == never || number < failingStep) {
+  if (text != failingText && (failingStep == never || number < failingStep)) {
     log << text;
+    if (shared != nullptr)
+      *shared << text;
     return;
   }
   if (kill)

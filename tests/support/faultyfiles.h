@@ -13,11 +13,13 @@ class FaultyFiles final : public FileAccess {
 
   qint64 failingStep = never;    ///< this step and all after it fail, counted from 0
   qint64 writableBytes = never;  ///< once so many bytes were written the disk is full
+  QString failingText;           ///< a step of this text fails, and only such a one
   bool kill = false;             ///< the failing step ends the process instead, as a power cut would
 
   qint64 steps = 0;
   /// "create Bak/elevenfive.dat.new", "flush ...", "flush folder ...", "rename A -> B", "remove ...", "folder ...": with the last folder's name.
   QStringList log;
+  QStringList* shared = nullptr;  ///< another log that gets the steps too, between what others write there
 
   std::unique_ptr<OutputFile> create(const QString& path) override;
   void flushFile(const QString& path) override;
