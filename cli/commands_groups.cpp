@@ -76,8 +76,6 @@ Action prepareGroupUse(const Arguments& arguments) {
   const int k = groupOf(arguments);
   const bool use = arguments.text(u"0|1"_s) == u"1"_s;
   return [k, use](Session& session) {
-    if (use && !session.program().groups.showZdyGroup(k).useEnabled)
-      throw MissingData(u"自定义组%1 没有设置允许开出的个数，不能使用。"_s.arg(k));
     session.program().groups.clickUse(k, use);
     printGroup(session, k);
   };

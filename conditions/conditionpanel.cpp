@@ -137,9 +137,10 @@ void ConditionPanel::selectItems(int tab, int list, const std::vector<bool>& sel
     return;
   StoreTransaction transaction(gConn_);
   const std::vector<bool>& present = lists[slot(list)].selected;
-  for (std::size_t item = 0; item < std::min(present.size(), selected.size()); ++item)
-    if (present[item] != selected[item])
-      clickValue(tab, list, static_cast<int>(item), selected[item]);
+  for (const bool select : {true, false})
+    for (std::size_t item = 0; item < std::min(present.size(), selected.size()); ++item)
+      if (present[item] != selected[item] && selected[item] == select)
+        clickValue(tab, list, static_cast<int>(item), select);
   transaction.commit();
 }
 

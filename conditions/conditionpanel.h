@@ -64,7 +64,8 @@ class ConditionPanel final {
   /// it writes the number's field of 号码特性, and a position without numbers is switched off.
   void clickValue(int tab, int list, int item, bool selected);
 
-  /// The clicks that bring a whole list to this selection; items whose state is the same already are not touched.
+  /// The clicks that bring a whole list to this selection; items whose state is the same already are not touched. Items are
+  /// selected before others are unselected: a position that was empty in between would be switched off.
   void selectItems(int tab, int list, const std::vector<bool>& selected);
 
   /// A click on a check box: writes 1 or 0 into its row of 过滤条件使用情况.

@@ -91,9 +91,12 @@ QString zdyCountsText(Store& store, int k) {
 QStringList zdyLines(Store& store) {
   QStringList lines;
   for (int k = 1; k <= zdyGroupCount; ++k) {
-    const bool used = isConditionUsed(store, zdyCode(k));
-    lines << getZdyAlias(store, k) +
-                 (used ? u" ——"_s + zdyMembersText(store, k) + zdyCountsText(store, k) : u" ——　未 使 用 "_s);
+    if (!isConditionUsed(store, zdyCode(k))) {
+      lines << getZdyAlias(store, k) + u" ——　未 使 用 "_s;
+      continue;
+    }
+    const QString counts = membersOf(store, k).empty() ? QString() : zdyCountsText(store, k);
+    lines << getZdyAlias(store, k) + u" ——"_s + zdyMembersText(store, k) + counts;
   }
   return lines;
 }
@@ -103,16 +106,18 @@ CustomGroups::GroupState CustomGroups::showZdyGroup(int k) {
   state.counts.assign(zdyLargestCount + 1, false);
   if (!isGroup(k))
     return state;
+  if (k != closedGroup_)
+    closedGroup_ = 0;
   for (const int number : membersOf(gConn_, k))
     if (isNumber(number))
       state.members[static_cast<std::size_t>(number)] = true;
   state.countsEnabled = state.members != GroupMembers{};
   for (const int count : countsOf(gConn_, k))
     if (count <= zdyLargestCount)
-      state.counts[static_cast<std::size_t>(count)] = state.useEnabled = true;
+      state.counts[static_cast<std::size_t>(count)] = true;
   state.used = isConditionUsed(gConn_, zdyCode(k));
-  // A box that is on without any count, as a loaded condition set may leave it, can still be switched off.
-  state.useEnabled = state.useEnabled || state.used;
+  // A box that is on, as a loaded condition set may leave it, can always be switched off.
+  state.useEnabled = k != closedGroup_ || state.used;
   return state;
 }
 
@@ -149,6 +154,7 @@ void CustomGroups::clickCount(int k, int count, bool selected) {
   const bool any = !counts.empty() && counts.front() <= zdyLargestCount;  // ascending: the list shows 0 to 5 only
   setConditionUse(gConn_, zdyCode(k), any ? 1 : 0);
   transaction.commit();
+  closedGroup_ = any ? 0 : k;
 }
 
 void CustomGroups::selectCounts(int k, const std::vector<bool>& selected) {
@@ -167,12 +173,14 @@ void CustomGroups::clickUse(int k, bool checked) {
     panel_.clickSwitch(zdyCode(k), checked);
 }
 
-bool CustomGroups::rename(int k) {
+bool CustomGroups::rename(int k, const std::function<void()>& show) {
   const QString old = getZdyAlias(k);
   const QString name = inputs_.askText({u"修改为容易识别的名称"_s, u"【 "_s + old + u" 】 名称修改为："_s, old});
   if (name.isEmpty())
     return false;
   setZdyAlias(k, name);
+  if (show)
+    show();
   boxes_.plain(u"名称已修改完成！"_s);
   return true;
 }

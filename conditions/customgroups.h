@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <vector>
 
 #include "conditions/commongroups.h"
@@ -54,7 +55,7 @@ QString zdyMembersText(Store& store, int k);
 /// " 允许开出个数（１个,２个）"; "（条 件 未 设 置）" where no count is allowed.
 QString zdyCountsText(Store& store, int k);
 
-/// The lines of List_ZDY, group 1 first: name, and members and counts of those in use.
+/// The lines of List_ZDY, group 1 first: name, and members and counts of those in use; an empty one has no counts to tell.
 QStringList zdyLines(Store& store);
 
 class CustomGroups final {
@@ -68,7 +69,7 @@ class CustomGroups final {
     bool countsEnabled = false;  ///< List_ZDYset: only a group with members has counts to choose
     std::vector<bool> counts;    ///< selected items of List_ZDYset
     bool used = false;           ///< Check_Zdy
-    bool useEnabled = false;
+    bool useEnabled = true;      ///< only the group shown that has just lost its last count cannot be switched on
   };
 
   QString getZdyAlias(int k) { return elevenfive::getZdyAlias(gConn_, k); }
@@ -93,8 +94,8 @@ class CustomGroups final {
   /// Check_Zdy.
   void clickUse(int k, bool checked);
 
-  /// cmmChangeZDYname: asks for a new name. True where it was changed.
-  bool rename(int k);
+  /// cmmChangeZDYname: asks for a new name. True where it was changed. show brings the screen up to date before the box.
+  bool rename(int k, const std::function<void()>& show = {});
 
   /// cmm_EmptyZDY, "清空全部自定义组".
   void clearAll();
@@ -103,6 +104,8 @@ class CustomGroups final {
   bool chooseCommon(int k, const QString& entry);
 
  private:
+  /// Its last count was unselected last: Check_Zdy stays disabled until a count is selected or another group shows. 0: none.
+  int closedGroup_ = 0;
   Store& gConn_;
   ConditionPanel& panel_;
   Boxes& boxes_;

@@ -121,7 +121,14 @@ QWidget* GroupPage::buildEditor() {
   column->addWidget(buildCounts());
 
   connect(common_, &QComboBox::activated, this, &GroupPage::chooseCommon);
-  connect(rename, &QPushButton::clicked, this, [this] { change([this] { groups_.rename(group()); }); });
+  connect(rename, &QPushButton::clicked, this, [this] {
+    change([this] {
+      groups_.rename(group(), [this] {
+        showGroup();
+        showLines();
+      });
+    });
+  });
   connect(emptyOne, &QPushButton::clicked, this, [this] { change([this] { groups_.clearZdyGroup(group()); }); });
   connect(emptyAll, &QPushButton::clicked, this, [this] {
     change([this] { groups_.clearAll(); });
@@ -244,14 +251,8 @@ void GroupPage::showLines() {
 void GroupPage::fillCommonGroups() {
   withFaultBox(boxes_, [this] {
     const QStringList entries = commonGroupEntries(getNextQihao(gConn_));
-    commonHasPeriod_ = getLastQihao(gConn_) > 0;
     common_->clear();
-    for (const QString& entry : entries) {
-      if (entry == commonGroupsRule)
-        common_->insertSeparator(common_->count());
-      else
-        common_->addItem(entry);
-    }
+    common_->addItems(entries);
     common_->setCurrentIndex(-1);
   });
 }
@@ -262,8 +263,6 @@ void GroupPage::chooseCommon(int index) {
 }
 
 void GroupPage::reload() {
-  if (!commonHasPeriod_)
-    fillCommonGroups();
   withFaultBox(boxes_, [this] {
     showGroup();
     showLines();

@@ -26,8 +26,7 @@ class GroupPage final : public QWidget {
  public:
   GroupPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, Inputs& inputs, QWidget* parent = nullptr);
 
-  /// Fills the page from the store. The common groups keep the period that was next when they were filled; they are filled
-  /// here only while the history was empty at that time.
+  /// Fills the page from the store. The common groups keep the period that was next when they were filled.
   void reload();
 
   /// Fills ComboZDYcyfz with the period that is next now.
@@ -62,7 +61,6 @@ class GroupPage final : public QWidget {
   QTabBar* tabs_ = nullptr;
   QLabel* alias_ = nullptr;
   QComboBox* common_ = nullptr;
-  bool commonHasPeriod_ = false;  ///< the history was not empty when the common groups were filled
   std::array<PickButton*, numberCount + 1> members_{};  ///< by number
   QCheckBox* use_ = nullptr;
   ChipList* counts_ = nullptr;

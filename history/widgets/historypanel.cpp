@@ -34,6 +34,24 @@ namespace {
 /// The largest period, 2147483647, has so many.
 constexpr int qihaoDigits = 10;
 
+/// A progress whose bar takes the place of a widget: the widget goes when the bar comes, and stays away.
+class InPlaceOf final : public Progress {
+ public:
+  InPlaceOf(QWidget& widget, Progress& bar) : widget_(widget), bar_(bar) {}
+  void setMinimum(int minimum) override { bar_.setMinimum(minimum); }
+  void setMaximum(int maximum) override { bar_.setMaximum(maximum); }
+  void setValue(int value) override { bar_.setValue(value); }
+  void setVisible(bool visible) override {
+    if (visible)
+      widget_.hide();
+    bar_.setVisible(visible);
+  }
+
+ private:
+  QWidget& widget_;
+  Progress& bar_;
+};
+
 QLabel* caption(const QString& text, QWidget* buddy) {
   auto* label = new QLabel(text);
   label->setBuddy(buddy);
@@ -207,13 +225,13 @@ Progress& HistoryPanel::derivationProgress() {
 
 void HistoryPanel::recountZones(Qihao first, Qihao last) {
   const BusyScope busy(ports_.busy);
-  grid_->hide();
   // A fault leaves the rows before it counted: the grid comes back with them.
   const auto showAgain = qScopeGuard([this] {
     grid_->refresh();
     grid_->show();
   });
-  recalcQujian(gConn_, first, last, ports_.boxes, progress_->derivation(), ports_.events);
+  InPlaceOf progress(*grid_, progress_->derivation());
+  recalcQujian(gConn_, first, last, ports_.boxes, progress, ports_.events);
 }
 
 void HistoryPanel::focusEntry() {

@@ -47,12 +47,18 @@ TEST_F(GroupCommands, CountsNeedMembers) {
   EXPECT_EQ(cli.rows(u"SELECT SUM(VALUE) FROM 过滤条件 WHERE ID BETWEEN 4590 AND 4599"_s), u"1\n"_s);
 }
 
-TEST_F(GroupCommands, UseSwitchesAGroupThatHasCounts) {
+TEST_F(GroupCommands, UseSwitchesAGroupOnAndOff) {
   cli.batch(u"group 11 members 4\ngroup 11 counts 1\n"_s);
   EXPECT_EQ(output(u"group 11 use 0"_s), u"自定义组11 ——　未 使 用 \n"_s);
   EXPECT_EQ(output(u"group 11 use 1"_s), u"自定义组11 ——　号码：（０４） 允许开出个数（１个）\n"_s);
   EXPECT_EQ(cli.rows(u"SELECT 使用情况 FROM 过滤条件使用情况 WHERE 条件 = 51"_s), u"1\n"_s);
-  EXPECT_EQ(cli.batch(u"group 12 use 1\n"_s).status, exitFailed);
+}
+
+TEST_F(GroupCommands, UseNeedsNeitherCountsNorMembers) {
+  cli.batch(u"group 12 members 5\n"_s);
+  EXPECT_EQ(output(u"group 12 use 1"_s), u"自定义组12 ——　号码：（０５）（条 件 未 设 置）\n"_s);
+  EXPECT_EQ(output(u"group 13 use 1"_s), u"自定义组13 ——（ 无 号 码 ）\n"_s);
+  EXPECT_EQ(cli.rows(u"SELECT 使用情况 FROM 过滤条件使用情况 WHERE 条件 IN (52, 53)"_s), u"1\n1\n"_s);
 }
 
 TEST_F(GroupCommands, NameIsDataAndAtMostFiftyCharacters) {

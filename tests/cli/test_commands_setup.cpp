@@ -96,6 +96,15 @@ TEST_F(SetupCommands, AConditionFileBringsBackWhatItHeld) {
             u"[question] elevenfive 11选5: 要覆盖这个文件吗？\n[plain] elevenfive 11选5: 导出完成！\n"_s);
 }
 
+TEST_F(SetupCommands, AnExportWithoutItsTemplateFails) {
+  const QString path = cli.path(u"lost.Vorex"_s);
+  ASSERT_TRUE(QFile::remove(cli.path(u"TJmode.tjmod"_s)));
+  const auto outcome = cli.call({u"conditions"_s, u"export"_s, path});
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_EQ(outcome.err, u"[plain] elevenfive 11选5: 数据模板文件丢失无法导出，请重新安装！\n"_s);
+  EXPECT_FALSE(QFile::exists(path));
+}
+
 TEST_F(SetupCommands, ForeignConditionFilesAreRefused) {
   const QString before = fingerprint();
   QFile file(cli.path(u"foreign.Vorex"_s));

@@ -51,13 +51,29 @@ TEST_F(CommonGroups, OddAndEven) {
 TEST_F(CommonGroups, Remainders) {
   EXPECT_EQ(of(u"除3余0(0路)"_s), u"3 6 9"_s);
   EXPECT_EQ(of(u"除3余2(2路)"_s), u"2 5 8 11"_s);
+  EXPECT_EQ(of(u"除4余0"_s), u"4 8"_s);
   EXPECT_EQ(of(u"除4余1"_s), u"1 5 9"_s);
+  EXPECT_EQ(of(u"除4余2"_s), u"2 6 10"_s);
+  EXPECT_EQ(of(u"除4余3"_s), u"3 7 11"_s);
+  EXPECT_EQ(of(u"除5余0"_s), u"5 10"_s);
+  EXPECT_EQ(of(u"除5余1"_s), u"1 6 11"_s);
+  EXPECT_EQ(of(u"除5余2"_s), u"2 7"_s);
+  EXPECT_EQ(of(u"除5余3"_s), u"3 8"_s);
+  EXPECT_EQ(of(u"除5余4"_s), u"4 9"_s);
+  EXPECT_EQ(of(u"除6余0"_s), u"6"_s);
   EXPECT_EQ(of(u"除6余5"_s), u"5 11"_s);
 }
 
 TEST_F(CommonGroups, Tails) {
   EXPECT_EQ(of(u"０_尾"_s), u"10"_s);
   EXPECT_EQ(of(u"１_尾"_s), u"1 11"_s);
+  EXPECT_EQ(of(u"２_尾"_s), u"2"_s);
+  EXPECT_EQ(of(u"３_尾"_s), u"3"_s);
+  EXPECT_EQ(of(u"４_尾"_s), u"4"_s);
+  EXPECT_EQ(of(u"５_尾"_s), u"5"_s);
+  EXPECT_EQ(of(u"６_尾"_s), u"6"_s);
+  EXPECT_EQ(of(u"７_尾"_s), u"7"_s);
+  EXPECT_EQ(of(u"８_尾"_s), u"8"_s);
   EXPECT_EQ(of(u"9_尾"_s), u"9"_s);
 }
 
@@ -82,6 +98,8 @@ TEST_F(CommonGroups, WithoutHistoryTheDrawRulesSaySo) {
   EXPECT_EQ(of(u"1期斜码"_s), u"无法提取上期开奖号码！"_s);
   EXPECT_EQ(of(u"1期孤码"_s), u"无法提取上期开奖号码！"_s);
   EXPECT_EQ(of(u"1期旧码尾数"_s), u"无法提取上期开奖号码！"_s);
+  EXPECT_EQ(of(u"1期新码(中码)"_s), u"无法提取最近2期的开奖号码！"_s);
+  EXPECT_EQ(of(u"1期跳码(隔码)"_s), u"无法提取上上期开奖号码！"_s);
 }
 
 TEST_F(CommonGroups, WithOneDrawTheRulesOfTwoDrawsSaySo) {
@@ -120,7 +138,7 @@ TEST_F(CommonGroups, FollowTheirDefinitionsOnAnyDraws) {
       around.insert({n - 1, n + 1});
       tails.insert({n, n % 10, n % 10 + 10});
     }
-    QStringList expected[5];
+    QStringList expected[6];
     for (int n = 1; n <= numberCount; ++n) {
       const QString text = QString::number(n);
       if (around.contains(n) && !old.contains(n))
@@ -133,12 +151,15 @@ TEST_F(CommonGroups, FollowTheirDefinitionsOnAnyDraws) {
         expected[3] << text;
       if (tails.contains(n))
         expected[4] << text;
+      if (old.contains(n))
+        expected[5] << text;
     }
     RC_ASSERT((of(u"期斜码"_s) == expected[0].join(u' ')));
     RC_ASSERT((of(u"期孤码"_s) == expected[1].join(u' ')));
     RC_ASSERT((of(u"期新码(中码)"_s) == expected[2].join(u' ')));
     RC_ASSERT((of(u"期跳码(隔码)"_s) == expected[3].join(u' ')));
     RC_ASSERT((of(u"期旧码尾数"_s) == expected[4].join(u' ')));
+    RC_ASSERT((of(u"期旧码(复码)"_s) == expected[5].join(u' ')));
   }));
 }
 

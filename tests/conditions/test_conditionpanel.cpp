@@ -126,6 +126,13 @@ TEST_F(Panel, PreviewClosesItsLastRunAtTheLastRow) {
   EXPECT_EQ(panel.rangePreview(24), u"[１９]"_s);
 }
 
+TEST_F(Panel, PreviewEndsARunBeforeTheNextUnselectedRowThatThereIs) {
+  allow(1000, 1170, 0);
+  allow(1020, 1021, 1);
+  store.execute("test", "DELETE FROM 过滤条件 WHERE ID = 1022");
+  EXPECT_EQ(panel.rangePreview(1), u"[２０-２２]"_s);
+}
+
 TEST_F(Panel, PreviewsOfTheFactorySet) {
   const std::pair<int, QString> previews[] = {
       {1, u"[１９-４０]"_s}, {2, u"[１-４５]"_s},  {3, u"[０-４４]"_s},  {4, u"[５-１４]"_s},  {5, u"[２-１０]"_s},
@@ -198,6 +205,21 @@ TEST_F(Panel, RemovingTheLastNumberDisablesAndUnticksThePositionBox) {
   EXPECT_FALSE(positionBox(3).enabled);
   EXPECT_FALSE(positionBox(3).checked);
   EXPECT_EQ(conditionUse(store, 32), 0);
+}
+
+TEST_F(Panel, InvertingAPositionKeepsItsBoxWhicheverNumberItHeld) {
+  for (const int only : {0, 10}) {
+    std::vector<bool> wanted(11, false);
+    wanted[static_cast<std::size_t>(only)] = true;
+    panel.selectItems(15, 2, wanted);
+    panel.clickSwitch(32, true);
+    wanted.flip();
+    panel.selectItems(15, 2, wanted);
+    EXPECT_EQ(panel.valueLists(15)[2].selected, wanted) << only;
+    EXPECT_TRUE(positionBox(3).checked) << only;
+  }
+  panel.selectItems(15, 2, std::vector<bool>(11, false));
+  EXPECT_FALSE(positionBox(3).checked);
 }
 
 TEST_F(Panel, PositionBoxThatIsOnWithoutNumbersCanBeSwitchedOff) {

@@ -77,6 +77,26 @@ TEST_F(Groups, UnselectingTheLastCountDisablesAndUnticksTheBox) {
   EXPECT_EQ(conditionUse(workspace.store(), 20), 0);
 }
 
+TEST_F(Groups, BoxOfAGroupThatLostItsLastCountOpensWithACountOrAnotherGroup) {
+  groups.clickMember(1, 4);
+  groups.clickCount(1, 2, true);
+  groups.clickCount(1, 2, false);
+  EXPECT_FALSE(groups.showZdyGroup(1).useEnabled);
+  groups.clickCount(1, 0, true);
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+  groups.clickMember(1, 4);  // with its last number go its counts
+  EXPECT_FALSE(groups.showZdyGroup(1).useEnabled);
+  EXPECT_TRUE(groups.showZdyGroup(2).useEnabled);
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+}
+
+TEST_F(Groups, BoxOfAGroupWithoutCountsCanBeTicked) {
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+  groups.clickMember(1, 4);
+  EXPECT_EQ(allowed(3800, 3809), QString());
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+}
+
 TEST_F(Groups, SelectingManyCountsWritesWhatTheClicksWould) {
   groups.clickMember(2, 9);  // the factory set allows 2 and 4 of this group
   groups.selectCounts(2, {true, true, false, false, true, false});
@@ -140,7 +160,18 @@ TEST_F(Groups, GroupWithMembersButWithoutCountsSaysSo) {
 TEST_F(Groups, EmptyGroupInUseHasNoNumbers) {
   groups.clickCount(1, 1, true);
   EXPECT_EQ(groups.zdyMembersText(1), u"（ 无 号 码 ）"_s);
-  EXPECT_EQ(line(1), u"自定义组1 ——（ 无 号 码 ） 允许开出个数（１个）"_s);
+  EXPECT_EQ(line(1), u"自定义组1 ——（ 无 号 码 ）"_s);
+  EXPECT_EQ(groups.zdyCountsText(1), u" 允许开出个数（１个）"_s);
+}
+
+TEST_F(Groups, GroupInUseThatACommonGroupEmptiesHasNoNumbers) {
+  groups.clickMember(2, 11);  // the factory set allows 2 and 4 of this group
+  groups.clickUse(2, true);
+  EXPECT_EQ(line(2), u"自定义组2 ——　号码：（１１） 允许开出个数（２个,４个）"_s);
+  EXPECT_TRUE(groups.chooseCommon(2, u"1期斜码"_s));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"无法提取上期开奖号码！"_s});
+  EXPECT_EQ(line(2), u"1期斜码 ——（ 无 号 码 ）"_s);
+  EXPECT_EQ(conditionUse(workspace.store(), 21), 1);
 }
 
 TEST_F(Groups, BoxWritesItsSwitch) {
@@ -185,6 +216,16 @@ TEST_F(Groups, RenamingAsksAndConfirms) {
   EXPECT_EQ(ports.inputs[0].defaultText, u"自定义组3"_s);
   EXPECT_EQ(ports.boxTexts(), QStringList{u"名称已修改完成！"_s});
   EXPECT_EQ(line(3), u"热号 ——　未 使 用 "_s);
+}
+
+TEST_F(Groups, TheNewNameShowsBeforeItsBox) {
+  ports.typed = {u"热号"_s, QString()};
+  QStringList shown;
+  const auto show = [&] { shown << line(3) << QString::number(ports.boxes.size()); };
+  EXPECT_TRUE(groups.rename(3, show));
+  EXPECT_EQ(shown, (QStringList{u"热号 ——　未 使 用 "_s, u"0"_s}));
+  EXPECT_FALSE(groups.rename(3, show));
+  EXPECT_EQ(shown.size(), 2);
 }
 
 TEST_F(Groups, EmptyNameChangesNothing) {

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <map>
 #include <set>
 
 #include "conditions/pendingaction.h"
 #include "conditions/rangegroups.h"
+#include "tests/conditions/slowranges.h"
 #include "tests/support/recordingports.h"
 #include "tests/support/testworkspace.h"
 
@@ -89,6 +91,29 @@ TEST_F(Quick, GroupsWithAndWithoutCommasWriteTheSameRows) {
   EXPECT_TRUE(quick.submit(form));
   EXPECT_EQ(conditions(), first);
   EXPECT_EQ(form[0].text, u"[20-21],[23],[46-47]"_s);
+}
+
+TEST_F(Quick, ExamplesOfTheHelpMeanWhatItSays) {
+  const auto idsOf = [](int first, int last, const std::set<int>& without) {
+    QStringList ids;
+    for (int id = first; id <= last; ++id)
+      if (!without.contains(id))
+        ids << QString::number(id);
+    return ids.join(u' ');
+  };
+  const std::pair<QString, QString> examples[] = {
+      {u"[20-39],[41-44],[46-60]"_s, idsOf(1020, 1060, {1040, 1045})},
+      {u"[20-39][41-44][46-60]"_s, idsOf(1020, 1060, {1040, 1045})},
+      {u"[8]"_s, u"1008"_s},
+      {u"[1],[2],[3],[4],[5]"_s, u"1001 1002 1003 1004 1005"_s},
+      {u"[1-5]"_s, u"1001 1002 1003 1004 1005"_s},
+      {u"[20-60]"_s, idsOf(1020, 1060, {})},
+  };
+  for (const auto& [text, ids] : examples) {
+    only(0, text, true);
+    EXPECT_TRUE(quick.submit(form));
+    EXPECT_EQ(allowed(1000, 1170), ids) << text.toStdString();
+  }
 }
 
 TEST_F(Quick, TextThatTheFormShowsCanBeSubmittedAsItStands) {
@@ -222,6 +247,50 @@ TEST_F(Quick, RowsFollowAnyTextByTheWindowRule) {
     for (const int v : expected)
       ids << QString::number(3700 + v);
     RC_ASSERT((allowed(3700, 3709) == ids.join(u' ')));
+  }));
+}
+
+/// The values of all rows by ID.
+std::map<int, int> valuesOf(Store& store) {
+  std::map<int, int> values;
+  Statement query = store.query("test", "SELECT ID, VALUE FROM 过滤条件");
+  while (query.next())
+    values[query.integer(0)] = query.integer(1);
+  return values;
+}
+
+/// What a submitted form leaves of the values, each row read slowly; a row that is refused leaves everything as it was.
+std::map<int, int> expectedValues(std::map<int, int> values, const std::vector<QuickSetup::Row>& form) {
+  for (const QuickSetup::Row& row : form)
+    if (row.used && slowClean(row.text).size() < 3)
+      return values;
+  for (const QuickSetup::Row& row : form)
+    for (auto& [id, value] : values) {
+      if (id < row.first || id > row.last)
+        continue;
+      if (row.used)
+        value = 0;
+      for (const RangeGroup& group : slowGroups(slowClean(row.text)))
+        if (id - row.first >= group.first && id - row.first <= group.last.value_or(group.first))
+          value = 1;
+    }
+  return values;
+}
+
+TEST_F(Quick, TheWholeFormFollowsASecondReadingOfItsTexts) {
+  const QStringList pieces{u"["_s, u"]"_s,  u"-"_s,  u","_s,   u"【"_s,  u"】"_s,  u"－"_s,    u"[]"_s,      u"0"_s,
+                           u"5"_s, u"12"_s, u"65"_s, u"200"_s, u"][ "_s, u"[3]"_s, u"[1-9]"_s, u"[20-200]"_s};
+  EXPECT_TRUE(rc::check("22 rows, ticked or not", [&, this] {
+    for (QuickSetup::Row& row : form) {
+      row.used = *rc::gen::arbitrary<bool>();
+      row.text = *rc::gen::inRange(0, 40) == 0 ? QString() : u"7"_s;
+      for (const int piece : *rc::gen::resize(
+               8, rc::gen::container<std::vector<int>>(rc::gen::inRange(0, static_cast<int>(pieces.size())))))
+        row.text += pieces[piece];
+    }
+    const std::map<int, int> expected = expectedValues(valuesOf(workspace.store()), form);
+    quick.submit(form);
+    RC_ASSERT(valuesOf(workspace.store()) == expected);
   }));
 }
 

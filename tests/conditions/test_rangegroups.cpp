@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+#include "tests/conditions/slowranges.h"
+
 namespace elevenfive {
 
 namespace {
@@ -98,41 +100,18 @@ TEST(ShownRangeText, SeparatesGroupsByCommas) {
   EXPECT_EQ(shownRangeText(u"[20-39][41-44][5]"_s), u"[20-39],[41-44],[5]"_s);
 }
 
-/// Reads a cleaned text a character at a time, as one would with a pencil.
-std::vector<RangeGroup> slowGroups(const QString& cleaned) {
-  std::vector<RangeGroup> groups;
-  QString pending;
-  for (const QChar ch : cleaned) {
-    if (ch == u'[')
-      continue;
-    if (ch != u']') {
-      pending += ch;
-      continue;
-    }
-    const auto number = [](QString part) {
-      if (part.startsWith(u'-'))
-        part = part.mid(1);
-      double value = 0;
-      while (!part.isEmpty() && part[0].isDigit()) {
-        value = value * 10 + part[0].digitValue();
-        part = part.mid(1);
-      }
-      return value > largestRangeValue ? largestRangeValue : static_cast<int>(value);
-    };
-    if (pending.contains(u'-'))
-      groups.push_back({number(pending.section(u'-', 0, 0)), number(pending.section(u'-', 1))});
-    else
-      groups.push_back({number(pending), std::nullopt});
-    pending.clear();
-  }
-  return groups;
-}
-
 QString anyText(const QString& alphabet) {
   QString text;
   for (const int index : *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, static_cast<int>(alphabet.size()))))
     text += alphabet[index];
   return text;
+}
+
+TEST(CleanRangeText, AgreesWithASecondReading) {
+  EXPECT_TRUE(rc::check("any typed text", [] {
+    const QString typed = anyText(u"019[[[]]]--,，【】－— \t　a５"_s);
+    RC_ASSERT((cleanRangeText(typed) == slowClean(typed)));
+  }));
 }
 
 TEST(RangeGroups, AgreeWithASecondReading) {

@@ -1,8 +1,10 @@
 // Every value list of the condition panel, worked through its widgets: each item, each check box and each button of a list
 // changes exactly the rows that it stands for.
 #include <QCheckBox>
+#include <QComboBox>
 #include <QListWidget>
 #include <QMouseEvent>
+#include <QRadioButton>
 #include <QTabBar>
 
 #include "conditions/widgets/pickpage.h"
@@ -89,6 +91,31 @@ class ConditionListsTest : public MainWindowTest {
         expected << u"v%1 %2"_s.arg(id).arg(was ? 0 : 1);
     }
     return expected;
+  }
+
+  /// The tabs that bear the mark of a condition in use.
+  QString marked() {
+    const auto& tabs = the<QListWidget>(u"TabStrip_TiaoJian"_s);
+    QStringList found;
+    for (int row = 0; row < tabs.count(); ++row)
+      if (tabs.item(row)->toolTip() == u"使用中"_s)
+        found << QString::number(row + 1);
+    return found.join(u' ');
+  }
+
+  /// A change of rows from which the test starts, not one that it finds.
+  void prepare(const std::string& table, const std::string& change) {
+    for (const char* prefix : {"", "kept_"})
+      data.store().execute("test", "UPDATE " + (prefix + table) + " SET " + change);
+  }
+
+  /// The numbers of each of the seven position columns.
+  QStringList positions() {
+    QStringList all;
+    for (int p = 1; p <= 7; ++p)
+      all << data.rows(u"SELECT 号码 FROM 号码特性 WHERE 第%1位 = 1 ORDER BY 号码"_s.arg(p).toUtf8().constData())
+                 .join(u' ');
+    return all;
   }
 
   void restore() {
@@ -210,8 +237,9 @@ TEST_F(ConditionListsTest, ACountOfAGroupChangesItsRowAndTheSwitchOfItsGroup) {
   data.store().execute("test",
                        "UPDATE kept_过滤条件 SET VALUE = 0 WHERE ID BETWEEN 3800 AND 3899 OR ID BETWEEN 4500 AND 4599");
   openTab(22);
-  for (const auto& [k, firstId, code] :
-       {std::tuple{1, 3800, 20}, {2, 3810, 21}, {10, 3890, 29}, {11, 4500, 51}, {20, 4590, 60}}) {
+  for (int k = 1; k <= 20; ++k) {
+    const int firstId = k <= 10 ? 3790 + 10 * k : 4390 + 10 * k;
+    const int code = k <= 10 ? 19 + k : 40 + k;
     the<QTabBar>(u"TabStrip_ZDYchose"_s).setCurrentIndex(k - 1);
     click(the<PickButton>(u"cmm_ZDY_5"_s));
     EXPECT_EQ(changed(), QStringList{u"n5 0"_s}) << k;
@@ -227,9 +255,165 @@ TEST_F(ConditionListsTest, ACountOfAGroupChangesItsRowAndTheSwitchOfItsGroup) {
     click(the<QPushButton>(u"cmmAll_List_ZDYset"_s));
     EXPECT_EQ(changed().size(), 6 + 1 + 1) << k;
     click(the<QPushButton>(u"cmmNone_List_ZDYset"_s));
+    clickItem(list, 2);
+    click(the<QPushButton>(u"cmmInvert_List_ZDYset"_s));
+    QStringList others{u"u%1 1"_s.arg(code), u"n5 0"_s};
+    for (const int count : {5, 4, 3, 1, 0})
+      others.prepend(u"v%1 1"_s.arg(firstId + count));
+    EXPECT_EQ(changed(), others) << k;
+    click(the<QPushButton>(u"cmmInvert_List_ZDYset"_s));
+    EXPECT_EQ(changed(), (QStringList{u"v%1 1"_s.arg(firstId + 2), u"u%1 1"_s.arg(code), u"n5 0"_s})) << k;
+    click(the<QPushButton>(u"cmmNone_List_ZDYset"_s));
     click(the<PickButton>(u"cmm_ZDY_5"_s));
     EXPECT_EQ(changed(), QStringList{}) << k;
   }
+}
+
+TEST_F(ConditionListsTest, TheButtonsOfAPositionListWriteItsColumnAndOnlyEmptyingUnticksItsBox) {
+  for (int p = 1; p <= 7; ++p)
+    prepare("号码特性", "第" + std::to_string(p) + "位 = (号码 > 4)");
+  const QString upper = u"5 6 7 8 9 10 11"_s;
+  const QStringList before(7, upper);
+  openTab(15);
+  for (int p = 1; p <= 7; ++p) {
+    const QString list = u"List_DingweiNumber_%1"_s.arg(p);
+    auto& check = the<QCheckBox>(u"Check_useDingWeiTiaojiao_%1"_s.arg(p + 29));
+    check.click();
+    QStringList expected = before;
+    expected[p - 1] = u"1 2 3 4"_s;
+    click(the<QPushButton>(u"cmmInvert_"_s + list));
+    EXPECT_EQ(positions(), expected) << p;
+    EXPECT_TRUE(check.isChecked()) << p;
+    expected[p - 1] = u"1 2 3 4 "_s + upper;
+    click(the<QPushButton>(u"cmmAll_"_s + list));
+    EXPECT_EQ(positions(), expected) << p;
+    EXPECT_TRUE(check.isChecked()) << p;
+    expected[p - 1] = QString();
+    click(the<QPushButton>(u"cmmNone_"_s + list));
+    EXPECT_EQ(positions(), expected) << p;
+    EXPECT_FALSE(check.isChecked()) << p;
+    EXPECT_FALSE(check.isEnabled()) << p;
+    prepare("号码特性", "第" + std::to_string(p) + "位 = (号码 > 4)");
+    EXPECT_EQ(changed(), QStringList{}) << p;
+  }
+}
+
+TEST_F(ConditionListsTest, InvertingAPositionOfOneNumberKeepsItsBoxTickedAtBothEnds) {
+  for (const int number : {1, 11}) {
+    prepare("号码特性", "第3位 = (号码 = " + std::to_string(number) + ")");
+    prepare("过滤条件使用情况", "使用情况 = 1 WHERE 条件 = 32");
+    openTab(14);
+    openTab(15);
+    click(the<QPushButton>(u"cmmInvert_List_DingweiNumber_3"_s));
+    EXPECT_EQ(positions()[2].count(u' '), 9) << number;
+    EXPECT_TRUE(the<QCheckBox>(u"Check_useDingWeiTiaojiao_32"_s).isChecked()) << number;
+    EXPECT_EQ(data.rows("SELECT 使用情况 FROM 过滤条件使用情况 WHERE 条件 = 32"), QStringList{u"1"_s}) << number;
+  }
+}
+
+TEST_F(ConditionListsTest, EachSignOfAParityRowIsStoredInItsCellAndTicksItsRowOnly) {
+  prepare("过滤条件", "VALUE = 0 WHERE ID BETWEEN 5000 AND 5059");
+  prepare("过滤条件使用情况", "使用情况 = 0 WHERE 条件 BETWEEN 70 AND 75");
+  triggerMenu(u"paicu"_s);
+  for (int row = 0; row <= 5; ++row) {
+    auto& check = the<QCheckBox>(u"Check1_paicu_%1"_s.arg(row));
+    EXPECT_EQ(check.text(), row == 0 ? u"排除掉上一期的单双组合形式："_s : u"排除掉%1："_s.arg(row));
+    const QString on = u"u%1 1"_s.arg(70 + row);
+    for (int column = 1; column <= 5; ++column) {
+      auto& sign = the<QComboBox>(u"Combo1_dansuang_%1"_s.arg(row * 10 + column));
+      const QString cell = u"v%1 "_s.arg(5000 + column + row * 10);
+      EXPECT_EQ(sign.currentText(), u"双"_s);
+      sign.setCurrentText(u"*"_s);
+      EXPECT_EQ(changed(), (QStringList{cell + u'2', on})) << row << ' ' << column;
+      sign.setCurrentText(u"单"_s);
+      EXPECT_EQ(changed(), (QStringList{cell + u'1', on})) << row << ' ' << column;
+      sign.setCurrentText(u"双"_s);
+      EXPECT_EQ(changed(), QStringList{on}) << row << ' ' << column;
+      EXPECT_TRUE(check.isChecked());
+      check.click();
+      EXPECT_EQ(changed(), QStringList{}) << row << ' ' << column;
+    }
+    check.click();
+    EXPECT_EQ(changed(), QStringList{on});
+    check.click();
+  }
+}
+
+TEST_F(ConditionListsTest, EachReductionTypeAndEachToleranceIsStoredInItsRow) {
+  prepare("过滤条件", "VALUE = 0 WHERE ID IN (3900, 3901)");
+  openTab(24);
+  const QStringList types{u"保三型"_s, u"保四型"_s, u"保五型"_s, u"保六型"_s, u"保七型"_s};
+  for (int type = 3; type <= 7; ++type) {
+    auto& option = the<QRadioButton>(u"Option_ShuoSuiLeiXing_%1"_s.arg(type));
+    EXPECT_EQ(option.text(), types[type - 3]);
+    option.click();
+    EXPECT_EQ(changed(), QStringList{u"v3900 %1"_s.arg(type)});
+  }
+  prepare("过滤条件", "VALUE = 0 WHERE ID = 3900");
+  openTab(15);
+  for (const int tolerance : {1, 2, 3, 4}) {
+    click(the<QRadioButton>(u"Option_DingweiRongcuo_%1"_s.arg(tolerance)));
+    EXPECT_EQ(changed(), QStringList{u"v3901 %1"_s.arg(tolerance)});
+  }
+  click(the<QRadioButton>(u"Option_DingweiRongcuo_0"_s));
+  EXPECT_EQ(changed(), QStringList{});
+}
+
+TEST_F(ConditionListsTest, ACheckBoxMarksItsTabWhileItIsTicked) {
+  prepare("过滤条件使用情况", "使用情况 = 0");
+  prepare("历史数据过滤", "使用状态 = 0");
+  for (int p = 1; p <= 7; ++p)
+    prepare("号码特性", "第" + std::to_string(p) + "位 = 1");
+  window->selectTopTab(1);
+  window->selectTopTab(2);
+  EXPECT_EQ(marked(), QString());
+  const auto expectMark = [this](int tab, const QString& name) {
+    openTab(tab);
+    auto& check = the<QCheckBox>(name);
+    check.click();
+    EXPECT_EQ(marked(), QString::number(tab)) << name.toStdString();
+    check.click();
+    EXPECT_EQ(marked(), QString()) << tab << ' ' << name.toStdString();
+  };
+  for (const ListFacts& facts : lists)
+    expectMark(facts.tab, facts.check.toString());
+  for (int code = 30; code <= 36; ++code)
+    expectMark(15, u"Check_useDingWeiTiaojiao_%1"_s.arg(code));
+  for (int k = 1; k <= 20; ++k) {
+    openTab(22);
+    the<QTabBar>(u"TabStrip_ZDYchose"_s).setCurrentIndex(k - 1);
+    expectMark(22, u"Check_Zdy"_s);
+  }
+  expectMark(23, u"Check_Historyguolu"_s);
+  expectMark(24, u"Check_auto"_s);
+}
+
+TEST_F(ConditionListsTest, ATabOfManyBoxesKeepsItsMarkUntilTheLastIsOff) {
+  prepare("过滤条件使用情况", "使用情况 = 0");
+  prepare("历史数据过滤", "使用状态 = 0");
+  openTab(11);
+  the<QCheckBox>(u"Check_useTiaojiao_2"_s).click();
+  the<QCheckBox>(u"Check_useTiaojiao_3"_s).click();
+  the<QCheckBox>(u"Check_useTiaojiao_2"_s).click();
+  window->selectTopTab(1);
+  window->selectTopTab(2);
+  EXPECT_EQ(marked(), u"11"_s);
+  the<QCheckBox>(u"Check_useTiaojiao_3"_s).click();
+  EXPECT_EQ(marked(), QString());
+}
+
+TEST_F(ConditionListsTest, MarksFollowAnImportedSetAndTheFactorySet) {
+  prepare("过滤条件使用情况", "使用情况 = (条件 IN (3, 52, 45))");
+  prepare("历史数据过滤", "使用状态 = 0");
+  files.paths = {data.folders.program + u"/set.Vorex"_s};
+  triggerMenu(u"daocu"_s);
+  prepare("过滤条件使用情况", "使用情况 = 1");
+  files.paths = {data.folders.program + u"/set.Vorex"_s};
+  triggerMenu(u"daoru"_s);
+  EXPECT_EQ(marked(), u"4 22 24"_s);
+  data.store().execute("test", "UPDATE 默认过滤条件使用情况 SET 使用情况 = (条件 IN (14, 47))");
+  triggerMenu(u"huanyuan"_s);
+  EXPECT_EQ(marked(), u"13 21 23"_s);
 }
 
 }  // namespace

@@ -107,6 +107,33 @@ TEST_F(ConditionMenusTest, ACancelledDialogSaysNothing) {
   triggerMenu(u"daoru"_s);
   EXPECT_TRUE(ports.log.isEmpty());
   EXPECT_EQ(conditionSet(), before);
+  expectPickingPage();  // an import leads there however it ended
+}
+
+TEST_F(ConditionMenusTest, ALostTemplateIsToldByTheMenuAndByWhatAFormLeaves) {
+  open();
+  ASSERT_TRUE(QFile::remove(data.folders.templateFile()));
+  const QString lost = u"plain [] 数据模板文件丢失无法导出，请重新安装！"_s;
+  triggerMenu(u"daocu"_s);
+  EXPECT_EQ(ports.log, QStringList{lost});
+  window->leaveAction(1);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(ports.log, (QStringList{lost, lost}));
+}
+
+TEST_F(ConditionMenusTest, ImportedZonesLeaveTheCountsOfTheHistoryAsTheyWere) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  data.store().execute("test", "UPDATE 历史记录 SET 区间1 = 3, 区间2 = 1, 区间3 = 1, 区间4 = 0");
+  const QString path = data.folders.program + u"/zones.Vorex"_s;
+  files.paths = {path, path};
+  open();
+  triggerMenu(u"daocu"_s);
+  data.store().execute("test", "UPDATE 号码特性 SET 区间1 = 1 - 区间1, 区间4 = 1");
+  triggerMenu(u"daoru"_s);
+  EXPECT_EQ(data.rows("SELECT 区间1, 区间4 FROM 号码特性 WHERE 号码 = 5"), QStringList{u"1 0"_s});
+  window->selectTopTab(1);
+  EXPECT_EQ(ports.boxTexts(), (QStringList{u"导出完成！"_s, u"导入完成！"_s}));
+  EXPECT_EQ(data.rows("SELECT 区间1, 区间2, 区间3, 区间4 FROM 历史记录"), QStringList{u"3 1 1 0"_s});
 }
 
 TEST_F(ConditionMenusTest, AFolderThatCannotBeWrittenIsToldInOneBox) {

@@ -9,7 +9,7 @@
 
 #include "conditions/widgets/pickpage.h"
 #include "shell/widgets/mainwindow.h"
-#include "tests/shell/windowtest.h"
+#include "tests/shell/mainwindowtest.h"
 
 namespace elevenfive {
 
@@ -40,7 +40,8 @@ class GroupPageTest : public ::testing::Test {
   RecordingPorts ports;
   AnsweringFiles files;
   RecordingTexts texts;
-  MainWindow window{data.workspace(), {ports, ports, files, texts}};
+  WatchedBoxes boxes{ports};
+  MainWindow window{data.workspace(), {boxes, ports, files, texts}};
 };
 
 TEST_F(GroupPageTest, ListsTheTwentyGroups) {
@@ -67,12 +68,42 @@ TEST_F(GroupPageTest, MembersAndACountSwitchTheGroupOn) {
   EXPECT_EQ(the<QListWidget>(u"TabStrip_TiaoJian"_s).item(21)->toolTip(), u"使用中"_s);
 }
 
+TEST_F(GroupPageTest, AGroupWithoutCountsCanBeUsedAndSaysThatNoneIsSet) {
+  clickNumber(5);
+  auto& use = the<QCheckBox>(u"Check_Zdy"_s);
+  ASSERT_TRUE(use.isEnabled());
+  click(use);
+  EXPECT_EQ(line(1), u"自定义组1 ——　号码：（０５）（条 件 未 设 置）"_s);
+  EXPECT_EQ(data.rows("SELECT 使用情况 FROM 过滤条件使用情况 WHERE 条件 = 20"), QStringList{u"1"_s});
+  click(use);
+  EXPECT_EQ(line(1), u"自定义组1 ——　未 使 用 "_s);
+  EXPECT_TRUE(use.isEnabled());
+}
+
+TEST_F(GroupPageTest, UnselectingTheLastCountDisablesTheBoxUntilACountIsSelected) {
+  clickNumber(5);
+  auto& use = the<QCheckBox>(u"Check_Zdy"_s);
+  auto& counts = the<QListWidget>(u"List_ZDYset"_s);
+  counts.item(1)->setSelected(true);
+  EXPECT_TRUE(use.isChecked());
+  counts.item(1)->setSelected(false);
+  EXPECT_FALSE(use.isChecked());
+  EXPECT_FALSE(use.isEnabled());
+  counts.item(4)->setSelected(true);
+  EXPECT_TRUE(use.isChecked());
+  EXPECT_TRUE(use.isEnabled());
+  counts.item(4)->setSelected(false);
+  the<QListWidget>(u"List_ZDY"_s).setCurrentRow(1);
+  EXPECT_TRUE(use.isEnabled());
+}
+
 TEST_F(GroupPageTest, LosingTheLastNumberSwitchesTheGroupOff) {
   clickNumber(7);
   the<QListWidget>(u"List_ZDYset"_s).item(0)->setSelected(true);
   clickNumber(7);
   EXPECT_FALSE(the<QListWidget>(u"List_ZDYset"_s).isEnabled());
   EXPECT_FALSE(the<QCheckBox>(u"Check_Zdy"_s).isChecked());
+  EXPECT_FALSE(the<QCheckBox>(u"Check_Zdy"_s).isEnabled());
   EXPECT_EQ(data.rows("SELECT 使用情况 FROM 过滤条件使用情况 WHERE 条件 = 20"), QStringList{u"0"_s});
   EXPECT_EQ(data.rows("SELECT VALUE FROM 过滤条件 WHERE ID = 3800"), QStringList{u"0"_s});
 }
@@ -101,7 +132,11 @@ TEST_F(GroupPageTest, ACommonGroupFillsTheGroupAndNamesIt) {
 
 TEST_F(GroupPageTest, RenamingAndClearing) {
   ports.typed = {u"热号"_s};
+  QStringList behindTheBox;
+  boxes.onShow = [&] { behindTheBox << line(1) << the<QLabel>(u"Label_ZDYname"_s).text(); };
   click(the<QPushButton>(u"cmmChangeZDYname"_s));
+  boxes.onShow = {};
+  EXPECT_EQ(behindTheBox, (QStringList{u"热号 ——　未 使 用 "_s, u"热号"_s}));
   EXPECT_EQ(line(1), u"热号 ——　未 使 用 "_s);
   EXPECT_EQ(ports.boxTexts(), QStringList{u"名称已修改完成！"_s});
   clickNumber(4);
@@ -160,16 +195,25 @@ TEST_F(GroupPageTest, ARuleLineOfTheCommonGroupsChangesNothing) {
   auto& common = the<QComboBox>(u"ComboZDYcyfz"_s);
   const QStringList before = data.rows("SELECT * FROM 号码特性");
   EXPECT_EQ(common.placeholderText(), u"常用分组"_s);
-  EXPECT_EQ(common.itemText(2), QString());  // a separator, which cannot be chosen
+  QStringList rules;
+  for (int i = 0; i < common.count(); ++i)
+    if (common.itemText(i) == u"-------"_s)
+      rules << QString::number(i);
+  EXPECT_EQ(rules.join(u' '), u"2 9 13 24 29 35"_s);
+  common.setCurrentIndex(2);
   Q_EMIT common.activated(2);
   EXPECT_EQ(data.rows("SELECT * FROM 号码特性"), before);
+  EXPECT_EQ(line(1), u"自定义组1 ——　未 使 用 "_s);
   EXPECT_EQ(common.currentIndex(), -1);
 }
 
 TEST_F(GroupPageTest, TheCommonGroupsKeepThePeriodThatWasNextWhenTheyWereFilled) {
   const auto firstOfDraws = [this] { return the<QComboBox>(u"ComboZDYcyfz"_s).itemText(3); };
   data.addDraws(u"11031510 01 02 03 04 05"_s);
-  window.selectTopTab(2);  // filled again, as the history was empty at the start
+  window.selectTopTab(1);
+  window.selectTopTab(2);
+  EXPECT_EQ(firstOfDraws(), u"0期旧码(复码)"_s);  // the history was empty at the start
+  window.fillZdyGroups();
   EXPECT_EQ(firstOfDraws(), u"11031511期旧码(复码)"_s);
   data.addDraws(u"11031511 02 03 04 05 06"_s);
   window.selectTopTab(1);

@@ -104,13 +104,30 @@ TEST_F(ZonePageTest, TheFirstPageRecountsTheHistoryOnceAfterAChange) {
   EXPECT_EQ(counts(), (QStringList{u"- - - -"_s, u"- - - -"_s}));
   window->selectTopTab(2);
   EXPECT_TRUE(ports.boxes.empty());
+  bool gridBehindTheBox = false;
+  boxes.onShow = [&] { gridBehindTheBox = the<GridView>(u"TDBGridHistory"_s).isVisible(); };
   window->selectTopTab(1);
+  boxes.onShow = {};
+  EXPECT_TRUE(gridBehindTheBox);
   EXPECT_EQ(ports.boxTexts(), QStringList{recountText.toString()});
   EXPECT_EQ(ports.boxes[0].kind, BoxKind::plain);
   EXPECT_EQ(counts(), (QStringList{u"4 0 0 0"_s, u"1 3 0 1"_s}));
   auto& rows = historyRows();
   EXPECT_EQ(rows.index(1, rows.columnOf(u"区间2"_s)).data().toString(), u"3"_s);
   EXPECT_TRUE(the<GridView>(u"TDBGridHistory"_s).isVisible());
+  window->selectTopTab(2);
+  window->selectTopTab(1);
+  EXPECT_EQ(ports.boxes.size(), 1U);
+}
+
+TEST_F(ZonePageTest, WithoutDrawsThereIsNothingToRecountAfterTheBox) {
+  openZones();
+  click(number(1));
+  window->selectTopTab(1);
+  EXPECT_EQ(ports.log, QStringList{u"plain [] "_s + recountText.toString()});
+  EXPECT_TRUE(the<GridView>(u"TDBGridHistory"_s).isVisible());
+  EXPECT_FALSE(the<QProgressBar>(u"ProgressBar_TuBiao"_s).isVisible());
+  EXPECT_TRUE(window->menuBar()->isEnabled());
   window->selectTopTab(2);
   window->selectTopTab(1);
   EXPECT_EQ(ports.boxes.size(), 1U);
