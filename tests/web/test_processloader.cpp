@@ -231,7 +231,8 @@ TEST_F(ScriptedLoader, ADocumentThatCompletesAgainDoesNotEndAReading) {
 }
 
 TEST_F(ScriptedLoader, TheLateAnswerOfAReadingIsNotTakenForTheNextOnes) {
-  ProcessLoader loader({180'000, 1000}, program("number; sleep 1.4; text late $id; number; text second $id"));
+  ProcessLoader loader({180'000, 1000},
+                       program("number; sleep 1.4; text late $id; number; sleep 0.2; text second $id"));
   ASSERT_TRUE(load(loader));
   EXPECT_EQ(loader.bodyText(), QString());
   EXPECT_EQ(loader.bodyText(), u"second"_s);
