@@ -19,7 +19,7 @@ constexpr int firstRefusal = 400;
 }  // namespace
 
 NetworkAddressTester::NetworkAddressTester(int timeoutMs) : timeoutMs_(timeoutMs) {
-  manager_.setRedirectPolicy(QNetworkRequest::NoLessSafeRedirectPolicy);
+  manager_.setRedirectPolicy(QNetworkRequest::UserVerifiedRedirectPolicy);
 }
 
 NetworkAddressTester::~NetworkAddressTester() {
@@ -56,6 +56,7 @@ void NetworkAddressTester::test(const QString& address, Outcome outcome) {
   clock_.start();
   QNetworkRequest request(QUrl(address.trimmed()));
   reply_ = manager_.get(request);
+  connect(reply_, &QNetworkReply::redirected, this, &NetworkAddressTester::redirected);
   connect(reply_, &QNetworkReply::metaDataChanged, this, &NetworkAddressTester::answered);
   connect(reply_, &QNetworkReply::finished, this, [this] {
     answered();
@@ -76,9 +77,20 @@ void NetworkAddressTester::answered() {
   if (status == 0 || (status >= firstRedirect && status < firstRefusal && !reply_->isFinished()))
     return;
   if (status < firstRedirect)
-    finish(u"可以打开（HTTP %1，%2 秒）。"_s.arg(status).arg(static_cast<double>(clock_.elapsed()) / 1000, 0, 'f', 1));
+    finish(
+        u"服务器有答复（HTTP %1，%2 秒）。"_s.arg(status).arg(static_cast<double>(clock_.elapsed()) / 1000, 0, 'f', 1));
   else
     finish(u"服务器有答复，但没有给出网页（HTTP %1）。"_s.arg(status));
+}
+
+/// The page's own site may send on, as it may when the page is read; another one is not asked.
+void NetworkAddressTester::redirected(const QUrl& to) {
+  if (!reply_ || !outcome_)
+    return;
+  if (mayHoldPage(reply_->request().url(), to))
+    Q_EMIT reply_->redirectAllowed();
+  else
+    finish(u"服务器把网页转到其它网站（%1），没有读取。"_s.arg(to.host()));
 }
 
 QString NetworkAddressTester::failure() const {

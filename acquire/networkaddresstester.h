@@ -1,4 +1,5 @@
 // The test of an address over the network: asks for the page and hangs up as soon as the server has answered.
+// It tells what the server did, not whether the page is of use; a redirect off the page's site is told, not followed.
 #pragma once
 
 #include <QElapsedTimer>
@@ -22,6 +23,7 @@ class NetworkAddressTester final : public QObject, public AddressTester {
 
  private:
   void answered();
+  void redirected(const QUrl& to);
   void finish(const QString& sentence);
   [[nodiscard]] QString failure() const;
 

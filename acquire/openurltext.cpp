@@ -21,6 +21,12 @@ void OpenUrlText::documentComplete(bool topLevel) {
     done_ = true;
 }
 
+void OpenUrlText::requestStop() {
+  stopRequested_ = true;
+  if (running_ && webBrowserOpenURL_)
+    webBrowserOpenURL_->stop();  // a reading, too, waits no longer
+}
+
 QString OpenUrlText::openUrlText(const QUrl& url, bool asText) {
   if (std::exchange(running_, true))
     return {};

@@ -21,7 +21,7 @@ class OpenUrlText final {
   QString openUrlText(const QUrl& url, bool asText);
 
   /// Ends a running call, which then gives an empty text.
-  void requestStop() noexcept { stopRequested_ = true; }
+  void requestStop();
 
  private:
   void documentComplete(bool topLevel);

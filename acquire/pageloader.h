@@ -1,7 +1,7 @@
 // The hidden web page control as the readers of pages see it.
 //
 // One load at a time: navigate() returns at once, the event loop runs, documentComplete is called when a document is complete
-// or turns out not to be had, then the page can be read as a browser renders it. A page that wants to leave the host it was
+// or turns out not to be had, then the page can be read as a browser renders it. A page that wants to leave the site it was
 // asked for is kept from it; address() then tells where it wanted to go.
 #pragma once
 
@@ -25,13 +25,13 @@ class PageLoader {
   /// A load is under way.
   [[nodiscard]] virtual bool busy() const = 0;
 
-  /// Ends a load; nothing is told of it any more.
+  /// Ends a load and a reading that waits; nothing is told of it any more, but address() and fault() stay.
   virtual void stop() = 0;
 
   /// Starts to load a page; what was shown before is gone, and nothing of it is known to the new page.
   virtual void navigate(const QUrl& url) = 0;
 
-  /// Where the page stands, or the address off its host that it was kept from.
+  /// Where the page stands, or the address off its site that it was kept from.
   [[nodiscard]] virtual QUrl address() const = 0;
 
   /// The text as a browser renders it: tabs between the cells of a table, LF at line ends. Runs the event loop; empty where

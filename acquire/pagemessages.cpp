@@ -37,7 +37,8 @@ QUrl decoded(const QJsonValue& value) {
 QByteArray lineOf(const PageRequest& request) {
   if (request.kind == PageRequest::Kind::load)
     return lineOf(QJsonObject{{u"load"_s, encoded(request.address)}});
-  return lineOf(QJsonObject{{u"read"_s, request.part == PagePart::text ? u"text"_s : u"markup"_s}});
+  return lineOf(
+      QJsonObject{{u"read"_s, request.part == PagePart::text ? u"text"_s : u"markup"_s}, {u"id"_s, request.id}});
 }
 
 QByteArray lineOf(const PageTold& told) {
@@ -49,6 +50,8 @@ QByteArray lineOf(const PageTold& told) {
     object.insert(u"address"_s, encoded(told.address));
   else
     object.insert(u"text"_s, told.text);
+  if (told.kind == PageTold::Kind::text)
+    object.insert(u"id"_s, told.id);
   return lineOf(object);
 }
 
@@ -63,6 +66,7 @@ std::optional<PageRequest> pageRequest(const QByteArray& line) {
   if (part != u"text"_s && part != u"markup"_s)
     return std::nullopt;
   request.kind = PageRequest::Kind::read;
+  request.id = object.value(u"id"_s).toInt();
   request.part = part == u"text"_s ? PagePart::text : PagePart::markup;
   return request;
 }
@@ -71,7 +75,8 @@ std::optional<PageTold> pageTold(const QByteArray& line) {
   const QJsonObject object = QJsonDocument::fromJson(line).object();
   for (const ToldName& row : toldNames)
     if (object.value(u"tell"_s).toString() == row.name)
-      return PageTold{row.kind, decoded(object.value(u"address"_s)), object.value(u"text"_s).toString()};
+      return PageTold{row.kind, decoded(object.value(u"address"_s)), object.value(u"text"_s).toString(),
+                      object.value(u"id"_s).toInt()};
   return std::nullopt;
 }
 

@@ -64,10 +64,17 @@ bool isSameSite(const QUrl& asked, const QUrl& address) {
   return siteName(asked.host()) == siteName(address.host());
 }
 
+bool mayHoldPage(const QUrl& asked, const QUrl& address) {
+  if (asked.host() == address.host())
+    return isSameHost(asked, address);
+  const bool turnsPlain = asked.scheme() == u"https"_s && address.scheme() != asked.scheme();
+  return isSameSite(asked, address) && !turnsPlain;
+}
+
 bool mayFetch(const QUrl& asked, const QUrl& address, FetchKind kind) {
   switch (kind) {
     case FetchKind::document:
-      return isSameHost(asked, address);
+      return mayHoldPage(asked, address);
     case FetchKind::frame:
     case FetchKind::buildsText:
       return isSameSite(asked, address);
@@ -81,7 +88,7 @@ bool mayGo(const QUrl& asked, const QUrl& address, LeaveKind kind, bool top) {
   if (kind == LeaveKind::person)
     return false;
   if (top)
-    return isSameHost(asked, address);
+    return mayHoldPage(asked, address);
   return isSameSite(asked, address) || address == QUrl(u"about:blank"_s) || address == QUrl(u"about:srcdoc"_s);
 }
 

@@ -34,6 +34,10 @@ bool isSameHost(const QUrl& asked, const QUrl& address);
 /// Whether an address lies on the site of the address that was asked for.
 bool isSameSite(const QUrl& asked, const QUrl& address);
 
+/// Whether the page itself may stand at an address: on the site it was asked for, on the same port of the same host, and not
+/// plain where it was asked for securely.
+bool mayHoldPage(const QUrl& asked, const QUrl& address);
+
 /// Whether a request may go out.
 bool mayFetch(const QUrl& asked, const QUrl& address, FetchKind kind);
 

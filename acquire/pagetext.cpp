@@ -78,14 +78,25 @@ std::optional<Qihao> PageScan::takeLine(QStringView line) {
   if (!read)
     return std::nullopt;
   ++counts_.qualified;
-  if (read->numbers && read->qihao >= 1) {
-    writer_.write(read->qihao, date_, *read->numbers);
+  if (read->numbers && read->qihao >= 1 &&
+      noted([this, &read] { writer_.write(read->qihao, date_, *read->numbers); })) {
     if (counts_.lowQihao == 0 || counts_.lowQihao > read->qihao)
       counts_.lowQihao = read->qihao;
     counts_.highQihao = std::max(counts_.highQihao, read->qihao);
     ++counts_.rowsDone;
   }
   return read->qihao;
+}
+
+bool PageScan::noted(const std::function<void()>& step) {
+  try {
+    step();
+    return true;
+  } catch (const StoreError& fault) {
+    if (counts_.fault.isEmpty())
+      counts_.fault = fault.message();
+    return false;
+  }
 }
 
 PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qihao lastQihao, Events& events,
@@ -98,7 +109,7 @@ PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qi
     const qsizetype length = (end < 0 ? text.size() : end) - begin;
     const std::optional<Qihao> period = scan.takeLine(QStringView(text).mid(begin, length));
     if (period) {
-      transaction.rowDone();
+      scan.noted([&transaction] { transaction.rowDone(); });
       if (told && !told(*period))
         break;
     }
@@ -107,17 +118,21 @@ PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qi
       break;
     begin = end + 2;
   }
-  transaction.commit();
+  scan.noted([&transaction] { transaction.commit(); });
   return scan.counts();
 }
 
 void deriveScanned(Store& store, const PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels) {
   if (counts.rowsDone == 0)
     return;
+  std::optional<StoreError> failed;
   const auto derive = [&](Qihao from, Qihao to) {
     try {
       calcHistoryAttr(store, from, to, progress, events, panels);
     } catch (const NumberFault&) {
+    } catch (const StoreError& fault) {
+      if (!failed)
+        failed = fault;
     }
   };
   if (counts.lowQihao < counts.highQihao) {
@@ -127,6 +142,8 @@ void deriveScanned(Store& store, const PageCounts& counts, Progress* progress, E
     derive(counts.highQihao, counts.highQihao);
     derive(counts.highQihao, counts.lowQihao);
   }
+  if (failed)
+    throw StoreError(*failed);
 }
 
 Qihao lastQihaoForUpdate(Store& store) {

@@ -7,6 +7,7 @@
 #include <QDate>
 #include <QString>
 #include <QStringView>
+#include <functional>
 #include <optional>
 
 #include "history/historytable.h"
@@ -41,6 +42,7 @@ struct PageCounts {
   int rowsDone = 0;     ///< of those, lines that became records
   Qihao lowQihao = 0;   ///< smallest period stored; 0 until the first
   Qihao highQihao = 0;  ///< largest period stored, or what it began with
+  QString fault;        ///< of the first draw that the table refused; empty where it took all
 };
 
 /// Takes the lines of a page one after the other and stores the draws among them.
@@ -49,10 +51,14 @@ class PageScan final {
   /// date: of every draw stored, the day of the download. lastQihao: what highQihao begins with.
   PageScan(Store& store, const QDate& date, Qihao lastQihao);
 
-  /// The period of the line where it has the form of a draw, stored or not; nothing for any other line.
+  /// The period of the line where it has the form of a draw, stored or not; nothing for any other line. A draw that the
+  /// table refuses is noted in the counts and counts for nothing else.
   std::optional<Qihao> takeLine(QStringView line);
 
   [[nodiscard]] const PageCounts& counts() const noexcept { return counts_; }
+
+  /// Runs a step of the scan that writes, and notes its fault. False where it failed.
+  bool noted(const std::function<void()>& step);
 
  private:
   HistoryWriter writer_;
@@ -63,12 +69,14 @@ class PageScan final {
 /// Told of each line with the form of a draw, with its period; false ends the scan.
 using PageLineTold = std::function<bool(Qihao)>;
 
-/// Scans a whole text, yielding after each line. What was stored before a fault stays.
+/// Scans a whole text, yielding after each line. A fault of the table ends neither the scan nor
+/// what was stored: it stands in the counts, for whoever derives what there is and then tells it.
 PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qihao lastQihao, Events& events,
                     const PageLineTold& told = {});
 
 /// Derives the columns of the draws a scan has stored, in two calls: the whole range and its oldest draw alone. Nothing where
 /// none was stored. A draw with numbers out of range, from elsewhere, ends it in silence: the draws themselves are in.
+/// Throws StoreError after both calls were tried.
 void deriveScanned(Store& store, const PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels);
 
 /// The period below the newest two, from which an update counts: 2003001 where the history is too short.

@@ -37,7 +37,10 @@ QString ProcessLoader::pageProgram() {
 
 ProcessLoader::ProcessLoader(const LoaderTimes& times, const QString& program) : times_(times), program_(program) {
   limit_.setSingleShot(true);
-  QObject::connect(&limit_, &QTimer::timeout, &limit_, [this] { complete(); });
+  QObject::connect(&limit_, &QTimer::timeout, &limit_, [this] {
+    endReading();
+    complete();
+  });
 }
 
 ProcessLoader::~ProcessLoader() {
@@ -48,6 +51,7 @@ void ProcessLoader::stop() {
   busy_ = false;
   limit_.stop();
   pending_.clear();
+  endReading();
   if (!process_)
     return;
   process_->disconnect();
@@ -83,11 +87,13 @@ void ProcessLoader::startProcess() {
   QObject::connect(process_.get(), &QProcess::errorOccurred, process_.get(), [this](QProcess::ProcessError error) {
     if (error == QProcess::FailedToStart)
       fault_ = missingText();
+    endReading();
     complete();
   });
   QObject::connect(process_.get(), &QProcess::finished, process_.get(), [this](int status) {
     if (fault_.isEmpty())
       fault_ = status == lacksLibrary ? missingText() : u"读取网页的组件意外结束，没有读到网页。"_s;
+    endReading();
     complete();
   });
   process_->start(program_.isEmpty() ? pageProgram() : program_, QStringList());
@@ -113,7 +119,7 @@ void ProcessLoader::output() {
 void ProcessLoader::told(const PageTold& message) {
   switch (message.kind) {
     case PageTold::Kind::complete:
-      if (busy_ && isSameHost(address_, message.address))
+      if (busy_ && mayHoldPage(address_, message.address))
         address_ = message.address;
       complete();
       break;
@@ -123,23 +129,28 @@ void ProcessLoader::told(const PageTold& message) {
       break;
     case PageTold::Kind::fault:
       fault_ = message.text;
+      endReading();
       complete();
       break;
     case PageTold::Kind::text:
-      answer_ = message.text;
-      if (answered_)
-        answered_();
+      if (message.id == reading_ && answered_) {
+        answer_ = message.text;
+        endReading();
+      }
       break;
   }
 }
 
 void ProcessLoader::complete() {
   limit_.stop();
-  if (answered_)
-    answered_();
   // From the event loop, not from inside one of the process's signals: whoever is told may read the page at once.
   if (busy_)
     QTimer::singleShot(0, &limit_, [this, load = load_] { tellComplete(load); });
+}
+
+void ProcessLoader::endReading() {
+  if (answered_)
+    answered_();
 }
 
 void ProcessLoader::tellComplete(int load) {
@@ -156,6 +167,7 @@ QString ProcessLoader::read(PagePart part) {
   PageRequest request;
   request.kind = PageRequest::Kind::read;
   request.part = part;
+  request.id = ++reading_;
   QEventLoop loop;
   answered_ = [&loop] { loop.quit(); };
   process_->write(lineOf(request));

@@ -45,6 +45,7 @@ class ProcessLoader final : public PageLoader {
   void output();
   void told(const PageTold& message);
   void complete();
+  void endReading();
   void tellComplete(int load);
   QString read(PagePart part);
 
@@ -57,6 +58,7 @@ class ProcessLoader final : public PageLoader {
   QString fault_;
   QString answer_;
   std::function<void()> answered_;  ///< set while a reading waits
+  int reading_ = 0;                 ///< counts the readings, so that a late answer is not taken for a later one's
   bool busy_ = false;
   int load_ = 0;  ///< counts the loads, so that nothing late is taken for a later one's
 };

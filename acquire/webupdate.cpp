@@ -68,23 +68,41 @@ bool WebUpdate::updateHistory() {
   ports_.view.setButtonsEnabled(false);
   const AtEnd enabled([this] { ports_.view.setButtonsEnabled(true); });
   bool done = false;
+  QString fault;
   {
     const AtEnd refreshed([this] { ports_.view.refreshViews(); });
     ports_.view.selectDataMode(false);
     const QDate today = QDate::currentDate();
-    const QString name = Catalogue(gConn_).getLotteryName();
-    done = updateFromWeb(today, true, name, lastQihaoForUpdate(gConn_));
+    done = runUpdate(today, true, lastQihaoForUpdate(gConn_), fault);
     if (done)
       ports_.view.showNextPeriod();
     ports_.view.selectDataMode(true);
   }
+  if (!fault.isEmpty())
+    throw StoreError(fault);
   // The buttons stay disabled meanwhile: the notice is read through the same control.
-  if (!std::exchange(noticeDone_, true) && !stopRequested_)
+  if (!stopRequested_ && !std::exchange(noticeDone_, true))
     versionNotice();
   return done;
 }
 
 bool WebUpdate::updateFromWeb(const QDate& date, bool interactive, const QString& /*name*/, Qihao lastQihao) {
+  QString fault;
+  const bool done = runUpdate(date, interactive, lastQihao, fault);
+  if (!fault.isEmpty())
+    throw StoreError(fault);
+  return done;
+}
+
+void WebUpdate::requestStop() {
+  stopRequested_ = running_;
+  if (running_ && browser_)
+    browser_->stop();
+}
+
+bool WebUpdate::runUpdate(const QDate& date, bool interactive, Qihao lastQihao, QString& fault) {
+  leftSiteText_.clear();
+  leftInPanel_.clear();
   if (browser_ && browser_->busy())
     browser_->stop();
   timerXZ_.start(downloadingTexts);
@@ -96,17 +114,19 @@ bool WebUpdate::updateFromWeb(const QDate& date, bool interactive, const QString
       setPanel({});
     });
     outcome = fetch(date, lastQihao, counts);
-    if (outcome != Outcome::noAddress)
+    fault = counts.fault;
+    if (outcome != Outcome::noAddress && fault.isEmpty())
       tellOutcome(outcome, date, interactive);
   }
   // These texts stay in the panel.
   if (outcome == Outcome::noAddress) {
-    setPanel(date.toString(Qt::ISODate) + u"  数据：   服务器数据还没有更新，请稍后下载。  "_s);
+    leaveInPanel(date.toString(Qt::ISODate) + u"  数据：   服务器数据还没有更新，请稍后下载。  "_s);
     tellOutcome(outcome, date, interactive);
   } else if (outcome == Outcome::leftSite) {
-    setPanel(u"网页被转到其它网站（%1），没有读取。"_s.arg(browser_->address().host()));
+    leftSiteText_ = u"网页被转到其它网站（%1），没有读取。"_s.arg(browser_->address().host());
+    leaveInPanel(leftSiteText_);
   } else if (outcome == Outcome::read && counts.qualified == 0) {
-    setPanel(u"网页共 %1 行，其中 %2 行符合开奖记录的格式。"_s.arg(counts.lines).arg(counts.qualified));
+    leaveInPanel(u"网页共 %1 行，其中 %2 行符合开奖记录的格式。"_s.arg(counts.lines).arg(counts.qualified));
   }
   return outcome == Outcome::read;
 }
@@ -120,13 +140,18 @@ WebUpdate::Outcome WebUpdate::fetch(const QDate& date, Qihao lastQihao, PageCoun
   if (address.isEmpty())
     return Outcome::noAddress;
   const QUrl url = QUrl::fromUserInput(address);
+  // Whatever comes of the page, it does not work on behind the window.
+  const AtEnd released([this] {
+    if (browser_)
+      browser_->stop();
+  });
   loadDocument(url);
   const QString text = readBody();
   if (stopRequested_)
     return Outcome::stopped;
   if (!browser_->fault().isEmpty())
     return Outcome::noControl;
-  if (!isSameHost(url, browser_->address()) && isWebAddress(url))
+  if (isWebAddress(url) && !mayHoldPage(url, browser_->address()))
     return Outcome::leftSite;
   if (!text.contains(resultsPageMark))
     return Outcome::notResults;
@@ -137,7 +162,6 @@ WebUpdate::Outcome WebUpdate::fetch(const QDate& date, Qihao lastQihao, PageCoun
 void WebUpdate::loadDocument(const QUrl& url) {
   PageLoader& page = control();
   docDone_ = false;
-  body_.clear();
   const double begun = times_.clock();
   waitingDoc_ = true;
   page.navigate(url);
@@ -146,7 +170,7 @@ void WebUpdate::loadDocument(const QUrl& url) {
 }
 
 QString WebUpdate::readBody() {
-  QString text = body_;
+  QString text;
   for (int i = 0; i < reads && !stopRequested_; ++i) {
     if (i > 0)
       runEventsFor(times_.betweenReadsMs, [this] { return stopRequested_; });
@@ -161,9 +185,17 @@ void WebUpdate::scan(const QString& text, const QDate& date, Qihao lastQihao, Pa
     setPanel(u"数据下载中：   正在下载 "_s + QString::number(period) + u" 期的数据。。。"_s);
     return !stopRequested_;
   });
-  deriveScanned(gConn_, counts, &ports_.derivation, ports_.events, &ports_.panels);
+  const auto step = [&counts](const auto& work) {
+    try {
+      work();
+    } catch (const Error& fault) {
+      if (counts.fault.isEmpty())
+        counts.fault = fault.message();
+    }
+  };
+  step([&] { deriveScanned(gConn_, counts, &ports_.derivation, ports_.events, &ports_.panels); });
   browser_->refresh();
-  ports_.view.reloadHistoryGrid();
+  step([&] { ports_.view.reloadHistoryGrid(); });
 }
 
 void WebUpdate::tellOutcome(Outcome outcome, const QDate& date, bool interactive) {
@@ -201,7 +233,7 @@ void WebUpdate::versionNotice() {
   timerXZ_.start(noticeTexts);
   const AtEnd cleared([this] {
     timerXZ_.stop();
-    setPanel({});
+    setPanel(leftInPanel_);
   });
   page.navigate(address);
   runEventsFor(times_.noticeMs, [this] { return docDone_ || stopRequested_; });
@@ -226,6 +258,11 @@ PageLoader& WebUpdate::control() {
 void WebUpdate::documentComplete(bool topLevel) {
   if (waitingDoc_ || topLevel)
     docDone_ = true;
+}
+
+void WebUpdate::leaveInPanel(const QString& text) {
+  leftInPanel_ = text;
+  setPanel(text);
 }
 
 void WebUpdate::setPanel(const QString& text) {

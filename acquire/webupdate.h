@@ -18,7 +18,8 @@ namespace elevenfive {
 
 class Store;
 
-/// What shows the history, as an update sees it. None of these throws: they also run where a fault ends an update.
+/// What shows the history, as an update sees it. None of these throws, for they also run where a fault ends an update; only
+/// reloadHistoryGrid may, and its fault is told like one of the table.
 class UpdateView {
  public:
   virtual ~UpdateView() = default;
@@ -58,20 +59,25 @@ class WebUpdate final {
   WebUpdate(Store& gConn, UpdatePorts ports, UpdateTimes times = {});
 
   /// cmmUpdateHistory_1 and _2: update, show, and once a run the version notice. True where the page was read to its end.
+  /// A fault of the table while draws are stored is thrown last, when all that there is has been derived and shown.
   bool updateHistory();
 
   /// Reads the page of the game in use. `date` is the day being fetched; `interactive`: boxes may appear; `lastQihao`: what
-  /// the largest period of this run begins with. True where the page was read to its end, even if no line was a draw.
+  /// the largest period of this run begins with. True where the page was read to its end, even if no line was a draw. Faults as above.
   bool updateFromWeb(const QDate& date, bool interactive, const QString& name, Qihao lastQihao);
 
-  /// Ends a running update at its next step: nothing more is read or asked.
-  void requestStop() noexcept { stopRequested_ = running_; }
+  /// Ends a running update at its next step: nothing more is read or asked. A reading that waits ends at once.
+  void requestStop();
+
+  /// What the panel said of the last page where it was led off its site, which no box tells; empty after any other outcome.
+  [[nodiscard]] const QString& leftSiteText() const noexcept { return leftSiteText_; }
 
   [[nodiscard]] bool isRunning() const noexcept { return running_; }
 
  private:
   enum class Outcome { noAddress, unsetAddress, noControl, leftSite, notResults, stopped, read };
 
+  bool runUpdate(const QDate& date, bool interactive, Qihao lastQihao, QString& fault);
   PageLoader& control();
   void documentComplete(bool topLevel);
   void loadDocument(const QUrl& url);
@@ -81,13 +87,15 @@ class WebUpdate final {
   void tellOutcome(Outcome outcome, const QDate& date, bool interactive);
   void versionNotice();
   void setPanel(const QString& text);
+  void leaveInPanel(const QString& text);
 
   Store& gConn_;
   UpdatePorts ports_;
   UpdateTimes times_;
   StatusPulse timerXZ_;
   std::unique_ptr<PageLoader> browser_;  ///< made on first use
-  QString body_;                         ///< as last stored by a complete document
+  QString leftInPanel_;                  ///< what the panel shows after an update
+  QString leftSiteText_;
   bool waitingDoc_ = false;
   bool docDone_ = false;
   bool running_ = false;

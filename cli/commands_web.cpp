@@ -9,6 +9,7 @@
 #include "cli/output.h"
 #include "cli/session.h"
 #include "cli/values.h"
+#include "model/errors.h"
 #include "model/texts.h"
 
 namespace elevenfive {
@@ -58,6 +59,8 @@ Action preparePage(const Arguments& arguments) {
     Store& store = session.store();
     const PageCounts counts = scanPage(store, text, date, lastQihaoForUpdate(store), ports);
     deriveScanned(store, counts, &ports, ports, nullptr);
+    if (!counts.fault.isEmpty())
+      throw StoreError(counts.fault);
     printRow(session.out(), {u"rowsDone"_s, u"lowQihao"_s, u"highQihao"_s});
     printRow(session.out(),
              {QString::number(counts.rowsDone), QString::number(counts.lowQihao), QString::number(counts.highQihao)});
@@ -75,8 +78,11 @@ Action prepareUpdate(const Arguments&) {
                      {ports, ports, panels, ports, view, processLoaders(),
                       [&session](const QUrl& page) { printText(session.out(), page.toString()); }},
                      times);
-    if (!update.updateHistory())
-      throw Refused();
+    if (update.updateHistory())
+      return;
+    if (!update.leftSiteText().isEmpty())  // which the panel alone has told
+      throw Error(update.leftSiteText());
+    throw Refused();
   };
 }
 

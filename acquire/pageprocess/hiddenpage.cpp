@@ -111,9 +111,9 @@ HiddenPage::HiddenPage(QWebEngineProfile& profile, std::function<void(const Page
   for (const QWebEngineSettings::WebAttribute attribute : switchedOff)
     settings()->setAttribute(attribute, false);
   settings()->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
-  connect(this, &QWebEnginePage::loadFinished, this, [this] { tell_({PageTold::Kind::complete, url(), {}}); });
+  connect(this, &QWebEnginePage::loadFinished, this, [this] { tell_({PageTold::Kind::complete, url(), {}, 0}); });
   connect(this, &QWebEnginePage::renderProcessTerminated, this, [this] {
-    tell_({PageTold::Kind::fault, {}, u"网页无法读取。"_s});
+    tell_({PageTold::Kind::fault, {}, u"网页无法读取。"_s, 0});
   });
   connect(this, &QWebEnginePage::certificateError, this,
           [](QWebEngineCertificateError error) { error.rejectCertificate(); });
@@ -131,13 +131,13 @@ void HiddenPage::navigate(const QUrl& address) {
   setUrl(address);
 }
 
-void HiddenPage::read(PagePart part) {
+void HiddenPage::read(PagePart part, int id) {
   const QString expression = part == PagePart::text
                                  ? u"document.body ? document.body.innerText : ''"_s
                                  : u"document.documentElement ? document.documentElement.outerHTML : ''"_s;
   runJavaScript(u"String(%1).slice(0, %2)"_s.arg(expression).arg(longestText), QWebEngineScript::ApplicationWorld,
-                [this](const QVariant& value) {
-                  tell_({PageTold::Kind::text, {}, value.toString()});
+                [this, id](const QVariant& value) {
+                  tell_({PageTold::Kind::text, {}, value.toString(), id});
                 });
 }
 
@@ -147,13 +147,13 @@ bool HiddenPage::acceptNavigationRequest(const QUrl& url, NavigationType type, b
     return true;
   // What a script asks for is refused too, but then the page stays and can be read.
   if (isMainFrame && kind == LeaveKind::redirect)
-    tell_({PageTold::Kind::away, url, {}});
+    tell_({PageTold::Kind::away, url, {}, 0});
   return false;
 }
 
 void HiddenPage::watchMemory() {
   if (residentBytes(renderProcessPid()) > mostRendererBytes)
-    tell_({PageTold::Kind::fault, {}, u"网页太大，无法读取。"_s});
+    tell_({PageTold::Kind::fault, {}, u"网页太大，无法读取。"_s, 0});
 }
 
 }  // namespace elevenfive

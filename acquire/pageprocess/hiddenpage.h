@@ -18,11 +18,11 @@ class HiddenPage final : public QWebEnginePage {
  public:
   HiddenPage(QWebEngineProfile& profile, std::function<void(const PageTold&)> tell);
 
-  /// Loads the page; tells `complete` once, `away` where it wanted to leave its host, `fault` where it takes too much memory.
+  /// Loads the page; tells `complete` once, `away` where it wanted to leave its site, `fault` where it takes too much memory.
   void navigate(const QUrl& address);
 
-  /// Tells `text` when the renderer answers; a renderer that is caught in a script does not.
-  void read(PagePart part);
+  /// Tells `text` with this number when the renderer answers; a renderer that is caught in a script does not.
+  void read(PagePart part, int id);
 
  protected:
   bool acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) override;

@@ -77,7 +77,7 @@ class Conversation final {
   void answer(const PageRequest& request) {
     if (request.kind == PageRequest::Kind::read) {
       if (page_)
-        page_->read(request.part);
+        page_->read(request.part, request.id);
       return;
     }
     if (page_ || !isWebAddress(request.address))

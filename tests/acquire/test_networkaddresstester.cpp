@@ -8,6 +8,7 @@
 #include <QTcpSocket>
 #include <optional>
 
+#include "tests/support/httpserver.h"
 #include "tests/support/testworkspace.h"
 
 namespace elevenfive {
@@ -53,11 +54,11 @@ class AddressTest : public ::testing::Test {
   NetworkAddressTester tester{300};
 };
 
-TEST_F(AddressTest, APageThatOpensIsSaidToOpen) {
+TEST_F(AddressTest, AServerThatAnswersIsSaidToAnswer) {
   answer = "HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\nhi";
   const auto outcome = outcomeOf(address());
   ASSERT_TRUE(outcome);
-  EXPECT_TRUE(outcome->startsWith(u"可以打开（HTTP 200，"_s) && outcome->endsWith(u" 秒）。"_s));
+  EXPECT_TRUE(outcome->startsWith(u"服务器有答复（HTTP 200，"_s) && outcome->endsWith(u" 秒）。"_s));
   EXPECT_TRUE(request.startsWith("GET /x HTTP/1.1\r\n"));
 }
 
@@ -65,12 +66,33 @@ TEST_F(AddressTest, TheHeadOfTheAnswerIsEnough) {
   answer = "HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n";  // the body never comes
   const auto outcome = outcomeOf(address());
   ASSERT_TRUE(outcome);
-  EXPECT_TRUE(outcome->startsWith(u"可以打开"_s));
+  EXPECT_TRUE(outcome->startsWith(u"服务器有答复（HTTP 200，"_s));
 }
 
 TEST_F(AddressTest, ARefusalOfTheServerIsToldWithItsStatus) {
   answer = "HTTP/1.1 404 Not Found\r\nContent-Length: 0\r\n\r\n";
   EXPECT_EQ(outcomeOf(address()), u"服务器有答复，但没有给出网页（HTTP 404）。"_s);
+}
+
+TEST_F(AddressTest, ARedirectOnTheSiteIsFollowed) {
+  HttpServer site;
+  HttpReply there;
+  there.status = 302;
+  there.headers = {{"Location", "/there"}};
+  site.answer("/", there);
+  site.answer("/there", pageReply("hi"));
+  const auto outcome = outcomeOf(site.url(u"/"_s));
+  ASSERT_TRUE(outcome);
+  EXPECT_TRUE(outcome->startsWith(u"服务器有答复（HTTP 200，"_s)) << outcome->toStdString();
+  EXPECT_EQ(site.requests().size(), 2U);
+}
+
+TEST_F(AddressTest, ARedirectOffTheSiteIsToldAndNotFollowed) {
+  HttpServer elsewhere;
+  elsewhere.answer("/", pageReply("hi"));
+  answer = "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + elsewhere.url(u"/"_s).toUtf8() + "\r\n\r\n";
+  EXPECT_EQ(outcomeOf(address()), u"服务器把网页转到其它网站（127.0.0.1），没有读取。"_s);
+  EXPECT_EQ(elsewhere.requests().size(), 0U);
 }
 
 TEST_F(AddressTest, AServerThatSaysNothingIsToldAfterTheTimeOut) {

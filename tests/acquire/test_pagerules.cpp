@@ -28,16 +28,20 @@ TEST(PageRules, OnlyWebAddressesAreLoaded) {
     EXPECT_FALSE(isWebAddress(QUrl(address))) << address.toStdString();
 }
 
-TEST(PageRules, ThePageItselfComesFromItsOwnHost) {
+TEST(PageRules, ThePageItselfComesFromItsOwnSite) {
   EXPECT_TRUE(fetched(u"http://gd.site.test/other"_s, FetchKind::document));
   EXPECT_TRUE(fetched(u"https://gd.site.test/"_s, FetchKind::document));
   EXPECT_FALSE(fetched(u"http://gd.site.test:8080/"_s, FetchKind::document));
-  EXPECT_FALSE(fetched(u"http://sd.site.test/"_s, FetchKind::document));
+  EXPECT_TRUE(fetched(u"http://www.site.test/gd"_s, FetchKind::document));
+  EXPECT_TRUE(fetched(u"http://site.test/"_s, FetchKind::document));
+  EXPECT_FALSE(fetched(u"http://othersite.test/"_s, FetchKind::document));
   EXPECT_FALSE(fetched(u"http://elsewhere.test/"_s, FetchKind::document));
 }
 
 TEST(PageRules, WhatWasAskedForSecurelyDoesNotTurnPlain) {
   EXPECT_FALSE(isSameHost(QUrl(u"https://a.test"_s), QUrl(u"http://a.test"_s)));
+  EXPECT_FALSE(mayHoldPage(QUrl(u"https://gd.a.test"_s), QUrl(u"http://www.a.test"_s)));
+  EXPECT_TRUE(mayHoldPage(QUrl(u"http://gd.a.test"_s), QUrl(u"https://www.a.test"_s)));
   EXPECT_FALSE(isSameHost(QUrl(u"http://a.test:81"_s), QUrl(u"https://a.test:82"_s)));
 }
 
@@ -61,9 +65,17 @@ TEST(PageRules, PicturesAndDownloadsAreNotFetched) {
   EXPECT_FALSE(fetched(asked.toString(), FetchKind::other));
 }
 
-TEST(PageRules, ThePageStaysOnItsHostAndFollowsNoLink) {
+TEST(PageRules, AnAddressInNumbersIsASiteOfItsOwn) {
+  const QUrl server(u"http://10.0.0.1:81/"_s);
+  EXPECT_TRUE(mayHoldPage(server, QUrl(u"http://10.0.0.1:81/list"_s)));
+  EXPECT_FALSE(mayHoldPage(server, QUrl(u"http://10.0.0.1:82/"_s)));
+  EXPECT_FALSE(mayHoldPage(server, QUrl(u"http://10.0.0.2:81/"_s)));
+}
+
+TEST(PageRules, ThePageStaysOnItsSiteAndFollowsNoLink) {
   EXPECT_TRUE(goes(asked.toString(), LeaveKind::asked));
   EXPECT_TRUE(goes(u"http://gd.site.test/list"_s, LeaveKind::redirect));
+  EXPECT_TRUE(goes(u"http://www.site.test/gd"_s, LeaveKind::redirect));
   EXPECT_FALSE(goes(u"http://elsewhere.test/"_s, LeaveKind::redirect));
   EXPECT_FALSE(goes(u"http://elsewhere.test/"_s, LeaveKind::script));
   EXPECT_FALSE(goes(u"file:///etc/passwd"_s, LeaveKind::script));
@@ -85,16 +97,19 @@ TEST(PageMessages, ARequestReadsBackAsWritten) {
   PageRequest read;
   read.kind = PageRequest::Kind::read;
   read.part = PagePart::markup;
+  read.id = 7;
   EXPECT_EQ(pageRequest(lineOf(read))->kind, PageRequest::Kind::read);
   EXPECT_EQ(pageRequest(lineOf(read))->part, PagePart::markup);
+  EXPECT_EQ(pageRequest(lineOf(read))->id, 7);
 }
 
 TEST(PageMessages, WhatIsToldStaysOneLineAndReadsBack) {
   const QString text = u"a\nb\t\"\\\u2028广东"_s;
-  const QByteArray line = lineOf(PageTold{PageTold::Kind::text, {}, text});
+  const QByteArray line = lineOf(PageTold{PageTold::Kind::text, {}, text, 7});
   EXPECT_EQ(line.count('\n'), 1);
   EXPECT_EQ(pageTold(line)->text, text);
-  EXPECT_EQ(pageTold(lineOf(PageTold{PageTold::Kind::away, asked, {}}))->address, asked);
+  EXPECT_EQ(pageTold(line)->id, 7);
+  EXPECT_EQ(pageTold(lineOf(PageTold{PageTold::Kind::away, asked, {}, 0}))->address, asked);
 }
 
 TEST(PageMessages, AnyOtherLineReadsAsNothing) {

@@ -7,6 +7,7 @@
 
 #include "history/historytable.h"
 #include "model/daycount.h"
+#include "model/errors.h"
 #include "model/texts.h"
 #include "tests/support/recordingports.h"
 #include "tests/support/testworkspace.h"
@@ -122,6 +123,27 @@ TEST_F(PageText, TheLargestPeriodBeginsWithWhatItWasHanded) {
   EXPECT_EQ(counts.lowQihao, 110315010);
   EXPECT_EQ(counts.highQihao, 120101001);
   EXPECT_EQ(scan(QString()).lowQihao, 0);
+}
+
+TEST_F(PageText, ADrawThatTheTableRefusesEndsNeitherTheScanNorTheOthers) {
+  data.store().execute("test",
+                       "CREATE TRIGGER refuse BEFORE INSERT ON 历史记录 WHEN NEW.期号 = 110315012"
+                       " BEGIN SELECT RAISE(ABORT, 'refused'); END");
+  const PageCounts counts =
+      scan(u"11031511 01 02 03 04 05 17:50:00\n11031512 01 02 03 04 06 17:50:00\n11031513 01 02 03 04 07 17:50:00"_s);
+  EXPECT_EQ(counts.qualified, 3);
+  EXPECT_EQ(counts.rowsDone, 2);
+  EXPECT_EQ(counts.fault, u"保存开奖记录失败：数值超出允许的范围。"_s);
+  EXPECT_EQ(draws(), (QStringList{u"110315011 1 2 3 4 5"_s, u"110315013 1 2 3 4 7"_s}));
+}
+
+TEST_F(PageText, AFaultOfTheFirstDerivationDoesNotKeepTheSecondFromRunning) {
+  const PageCounts counts = scan(u"11031512 01 02 03 04 06 17:50:00\n11031511 01 02 03 04 05 17:40:00"_s);
+  data.store().execute("test",
+                       "CREATE TRIGGER refuse BEFORE UPDATE ON 历史记录 WHEN NEW.期号 = 110315012"
+                       " BEGIN SELECT RAISE(ABORT, 'refused'); END");
+  EXPECT_THROW(deriveScanned(data.store(), counts, nullptr, ports, nullptr), StoreError);
+  EXPECT_EQ(data.rows("SELECT 期号 FROM 历史记录 WHERE 和值 = 15"), QStringList{u"110315011"_s});
 }
 
 TEST_F(PageText, EveryLineWithTheFormIsToldAndCanEndTheScan) {

@@ -100,7 +100,8 @@ TEST_F(WebUpdateTest, APageOfDrawsIsStoredAndDerived) {
 
 TEST_F(WebUpdateTest, ThePageOfTheGameInUseIsLoadedOnceAndReadThreeTimes) {
   fetch();
-  EXPECT_EQ(web.log, (QStringList{u"made"_s, u"navigate "_s + page, u"text"_s, u"text"_s, u"text"_s, u"refresh"_s}));
+  EXPECT_EQ(web.log,
+            (QStringList{u"made"_s, u"navigate "_s + page, u"text"_s, u"text"_s, u"text"_s, u"refresh"_s, u"stop"_s}));
 }
 
 TEST_F(WebUpdateTest, NothingIsMadeBeforeTheFirstPage) {
@@ -230,11 +231,33 @@ TEST_F(WebUpdateTest, WithoutInteractionNoBoxAppears) {
 
 TEST_F(WebUpdateTest, ABusyControlIsStoppedFirst) {
   web.pages[page].afterMs = -1;
+  QTimer::singleShot(30, [this] { fetch(); });  // while the first one waits for its document
   fetch();
-  web.log.clear();
-  fetch();
-  EXPECT_EQ(web.log.value(0), u"stop"_s);
-  EXPECT_EQ(web.log.value(1), u"navigate "_s + page);
+  EXPECT_EQ(web.log.mid(0, 4), (QStringList{u"made"_s, u"navigate "_s + page, u"stop"_s, u"navigate "_s + page}));
+}
+
+TEST_F(WebUpdateTest, ThePageIsLetGoOfWhateverCameOfItBeforeABoxIsShown) {
+  const FakePage outcomes[] = {{QStringList{u"no results"_s}, {}, 0, false, {}, {}},
+                               {{}, {}, -1, false, {}, {}},
+                               {QStringList{twoDraws}, {}, 0, false, QUrl(u"http://elsewhere.test/"_s), {}},
+                               {{}, {}, 0, false, {}, u"网页太大，无法读取。"_s}};
+  for (const FakePage& outcome : outcomes) {
+    web.pages[page] = outcome;
+    EXPECT_FALSE(fetch());
+    EXPECT_EQ(web.log.last(), u"stop"_s);
+  }
+}
+
+TEST_F(WebUpdateTest, ADrawThatTheTableRefusesLeavesTheOthersStoredAndDerived) {
+  data.store().execute("test",
+                       "CREATE TRIGGER refuse BEFORE INSERT ON 历史记录 WHEN NEW.期号 = 110315012"
+                       " BEGIN SELECT RAISE(ABORT, 'refused'); END");
+  EXPECT_THROW(update().updateHistory(), StoreError);
+  EXPECT_EQ(draws(), QStringList{u"110315011 1 5 15"_s});
+  EXPECT_EQ(ports.boxes.size(), 0U);
+  EXPECT_EQ(ports.log.filter(u"reload grid"_s).size(), 1);
+  EXPECT_EQ(ports.log.mid(ports.log.size() - 4),
+            (QStringList{u"next period"_s, u"chart mode"_s, u"refresh views"_s, u"buttons on"_s}));
 }
 
 TEST_F(WebUpdateTest, AFaultOfTheTableKeepsWhatWasStoredAndClearsThePanel) {
@@ -324,6 +347,27 @@ TEST_F(WebUpdateTest, TheNoticeIsAskedForOnceARunWithTheScrambledVersion) {
             QStringList{u"navigate http://notice.test/ask?VER=53635&NAME=elevenfive"_s});
   EXPECT_EQ(ports.boxTexts(), (QStringList{completed, completed}));
   EXPECT_EQ(opened, QStringList());
+}
+
+TEST_F(WebUpdateTest, AStopLeavesTheNoticeToTheNextUpdate) {
+  setSourceAddress(data.store(), noticeServer.name.toString(), notice);
+  times.documentSeconds = 60;
+  web.pages[page].afterMs = -1;
+  QTimer::singleShot(30, [this] { update().requestStop(); });
+  update().updateHistory();
+  EXPECT_EQ(web.log.filter(u"navigate http://notice"_s), QStringList());
+  web.pages[page].afterMs = 0;
+  update().updateHistory();
+  EXPECT_EQ(web.log.filter(u"navigate http://notice"_s).size(), 1);
+}
+
+TEST_F(WebUpdateTest, TheNoticeLeavesWhatThePanelSaysOfThePage) {
+  setSourceAddress(data.store(), noticeServer.name.toString(), notice);
+  web.pages[page].endsAt = QUrl(u"http://elsewhere.test/"_s);
+  EXPECT_FALSE(update().updateHistory());
+  EXPECT_EQ(web.log.filter(u"navigate http://notice"_s).size(), 1);
+  EXPECT_EQ(screen.panel.last(), u"网页被转到其它网站（elsewhere.test），没有读取。"_s);
+  EXPECT_EQ(update().leftSiteText(), screen.panel.last());
 }
 
 TEST_F(WebUpdateTest, ANoticeIsToldAndItsPageOpened) {

@@ -98,7 +98,7 @@ TEST_F(HistoryUpdateTest, WhileThePageIsWaitedForNothingElseCanStart) {
       [&] {
         for (const QString& name :
              {u"cmmUpdateHistory_0"_s, u"cmmUpdateHistory_1"_s, u"cmmUpdateHistory_2"_s, u"newBtnHistory_3"_s,
-              u"newBtnHistory_99"_s, u"cmm_Daocu"_s, u"cmm_scls"_s, u"CmmSousuo"_s})
+              u"newBtnHistory_7"_s, u"newBtnHistory_99"_s, u"cmm_Daocu"_s, u"cmm_scls"_s, u"CmmSousuo"_s})
           if (the<QPushButton>(name).isEnabled())
             enabled << name;
         click(button(1));

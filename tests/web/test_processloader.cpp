@@ -4,6 +4,8 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTimer>
 
 #include "acquire/openurltext.h"
 #include "tests/web/webtest.h"
@@ -192,6 +194,78 @@ TEST_F(ProcessLoaderTest, NoProcessIsLeftBehindAStop) {
   EXPECT_TRUE(QFile::exists(place));
   loader.stop();
   EXPECT_FALSE(QFile::exists(place));
+}
+
+/// A page process out of a few shell commands, which find the number of a reading by `number`.
+class ScriptedLoader : public ::testing::Test {
+ protected:
+  QString program(const QByteArray& afterLoad) {
+    QFile file(folder.filePath(u"page"_s));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(
+        "#!/bin/sh\nnumber() { read -r line; id=${line#*:}; id=${id%%,*}; }\n"
+        "complete() { echo '{\"tell\":\"complete\",\"address\":\"http://a.test/\"}'; }\n"
+        "text() { echo '{\"tell\":\"text\",\"text\":\"'$1'\",\"id\":'$2'}'; }\n"
+        "read -r line\ncomplete\n" +
+        afterLoad + "\nexec cat >/dev/null\n");
+    file.setPermissions(file.permissions() | QFileDevice::ExeOwner);
+    return file.fileName();
+  }
+
+  bool load(ProcessLoader& loader) {
+    bool done = false;
+    loader.documentComplete = [&done](bool) { done = true; };
+    loader.navigate(QUrl(u"http://a.test/"_s));
+    runEventsFor(10'000, [&done] { return done; });
+    loader.documentComplete = {};
+    return done;
+  }
+
+  QTemporaryDir folder;
+};
+
+TEST_F(ScriptedLoader, ADocumentThatCompletesAgainDoesNotEndAReading) {
+  ProcessLoader loader({}, program("number; complete; sleep 0.2; text whole $id"));
+  ASSERT_TRUE(load(loader));
+  EXPECT_EQ(loader.bodyText(), u"whole"_s);
+}
+
+TEST_F(ScriptedLoader, TheLateAnswerOfAReadingIsNotTakenForTheNextOnes) {
+  ProcessLoader loader({180'000, 1000},
+                       program("number; sleep 1.4; text late $id; number; sleep 0.2; text second $id"));
+  ASSERT_TRUE(load(loader));
+  EXPECT_EQ(loader.bodyText(), QString());
+  EXPECT_EQ(loader.bodyText(), u"second"_s);
+}
+
+TEST_F(ScriptedLoader, AStopEndsAReadingThatWaits) {
+  ProcessLoader loader({180'000, 20'000}, program(""));
+  ASSERT_TRUE(load(loader));
+  QTimer::singleShot(50, [&loader] { loader.stop(); });
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_EQ(loader.bodyText(), QString());
+  EXPECT_LT(waited.elapsed(), 5000);
+}
+
+TEST_F(ScriptedLoader, AProcessThatEndsEndsAReading) {
+  ProcessLoader loader({180'000, 20'000}, program("number; exit 1"));
+  ASSERT_TRUE(load(loader));
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_EQ(loader.bodyText(), QString());
+  EXPECT_LT(waited.elapsed(), 5000);
+  EXPECT_FALSE(loader.fault().isEmpty());
+}
+
+TEST_F(ScriptedLoader, AStopOfThePlainReaderEndsItsReading) {
+  const QString file = program("");
+  OpenUrlText reader([&file] { return std::make_unique<ProcessLoader>(LoaderTimes{180'000, 20'000}, file); });
+  QTimer::singleShot(1000, [&reader] { reader.requestStop(); });
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_EQ(reader.openUrlText(QUrl(u"http://a.test/"_s), true), QString());
+  EXPECT_LT(waited.elapsed(), 4000);
 }
 
 TEST(ProcessLoaderStart, AMissingProgramIsToldInASentence) {

@@ -1,5 +1,7 @@
 // The update flow from a real server through the real page process into the store.
 #include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTimer>
 
 #include <sstream>
 
@@ -45,12 +47,18 @@ class RealUpdate : public WebTest {
     times.documentSeconds = 30;
   }
 
-  bool fetch() {
-    WebUpdate update(
-        data.store(),
-        {ports, ports, screen, ports, screen, [this] { return std::make_unique<ProcessLoader>(loader); }, {}}, times);
-    return update.updateFromWeb(QDate(2011, 3, 16), true, {}, lastQihaoForUpdate(data.store()));
+  WebUpdate& update() {
+    const auto make = [this] {
+      auto page = std::make_unique<ProcessLoader>(loader);
+      control = page.get();
+      return page;
+    };
+    update_ =
+        std::make_unique<WebUpdate>(data.store(), UpdatePorts{ports, ports, screen, ports, screen, make, {}}, times);
+    return *update_;
   }
+
+  bool fetch() { return update().updateFromWeb(QDate(2011, 3, 16), true, {}, lastQihaoForUpdate(data.store())); }
 
   int count() { return data.store().value("test", "SELECT COUNT(*) FROM 历史记录").value_or(-1); }
 
@@ -60,6 +68,7 @@ class RealUpdate : public WebTest {
     EXPECT_EQ(ports.boxTexts(), QStringList{failedUpdateText()});
     EXPECT_EQ(screen.panel, QString());
     EXPECT_EQ(count(), 0);
+    EXPECT_EQ(control->processId(), 0);  // nothing works on, although the update may be asked for again
   }
 
   TestWorkspace data;
@@ -67,6 +76,10 @@ class RealUpdate : public WebTest {
   Quiet screen;
   UpdateTimes times;
   LoaderTimes loader;
+  ProcessLoader* control = nullptr;
+
+ private:
+  std::unique_ptr<WebUpdate> update_;
 };
 
 TEST_F(RealUpdate, AHundredDrawsInAnyOrderAreStoredAscendingAndDerived) {
@@ -197,6 +210,45 @@ TEST_F(RealUpdate, ARedirectAwayFromTheSiteIsNotFollowed) {
   EXPECT_EQ(count(), 0);
   EXPECT_EQ(ports.boxes.size(), 0U);
   EXPECT_EQ(screen.panel, u"网页被转到其它网站（127.0.0.1），没有读取。"_s);
+}
+
+TEST_F(RealUpdate, ARedirectToAnotherHostOfTheSiteIsFollowed) {
+  const QString place = u"http://%1.results.localhost:%2"_s;
+  setSourceAddress(data.store(), resultsSite.name.toString(), place.arg(u"{province}"_s).arg(server.port()));
+  server.answer("/", redirectTo(place.arg(u"www"_s).arg(server.port()) + u"/gd"_s));
+  page("/gd", tablePage({u"11031501 01 02 03 04 05"_s}));
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(ports.boxTexts(), QStringList{completed});
+  EXPECT_EQ(count(), 1);
+}
+
+TEST_F(RealUpdate, AStopEndsAReadingThatAScriptKeepsWaiting) {
+  page("/", u"11选5<script>for(;;){}</script>"_s);
+  times.documentSeconds = 1;
+  loader.readMs = 20'000;
+  WebUpdate& running = update();
+  QTimer::singleShot(2500, [&running] { running.requestStop(); });
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_FALSE(running.updateHistory());
+  EXPECT_LT(waited.elapsed(), 8000);
+  EXPECT_EQ(ports.boxes.size(), 0U);
+  EXPECT_EQ(control->processId(), 0);
+}
+
+TEST_F(RealUpdate, TheCompanionTellsAPageThatIsLedOffItsSite) {
+  HttpServer elsewhere;
+  server.answer("/", redirectTo(elsewhere.url(u"/"_s)));
+  QTemporaryDir folder;
+  std::istringstream in;
+  std::ostringstream out;
+  std::ostringstream err;
+  const QStringList start{u"--folder"_s, folder.path(), u"--temp"_s, folder.path()};
+  ASSERT_EQ(runProgram(start + QStringList{u"init"_s}, {in, out, err}), 0);
+  ASSERT_EQ(runProgram(start + QStringList{u"source"_s, u"set"_s, u"开奖网站"_s, server.url({})}, {in, out, err}), 0);
+  err.str({});
+  EXPECT_EQ(runProgram(start + QStringList{u"history"_s, u"update"_s}, {in, out, err}), 1);
+  EXPECT_EQ(err.str(), "[critical] elevenfive 11选5: 网页被转到其它网站（127.0.0.1），没有读取。\n");
 }
 
 TEST_F(RealUpdate, TheCompanionUpdatesTheHistory) {
