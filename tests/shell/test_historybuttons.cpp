@@ -165,7 +165,7 @@ TEST_F(HistoryButtonsTest, WhatAnImportStoredBeforeAFaultIsDerivedAndShownAndThe
   EXPECT_TRUE(the<QLabel>(u"StatusBar_3"_s).text().contains(u"※※※  11031512 期 于 "_s));
   EXPECT_TRUE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
   EXPECT_FALSE(the<QPushButton>(u"CmmDaoruStop"_s).isVisible());
-  EXPECT_FALSE(the<QProgressBar>(u"ProgressBar_TuBiao"_s).isVisible());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !the<QProgressBar>(u"ProgressBar_TuBiao"_s).isVisible(); }));
 }
 
 TEST_F(HistoryButtonsTest, TheOldDrawsGoBeforeTheFileIsChosen) {
