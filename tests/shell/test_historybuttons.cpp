@@ -183,6 +183,27 @@ TEST_F(HistoryButtonsTest, TheOldDrawsGoBeforeTheFileIsChosen) {
   EXPECT_EQ(ports.boxTexts(), QStringList{u"之前有删除记录的操作,需要刷新数据..."_s});
 }
 
+TEST_F(HistoryButtonsTest, NothingElseStartsWhileTheOldDrawsGo) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  ports.answers = {Answer::yes};
+  boxes.onShow = [&] {
+    EXPECT_FALSE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
+    QTest::qWait(100);  // the next yield runs the events again
+  };
+  int looks = 0;
+  watch([&] {
+    if (data.rows("SELECT count(*) FROM 历史记录") != QStringList{u"0"_s})
+      return;
+    if (++looks == 1)
+      the<QPushButton>(u"newBtnHistory_3"_s).click();  // a click that finds the button disabled
+  });
+  click(the<QPushButton>(u"newBtnHistory_99"_s));  // no file is chosen
+  EXPECT_GT(looks, 0);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"原有的历史数据是否要清空？"_s});
+  EXPECT_TRUE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
+}
+
 TEST_F(HistoryButtonsTest, TheSecondPanelTellsOfTheRunningDerivationAndIsEmptyAfterIt) {
   open();
   QStringList seen;
