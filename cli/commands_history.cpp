@@ -32,10 +32,11 @@ Action prepareAdd(const Arguments& arguments) {
   };
 }
 
+/// A period of 0 or below is none: as the button, nothing is done then and nothing told.
 Action prepareDelete(const Arguments& arguments) {
   const Qihao qihao = numberOf(arguments, u"QIHAO"_s);
   return [qihao](Session& session) {
-    if (!deleteToldRecord(session.store(), qihao, session.ports()))
+    if (qihao > 0 && !deleteToldRecord(session.store(), qihao, session.ports()))
       throw Refused();
   };
 }

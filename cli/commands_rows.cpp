@@ -98,10 +98,10 @@ constexpr Command commands[] = {
     {u"rows [QIHAO]", u"日志表 in 期号, 序号, ID order", u"all 13 columns", prepareRows},
     {u"rows export FILE QIHAO [--fields LIST] [--separator TEXT]",
      u"导出; LIST of 序号,期号,号码,分隔行, default 号码; TEXT default ,", u"status text", prepareRowsExport,
-     u"QIHAO has 8 or 9 digits"},
+     u"QIHAO has 8 to 10 digits"},
     {u"rows import FILE QIHAO --format 0|1|2 [--keep]", u"导入 (0 只有号码, 1 期号＋号码, 2 序号＋号码)",
      u"status text", prepareRowsImport,
-     u"QIHAO has 8 or 9 digits, with format 1 any number (0: the period that the dialog offers); --keep: the old rows "
+     u"QIHAO has 8 to 10 digits, with format 1 any number (0: the period that the dialog offers); --keep: the old rows "
      u"stay"},
     {u"rows delete", u"删除", u"status text", prepareRowsDelete},
 };

@@ -55,6 +55,19 @@ std::vector<Candidate> nearest(const QStringList& words) {
   return candidates;
 }
 
+/// What to say of words that fit none of these ways: the fault on which they agree. Where some of them know the options that
+/// were typed, one of these was meant. A way that lacks a word of its own has no say: "history" may be any of its rows.
+QString faultOf(const std::vector<Candidate>& ways, const QString& command) {
+  const bool someKnow =
+      std::any_of(ways.begin(), ways.end(), [](const Candidate& way) { return way.match.knowsOptions; });
+  QStringList faults;
+  for (const Candidate& way : ways)
+    if (!way.match.lacksLiteral && (way.match.knowsOptions || !someKnow))
+      faults << way.match.fault;
+  faults.removeDuplicates();
+  return faults.size() == 1 ? faults.first() : noSuchUse(command);
+}
+
 std::vector<const Command*> commandsNamed(const QString& firstWord) {
   std::vector<const Command*> found;
   for (const Command& command : allCommands())
@@ -104,10 +117,7 @@ Action prepareCommand(const QStringList& words) {
       throw WrongWords{fault.message(), {fitting->command}};
     }
   }
-  // What to say of a command that lacks a word of its own, nobody knows: "history" may be any of its rows.
-  const auto meant =
-      std::find_if(candidates.begin(), candidates.end(), [](const Candidate& c) { return !c.match.lacksLiteral; });
-  WrongWords wrong{meant == candidates.end() ? noSuchUse(words.first()) : meant->match.fault, {}};
+  WrongWords wrong{faultOf(candidates, words.first()), {}};
   for (const Candidate& candidate : candidates)
     wrong.meant.push_back(candidate.command);
   throw wrong;

@@ -84,6 +84,7 @@ QStringList Usage::takeOptions(const QStringList& words, Match& match) const {
     }
     const Option* option = findOption(words[i]);
     if (option == nullptr) {
+      match.knowsOptions = false;
       setFault(match.fault, u"没有这个选项：%1。"_s.arg(words[i]));
       continue;
     }

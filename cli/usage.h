@@ -41,6 +41,7 @@ class Usage final {
     bool contradicts = false;   ///< a word stands where another very word must stand
     int literals = 0;           ///< how many very words are there
     bool lacksLiteral = false;  ///< a very word is missing
+    bool knowsOptions = true;   ///< every option that is there is one of the command's
     QString fault;              ///< why the words do not fit, in one sentence; empty where they do
     Arguments arguments;
   };

@@ -67,8 +67,7 @@ QString typedNumber(const Arguments& arguments, const QString& name) {
 }
 
 int fieldNumberOf(const Arguments& arguments, const QString& name) {
-  constexpr int nineDigits = 999999999;
-  return numberOf(arguments, name, 0, nineDigits);
+  return numberOf(arguments, name, 0, std::numeric_limits<int>::max());
 }
 
 QString pathOf(const Arguments& arguments, const QString& name) {

@@ -34,7 +34,7 @@ std::vector<int> listOf(const Arguments& arguments, const QString& name, int fir
 /// The argument as it is typed into an input box: a whole number, of which the box makes what it makes of any text.
 QString typedNumber(const Arguments& arguments, const QString& name);
 
-/// The argument as the period that a dialog's field takes: 0 to 999999999, nine digits at most.
+/// The argument as the period that a dialog's field takes: 0 to 2147483647, ten digits at most.
 int fieldNumberOf(const Arguments& arguments, const QString& name);
 
 /// The argument as the path of a file; an empty one is no path.

@@ -293,9 +293,12 @@ void HistoryPanel::addDraw() {
 }
 
 void HistoryPanel::importText() {
-  if (clearBeforeImport(gConn_, ports_.boxes, ports_.events)) {
-    tableChanged();
-    Q_EMIT drawsDeleted();
+  {
+    const BusyScope busy(ports_.busy);
+    if (clearBeforeImport(gConn_, ports_.boxes, ports_.events)) {
+      tableChanged();
+      Q_EMIT drawsDeleted();
+    }
   }
   const QString path = ports_.files.openFile(u"导入历史数据"_s, u"文本文件 (*.txt);;所有文件 (*)"_s);
   if (path.isEmpty())

@@ -104,6 +104,17 @@ TEST_F(HistoryCommands, DeleteTakesAPeriodOfTenDigitsAsItStands) {
   EXPECT_EQ(cli.rows(u"SELECT 期号 FROM 历史记录"_s), u"110315100\n"_s);
 }
 
+TEST_F(HistoryCommands, DeleteOfThePeriodZeroDoesNothingAsTheButton) {
+  cli.batch(u"history add 7 1 2 3 4 5\n"_s);
+  for (const QStringList& period : {QStringList{u"0"_s}, QStringList{u"--"_s, u"-7"_s}}) {
+    const auto outcome = cli.call(QStringList{u"history"_s, u"delete"_s} + period);
+    EXPECT_EQ(outcome.status, exitDone) << period.last().toStdString();
+    EXPECT_EQ(outcome.out, QString());
+    EXPECT_EQ(outcome.err, QString());
+  }
+  EXPECT_EQ(cli.rows(u"SELECT 期号 FROM 历史记录"_s), u"7\n"_s);
+}
+
 TEST_F(HistoryCommands, ClearAsksAndTakesYes) {
   cli.batch(u"history add 7 1 2 3 4 5\nhistory add 8 1 2 3 4 6\n"_s);
   const auto outcome = cli.call({u"history"_s, u"clear"_s});

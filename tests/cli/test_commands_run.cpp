@@ -219,6 +219,20 @@ TEST_F(RunCommands, RowsGoOutAndComeInAgain) {
   EXPECT_EQ(cli.rows(u"SELECT 期号, COUNT(*), MAX(序号) FROM 日志表 GROUP BY 期号"_s), u"11031513\t12\t12\n"_s);
 }
 
+TEST_F(RunCommands, RowsOfAPeriodOfTenDigitsGoOutAndComeInAgain) {
+  const QString in = cli.path(u"in.txt"_s);
+  const QString out = cli.path(u"out.txt"_s);
+  writeFile(u"in.txt"_s, "01 02 03 04 05\r\n07 08 09 10 11\r\n");
+  for (const QString& period : {u"2014121153"_s, u"2147483647"_s}) {
+    const auto imported = cli.call({u"rows"_s, u"import"_s, in, period, u"--format"_s, u"0"_s});
+    EXPECT_EQ(imported.status, exitDone) << imported.err.toStdString();
+    EXPECT_EQ(cli.rows(u"SELECT 期号, COUNT(*) FROM 日志表 GROUP BY 期号"_s), period + u"\t2\n"_s);
+    const auto exported = cli.call({u"rows"_s, u"export"_s, out, period, u"--fields"_s, u"期号,号码"_s});
+    EXPECT_EQ(exported.status, exitDone) << exported.err.toStdString();
+    EXPECT_EQ(readFile(u"out.txt"_s), QString(u"%1 01,02,03,04,05\r\n%1 07,08,09,10,11\r\n"_s).arg(period).toUtf8());
+  }
+}
+
 TEST_F(RunCommands, ExportTakesFieldsAndSeparator) {
   cli.batch(u"pick clear\npick 1 1\npick 2 1\npick 3 1\npick 4 1\npick 5 1\npick 6 1\nexpand 11031512\n"_s);
   cli.call({u"rows"_s, u"export"_s, cli.path(u"out.txt"_s), u"11031512"_s, u"--fields"_s, u"序号,期号,号码,分隔行"_s,
@@ -316,7 +330,7 @@ TEST_F(RunCommands, RowsDeleteEmptiesTheTable) {
 TEST_F(RunCommands, WordsThatAreNoWholeNumbersOrNoPeriodsOfAFieldAreWrong) {
   for (const QString& words :
        {u"run 1.5"_s, u"run"_s, u"run x"_s, u"run 1 2"_s, u"expand 11031512期"_s, u"check"_s, u"refine 1"_s,
-        u"refine 1 five"_s, u"rows export x -1234567"_s, u"rows export x 1103151200"_s, u"run 1 --tolerance 0.5"_s,
+        u"refine 1 five"_s, u"rows export x -1234567"_s, u"rows export x 2147483648"_s, u"run 1 --tolerance 0.5"_s,
         u"run 1 --tolerance x"_s, u"run 1 --tolerance"_s, u"rows delete 1"_s})
     EXPECT_EQ(cli.call(words.split(u' ')).status, exitUsage) << words.toStdString();
 }

@@ -102,6 +102,23 @@ TEST_F(Program, ACommandWithoutItsSecondWordIsTold) {
   EXPECT_EQ(cli.call({u"pick"_s}).err.section(u'\n', 0, 0), u"缺少参数 NUMBER。"_s);
 }
 
+TEST_F(Program, OfSeveralWaysTheFaultIsToldOfTheOneWhoseOptionWasTyped) {
+  struct Case {
+    QString words;
+    QString fault;
+  };
+  for (const Case& one :
+       {Case{u"count --conditions extra"_s, u"多余的参数：“extra”。"_s},
+        Case{u"count --conditions --conditions"_s, u"选项 --conditions 给了两次。"_s},
+        Case{u"count extra"_s, u"多余的参数：“extra”。"_s}, Case{u"count --other"_s, u"没有这个选项：--other。"_s},
+        Case{u"rows --other"_s, u"没有这个选项：--other。"_s}, Case{u"miss"_s, u"缺少参数 QIHAO。"_s},
+        Case{u"miss 1 2 3"_s, u"命令 miss 没有这种用法。"_s}}) {
+    const auto outcome = cli.call(one.words.split(u' '));
+    EXPECT_EQ(outcome.status, exitUsage) << one.words.toStdString();
+    EXPECT_EQ(outcome.err.section(u'\n', 0, 0), one.fault) << one.words.toStdString();
+  }
+}
+
 TEST_F(Program, UnknownCommandEndsWithTheCall) {
   for (const QStringList& words : {QStringList{u"frobnicate"_s}, QStringList{QString()}, QStringList{u"ROWS"_s}}) {
     const auto outcome = cli.call(words);

@@ -58,6 +58,12 @@ TEST(Usage, AnOptionWithoutBracketsMustBeGiven) {
   EXPECT_EQ(faultOf(u"count --conditions", u"count --conditions"_s), QString());
 }
 
+TEST(Usage, AnOptionOfAnotherCommandIsMarked) {
+  EXPECT_FALSE(matched(u"count", u"count --conditions"_s).knowsOptions);
+  EXPECT_TRUE(matched(u"count --conditions", u"count --conditions extra"_s).knowsOptions);
+  EXPECT_TRUE(matched(u"count", u"count -- --conditions"_s).knowsOptions);
+}
+
 TEST(Usage, MissingAndFurtherWordsAreFaults) {
   EXPECT_EQ(faultOf(u"use CODE VALUE", u"use 1"_s), u"缺少参数 VALUE。"_s);
   EXPECT_EQ(faultOf(u"use CODE VALUE", u"use 1 1 1"_s), u"多余的参数：“1”。"_s);

@@ -195,6 +195,15 @@ TEST_F(Miss, TheBarIsShownForLabelsOnly) {
   EXPECT_EQ(ports.log, (QStringList{u"progress 0..11"_s, u"progress hidden"_s}));
 }
 
+TEST_F(Miss, TheBarCountsFromOneToTheElevenNumbersAndEventsRunForEachRowAndNumber) {
+  workspace.addDraws(tenDraws.toString());
+  QList<int> values;
+  ports.onYield = [&](int) { values << ports.value; };
+  labels(11031605);
+  EXPECT_EQ(values, (QList<int>{1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}));
+  EXPECT_EQ(ports.value, 11);
+}
+
 TEST_F(Miss, TheSumOfADrawIsTheMissesOfItsNumbersOneDrawBefore) {
   workspace.addDraws(
       u"11031501 01 02 03 04 05\n11031502 01 02 03 04 05\n11031503 07 08 09 10 11\n11031504 07 08 09 10 11\n"

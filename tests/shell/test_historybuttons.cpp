@@ -165,7 +165,7 @@ TEST_F(HistoryButtonsTest, WhatAnImportStoredBeforeAFaultIsDerivedAndShownAndThe
   EXPECT_TRUE(the<QLabel>(u"StatusBar_3"_s).text().contains(u"※※※  11031512 期 于 "_s));
   EXPECT_TRUE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
   EXPECT_FALSE(the<QPushButton>(u"CmmDaoruStop"_s).isVisible());
-  EXPECT_FALSE(the<QProgressBar>(u"ProgressBar_TuBiao"_s).isVisible());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !the<QProgressBar>(u"ProgressBar_TuBiao"_s).isVisible(); }));
 }
 
 TEST_F(HistoryButtonsTest, TheOldDrawsGoBeforeTheFileIsChosen) {
@@ -181,6 +181,27 @@ TEST_F(HistoryButtonsTest, TheOldDrawsGoBeforeTheFileIsChosen) {
   ports.boxes.clear();
   window->selectTopTab(2);
   EXPECT_EQ(ports.boxTexts(), QStringList{u"之前有删除记录的操作,需要刷新数据..."_s});
+}
+
+TEST_F(HistoryButtonsTest, NothingElseStartsWhileTheOldDrawsGo) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  ports.answers = {Answer::yes};
+  boxes.onShow = [&] {
+    EXPECT_FALSE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
+    QTest::qWait(100);  // the next yield runs the events again
+  };
+  int looks = 0;
+  watch([&] {
+    if (data.rows("SELECT count(*) FROM 历史记录") != QStringList{u"0"_s})
+      return;
+    if (++looks == 1)
+      the<QPushButton>(u"newBtnHistory_3"_s).click();  // a click that finds the button disabled
+  });
+  click(the<QPushButton>(u"newBtnHistory_99"_s));  // no file is chosen
+  EXPECT_GT(looks, 0);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"原有的历史数据是否要清空？"_s});
+  EXPECT_TRUE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
 }
 
 TEST_F(HistoryButtonsTest, TheSecondPanelTellsOfTheRunningDerivationAndIsEmptyAfterIt) {

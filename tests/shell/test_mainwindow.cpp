@@ -104,6 +104,32 @@ TEST_F(MainWindowTest, ClearingAsksFirst) {
   EXPECT_EQ(ports.boxTexts(), (QStringList{u"确定要清空所有的历史记录吗？"_s, u"确定要清空所有的历史记录吗？"_s}));
 }
 
+TEST_F(MainWindowTest, AClearedHistoryShowsNowhereAndCountsAsDeleted) {
+  data.addDraws(u"11031510 01 02 03 04 05\n11031511 02 03 04 05 06"_s);
+  open();
+  ASSERT_EQ(historyRows().rowCount(), 2);
+  ASSERT_EQ(the<QLineEdit>(u"TextHistory_0"_s).text(), u"11031512"_s);
+  ports.answers = {Answer::yes};
+  click(the<QPushButton>(u"newBtnHistory_3"_s));
+  EXPECT_EQ(historyRows().rowCount(), 0);
+  EXPECT_EQ(the<QLineEdit>(u"TextHistory_0"_s).text(), QString());
+  EXPECT_TRUE(the<QLabel>(u"StatusBar_3"_s).text().contains(u"※※※  0 期 于 "_s));
+  ports.boxes.clear();
+  window->selectTopTab(2);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"之前有删除记录的操作,需要刷新数据..."_s});
+}
+
+TEST_F(MainWindowTest, AHistoryThatWasNotClearedCountsAsKept) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  ports.answers = {Answer::no};
+  click(the<QPushButton>(u"newBtnHistory_3"_s));
+  EXPECT_EQ(historyRows().rowCount(), 1);
+  ports.boxes.clear();
+  window->selectTopTab(2);
+  EXPECT_EQ(ports.boxTexts(), QStringList());
+}
+
 TEST_F(MainWindowTest, AnImportAsksAboutTheOldDrawsAndACancelledDialogImportsNothing) {
   data.addDraws(u"11031510 01 02 03 04 05"_s);
   open();

@@ -273,6 +273,28 @@ TEST_F(RunButtonsTest, AnImportThatKeepsTheRowsCountsOnFromThem) {
   EXPECT_EQ(status(), before + u"\n\n数据导入完成，共导入：１ 注！"_s);
 }
 
+TEST_F(RunButtonsTest, TheGridIsOrderedByPeriodBeforeTheRunningNumber) {
+  openWith({u"01 02 03 04 05"_s, u"07 08 09 10 11"_s});
+  chooseFileOf("02 04 06 08 10\r\n");
+  ports.answers = {Answer::yes};
+  answerImport(u"11031510"_s);
+  clickRun(4);
+  EXPECT_EQ(gridRows(),
+            (QStringList{u"3 11031510 2 4 6 8 10"_s, u"1 11031512 1 2 3 4 5"_s, u"2 11031512 7 8 9 10 11"_s}));
+}
+
+TEST_F(RunButtonsTest, TheColumnsOfTheGridAreCentredAndLocked) {
+  openWith({u"01 02 03 04 05"_s});
+  auto& grid = the<GridView>(u"TDBGrid_RZ"_s);
+  EXPECT_EQ(grid.editTriggers(), QAbstractItemView::NoEditTriggers);
+  ASSERT_GE(grid.rows().columnCount(), 12);
+  for (int column = 1; column <= 11; ++column) {
+    const QModelIndex cell = grid.rows().index(0, column);
+    EXPECT_EQ(cell.data(Qt::TextAlignmentRole).value<Qt::Alignment>(), Qt::AlignCenter) << column;
+    EXPECT_FALSE(cell.flags().testFlag(Qt::ItemIsEditable)) << column;
+  }
+}
+
 TEST_F(RunButtonsTest, AnImportIntoAnEmptyTableAsksNothingFirst) {
   openWith({});
   chooseFileOf("02 04 06 08 10\r\n");
