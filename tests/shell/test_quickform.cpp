@@ -260,7 +260,7 @@ TEST_F(QuickFormTest, IsOutOfSightWhileTheMainWindowIsActiveAndKeepsWhatWasTyped
 TEST_F(QuickFormTest, AnotherUserDoesNotFindWhatWasTyped) {
   openForm();
   type(0, u"[30]"_s);
-  window->setSwitchUser([] { return true; });
+  window->setSwitchUser([] { return UserSwitch::done; });
   triggerMenu(u"mnu_UserQiehuan"_s);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(form(), nullptr);
