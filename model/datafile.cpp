@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <algorithm>
 
 #include "model/compaction.h"
 #include "model/errors.h"
@@ -63,15 +64,18 @@ void DataFile::unpack() {
   files_.makeFolder(folders_.temporary);
   keepStrayPack();
   keepInterrupted();  // the newer work: it gets the higher number
+  bool packIsSound = false;
   if (!QFileInfo::exists(folders_.packedFile())) {
     useAnother({});
-    return;
+  } else {
+    try {
+      readPackedFile();
+      packIsSound = true;
+    } catch (const DamagedData& damage) {
+      useAnother(damage.message());
+    }
   }
-  try {
-    readPackedFile();
-  } catch (const DamagedData& damage) {
-    useAnother(damage.message());
-  }
+  tellStrayPack(packIsSound);
 }
 
 void DataFile::prepare() {
@@ -89,10 +93,14 @@ void DataFile::prepare() {
 }
 
 void DataFile::putBack() {
+  const QString whereItIs = u"本次的改动没有写回数据文件，还保存在 %1 中。"_s.arg(folders_.workingFile());
   try {
     checkDatabase(folders_.workingFile(), StoreKind::main);
   } catch (const DamagedData& damage) {
-    throw StoreError(u"工作数据库已损坏（%1），没有写回，原来的数据文件没有改动。"_s.arg(damage.message()));
+    throw StoreError(u"工作数据库 %1 已损坏（%2），没有写回，原来的数据文件没有改动。"_s.arg(folders_.workingFile(),
+                                                                                             damage.message()));
+  } catch (const StoreError& fault) {
+    throw StoreError(fault.message() + whereItIs);
   }
   try {
     if (!QFileInfo::exists(folders_.sideFile()))
@@ -100,7 +108,19 @@ void DataFile::putBack() {
     writePackToBak();
     replaceByCopy(files_, folders_.packInTransit(), folders_.packedFile());
   } catch (const FileError& fault) {
-    throw FileError(fault.message() + u"本次的改动没有写回数据文件，还保存在 %1 中。"_s.arg(folders_.workingFile()));
+    throw FileError(fault.message() + whereItIs);
+  }
+  discard();
+}
+
+void DataFile::leaveUnchanged() noexcept {
+  try {
+    if (!twinStands_) {
+      files_.makeFolder(folders_.bakFolder());
+      replaceByCopy(files_, folders_.packedFile(), folders_.packInTransit());
+    }
+  } catch (const Error&) {
+    // The packed data file stands; the next close makes its twin.
   }
   discard();
 }
@@ -118,7 +138,8 @@ void DataFile::discard() noexcept {
 void DataFile::keepAll() {
   if (QFileInfo(folders_.backupFile()).size() > 0)
     copies_.keep(folders_.backupFile());
-  for (const QString& pack : {folders_.packInTransit(), folders_.packedFile()})
+  for (const QString& pack :
+       {folders_.packedFile(), folders_.packInTransit()})  // where they differ, a close was cut off
     if (QFileInfo::exists(pack) && keepPack(pack).isEmpty())
       files_.rename(pack, damagedName(pack));
 }
@@ -167,28 +188,33 @@ void DataFile::keepInterrupted() {
   }
   if (packHolds(folders_.packedFile(), working))
     return;
-  const QStringList before = copies_.list();
   const QString copy = copies_.keep(working);
   const QString journal = working + journalSuffixes[0];
   if (!readable && QFileInfo(journal).size() > 0)
     replaceByCopy(files_, journal, copy + journalSuffixes[0]);
-  if (!before.contains(copy))
-    interrupted_ = copy;
+  interrupted_ = copy;
 }
 
 /// The pack in Bak differs from the packed data file only where the last step of a close failed, or where someone has taken
 /// the packed data file away or damaged it: then it may be the newest work there is.
 void DataFile::keepStrayPack() {
   const QString& stray = folders_.packInTransit();
-  if (!QFileInfo(stray).isFile() || sameContent(stray, folders_.packedFile()))
+  twinStands_ = sameContent(stray, folders_.packedFile());
+  if (!QFileInfo(stray).isFile() || twinStands_)
     return;
-  const QStringList before = copies_.list();
-  const QString copy = keepPack(stray);
-  if (copy.isEmpty())
-    return;  // not sound; the next close replaces it
-  if (!before.contains(copy))
-    notices_ << u"上次退出时的数据没有写回数据文件，已保存为 %1。"_s.arg(copy);
-  files_.remove(stray);  // else each start would keep it anew, in the place of newer work
+  stray_ = keepPack(stray);
+  if (!stray_.isEmpty())
+    files_.remove(stray);  // else each start would keep it anew, in the place of newer work
+}
+
+/// Beside a pack that is sound the one in Bak is what a close could not put in its place, or someone has put back an older
+/// one; otherwise it is the last close's work, which was put back and is gone since.
+void DataFile::tellStrayPack(bool packIsSound) {
+  if (stray_.isEmpty() || stray_ == interrupted_)  // a close that was cut off: it is told as such
+    return;
+  notices_ << (packIsSound ? u"Bak 中的数据与数据文件不同，上次退出时可能没有写回，已保存为 %1。"_s
+                           : u"上次退出时的数据已保存为 %1。"_s)
+                  .arg(stray_);
 }
 
 bool DataFile::isUsable(const QString& path) const {
@@ -208,13 +234,8 @@ void DataFile::useAnother(const QString& reason) {
   const bool missing = reason.isEmpty();
   const bool hasBackup = isUsable(folders_.backupFile());
   const bool useWorking = (missing || !hasBackup) && isUsable(folders_.workingFile());
-  if (!useWorking && !hasBackup) {
-    if (!missing)
-      throw StoreError(u"数据文件已损坏（%1），没有可用的备份，程序无法启动。"_s.arg(reason));
-    throw StoreError(QFileInfo::exists(folders_.backupFile())
-                         ? u"找不到数据文件，备份文件已损坏，程序无法启动。"_s
-                         : u"找不到数据文件，也没有备份，程序无法启动，请重新安装！"_s);
-  }
+  if (!useWorking && !hasBackup)
+    refuseStart(reason);
   if (!missing) {
     const QString name = damagedName(folders_.packedFile());
     files_.rename(folders_.packedFile(), name);
@@ -232,6 +253,33 @@ void DataFile::useAnother(const QString& reason) {
     removeJournals();
   }
   needsPutBack_ = true;
+}
+
+/// No pack, no backup, no working database. Copies in Bak are never started on unasked: they may be of any age.
+void DataFile::refuseStart(const QString& reason) const {
+  const QString copy = newestUsableCopy();
+  QString sentence = u"找不到数据文件，也没有备份，程序无法启动，请重新安装！"_s;
+  if (!reason.isEmpty())
+    sentence = u"数据文件已损坏（%1），没有可用的备份，程序无法启动。"_s.arg(reason);
+  else if (QFileInfo::exists(folders_.backupFile()))
+    sentence = u"找不到数据文件，备份文件已损坏，程序无法启动。"_s;
+  else if (!copy.isEmpty())
+    sentence = u"找不到数据文件，也没有备份，程序无法启动。"_s;  // installing anew is the last thing to do here
+  if (!copy.isEmpty())
+    sentence += u"以前的数据保存在 %1 中，把它复制为 %2 就能继续使用。"_s.arg(copy, folders_.backupFile());
+  throw StoreError(sentence);
+}
+
+QString DataFile::newestUsableCopy() const {
+  const QStringList copies = copies_.list();
+  const auto newest = std::find_if(copies.rbegin(), copies.rend(), [this](const QString& copy) {
+    try {
+      return isUsable(copy);
+    } catch (const StoreError&) {
+      return false;  // another program has it
+    }
+  });
+  return newest == copies.rend() ? QString() : *newest;
 }
 
 void DataFile::restoreBackup() {

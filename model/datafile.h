@@ -30,16 +30,21 @@ class DataFile final {
   bool unpackToTemp();
 
   /// The first half of a start. Throws FileError where a file cannot be read, written or kept, StoreError where neither the
-  /// pack nor the backup nor a working database is usable; nothing is lost then.
+  /// pack nor the backup nor a working database is usable; nothing is lost then, and the sentence names the newest copy in
+  /// Bak from which the person can go on.
   void unpack();
 
   /// The second half; afterwards a sound working database stands in the temporary folder. Throws as unpack() does.
   void prepare();
 
-  /// Puts the working database back and removes it from the temporary folder. Throws StoreError where it is not sound,
-  /// FileError where a file cannot be written; the packed data file is then the old one and the working database stays, so
-  /// that it can be tried again.
+  /// Puts the working database back and removes it from the temporary folder. Throws StoreError where it is not sound or
+  /// another program has it, FileError where a file cannot be written; the packed data file is then the old one and the
+  /// working database stays, so that it can be tried again. The sentence says where it is.
   void putBack();
+
+  /// The end of a run that has changed nothing: the pack in Bak is made equal to the packed data file where it is not, and
+  /// the working database goes. Nothing depends on it, so a fault goes unheard.
+  void leaveUnchanged() noexcept;
 
   /// Removes the working database and the side file.
   void discard() noexcept;
@@ -60,10 +65,13 @@ class DataFile final {
  private:
   void keepInterrupted();
   void keepStrayPack();
+  void tellStrayPack(bool packIsSound);
   void readPackedFile();
   void writePackToBak();
   void useAnother(const QString& reason);
+  [[noreturn]] void refuseStart(const QString& reason) const;
   bool isUsable(const QString& path) const;
+  [[nodiscard]] QString newestUsableCopy() const;
   void restoreBackup();
   void settleInterrupted();
   void removeJournals();
@@ -73,6 +81,8 @@ class DataFile final {
   FileAccess& files_;
   KeptCopies copies_;
   QStringList notices_;
+  bool twinStands_ = false;            ///< the pack in Bak equals the packed data file
+  QString stray_;                      ///< the copy of a pack in Bak that this start made
   QString interrupted_;                ///< the copy of the interrupted run's database that this start made
   bool continuesInterrupted_ = false;  ///< the run goes on with that database
   bool needsPutBack_ = false;

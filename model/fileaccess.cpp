@@ -193,6 +193,11 @@ void appendFile(OutputFile& output, const QString& from) {
   }
 }
 
+bool isWritableFolder(const QString& path) {
+  return QFileInfo(path).isDir() &&
+         ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
 bool sameContent(const QString& first, const QString& second) {
   QFile a(first);
   QFile b(second);

@@ -60,6 +60,9 @@ void replaceByCopy(FileAccess& files, const QString& from, const QString& to);
 /// Appends a whole file to one that is being written, piece by piece.
 void appendFile(OutputFile& output, const QString& from);
 
+/// Whether files can be made in a folder by the user as whom the program acts; root can nearly everywhere.
+bool isWritableFolder(const QString& path);
+
 /// Whether two files can be read and hold the same bytes.
 bool sameContent(const QString& first, const QString& second);
 

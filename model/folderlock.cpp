@@ -11,10 +11,17 @@
 #include <utility>
 
 #include "model/errors.h"
+#include "model/fileaccess.h"
 
 namespace elevenfive {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr mode_t readableByAll = 0644;
+
+}  // namespace
 
 FolderLock::FolderLock(const QString& folder) : path_(folder + u"/elevenfive.lock"_s) {
   if (!QFileInfo(folder).isDir())
@@ -22,9 +29,7 @@ FolderLock::FolderLock(const QString& folder) : path_(folder + u"/elevenfive.loc
   do {
     if (file_ >= 0)
       ::close(std::exchange(file_, -1));
-    file_ = ::open(QFile::encodeName(path_).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (file_ < 0)
-      throw FileError(u"无法在文件夹 %1 中写入文件。"_s.arg(folder));
+    openFile(folder);
     if (::flock(file_, LOCK_EX | LOCK_NB) != 0) {
       const bool taken = errno == EWOULDBLOCK;
       ::close(std::exchange(file_, -1));
@@ -34,6 +39,24 @@ FolderLock::FolderLock(const QString& folder) : path_(folder + u"/elevenfive.loc
     }
     // The former holder removes the file as it lets go: what was locked may no longer be what stands there.
   } while (!isCurrent());
+  if (!isWritableFolder(folder)) {
+    ::close(std::exchange(file_, -1));
+    throw FileError(u"无法在文件夹 %1 中写入文件。"_s.arg(folder));
+  }
+  ::fchmod(file_, readableByAll);  // so that another user's instance can tell; nothing is lost where it is not ours
+}
+
+/// A file of another user can mostly be read, which is all that a lock needs.
+void FolderLock::openFile(const QString& folder) {
+  const QByteArray name = QFile::encodeName(path_);
+  file_ = ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  if (file_ < 0 && errno == EACCES)
+    file_ = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
+  if (file_ >= 0)
+    return;
+  if (errno == EACCES && QFileInfo::exists(path_))
+    throw FileError(u"文件 %1 属于其他用户，不能打开；请先关闭该用户的程序，或删除这个文件。"_s.arg(path_));
+  throw FileError(u"无法在文件夹 %1 中写入文件。"_s.arg(folder));
 }
 
 FolderLock::~FolderLock() {

@@ -20,14 +20,17 @@ class KeptCopies final {
   /// Paths of the copies, oldest first.
   [[nodiscard]] QStringList list() const;
 
-  /// Keeps a copy of a file, flushed and compared; returns its path, or that of a copy with the same content that is there
-  /// already. Throws FileError where it cannot be written.
+  /// Keeps a copy of a file, flushed and compared; returns its path. A copy with the same content that is there already
+  /// becomes the newest instead. Throws FileError where it cannot be written.
   QString keep(const QString& path);
 
   /// Removes all but the newest ones, and what a copying that was cut off has left.
   void prune();
 
  private:
+  [[nodiscard]] QString nextPath(const QStringList& copies) const;
+  void renew(const QString& copy, const QString& path);
+
   QString folder_;
   FileAccess& files_;
 };

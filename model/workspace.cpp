@@ -1,5 +1,8 @@
 #include "model/workspace.h"
 
+#include <SQLiteCpp/Database.h>
+#include <sqlite3.h>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -66,6 +69,13 @@ quint32 changeCounter(const QString& path) {
   return qFromBigEndian<quint32>(bytes.data());
 }
 
+/// Whether the file of an open store is no longer what stands under its name.
+bool isRemoved(Store& store) {
+  int moved = 0;
+  return sqlite3_file_control(store.database().getHandle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK &&
+         moved != 0;
+}
+
 /// A fresh store in a scratch file.
 void createStore(FileAccess& files, const QString& path, StoreKind kind) {
   files.remove(path);
@@ -74,10 +84,6 @@ void createStore(FileAccess& files, const QString& path, StoreKind kind) {
     createSchema(store, kind);
   }
   files.remove(path + u"-journal"_s);
-}
-
-bool isWritableFolder(const QString& folder) {
-  return QFileInfo(folder).isDir() && QFileInfo(folder).isWritable();
 }
 
 /// Stands in a program folder for as long as it is being filled.
@@ -92,9 +98,11 @@ bool holdsAnything(const DataFolders& folders) {
   return std::any_of(std::begin(traces), std::end(traces), [](const QString& path) { return QFileInfo::exists(path); });
 }
 
-/// Whether data stands there whose packed data file is gone: the next start would go on with it.
-bool holdsFormerData(const DataFolders& folders) {
-  return QFileInfo::exists(folders.backupFile()) || QFileInfo::exists(folders.packInTransit());
+/// Whether data stands there whose packed data file is gone: the next start would go on with it, or name the copy that holds
+/// it.
+bool holdsFormerData(const DataFolders& folders, FileAccess& files) {
+  return QFileInfo::exists(folders.backupFile()) || QFileInfo::exists(folders.packInTransit()) ||
+         !KeptCopies(folders.bakFolder(), files).list().isEmpty();
 }
 
 /// A fresh template.
@@ -120,8 +128,9 @@ void writePackedFile(const DataFolders& folders, FileAccess& files) {
 
 Workspace::Workspace(const Folders& folders, const Options& options)
     : folders_(apart(folders)),
-      locks_(lockFolders(folders_, options.files ? *options.files : realFiles())),
-      data_(folders_, options.files ? *options.files : realFiles()),
+      files_(options.files ? *options.files : realFiles()),
+      locks_(lockFolders(folders_, files_)),
+      data_(folders_, files_),
       gConn((made(data_, options.unpacked), folders_.workingFile()), StoreAccess::readWrite) {
   checkSchema(gConn, StoreKind::main);
   changeCounter_ = changeCounter(gConn.path());
@@ -143,13 +152,35 @@ bool Workspace::hasChanged() const {
 void Workspace::close() {
   if (closed_)
     return;
+  rescueRemoved();
   gConn.close();
-  if (hasChanged() || data_.needsPutBack())
+  if (rescued_ || hasChanged() || data_.needsPutBack())
     data_.putBack();
   else
-    data_.discard();
+    data_.leaveUnchanged();
   closed_ = true;
   locks_.clear();
+}
+
+/// Whoever clears the temporary folder while the program runs takes the file's name only: the connection still has its
+/// content. What stands under the name by now is not ours.
+void Workspace::rescueRemoved() {
+  if (!gConn.isOpen() || !isRemoved(gConn))
+    return;
+  rescued_ = true;
+  try {
+    files_.makeFolder(folders_.temporary);
+    if (!locks_.back().isCurrent())  // it went too, and another instance may have the folder now
+      locks_.emplace_back(folders_.temporary);
+    if (QFileInfo::exists(folders_.workingFile()))
+      KeptCopies(folders_.bakFolder(), files_).keep(folders_.workingFile());
+    files_.remove(folders_.mainScratch());
+    gConn.execute("保存数据", "VACUUM INTO ?", folders_.mainScratch());
+    files_.rename(folders_.mainScratch(), folders_.workingFile());
+  } catch (const Error& fault) {
+    throw FileError(fault.message() +
+                    u"工作数据库 %1 在运行中被删除，本次的改动还没有保存。"_s.arg(folders_.workingFile()));
+  }
 }
 
 void Workspace::abandon() noexcept {
@@ -168,7 +199,7 @@ void Workspace::create(const Folders& given, bool force, FileAccess& files) {
   const std::vector<FolderLock> locks = lockFolders(folders, files);
   if (exists(folders) && !force)
     throw FileError(u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folders.program));
-  if (holdsFormerData(folders) && !force)
+  if (!force && !exists(folders) && holdsFormerData(folders, files))
     throw FileError(u"文件夹 %1 中没有数据文件，但还有以前的备份，没有改动。"_s.arg(folders.program));
   DataFile(folders, files).keepAll();
 
@@ -183,15 +214,21 @@ bool Workspace::exists(const Folders& folders) {
 }
 
 Workspace::Folders Workspace::defaultFolders() {
-  Folders folders{QCoreApplication::applicationDirPath(), getTempDir()};
-  const bool canHold = isWritableFolder(folders.program) && !exists(shippedFolders());
-  if (!exists(folders) && !canHold)
-    folders.program = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-  return folders;
+  return {programFolder(QCoreApplication::applicationDirPath()), getTempDir()};
+}
+
+QString Workspace::programFolder(const QString& executables) {
+  const Folders beside{executables, {}};
+  const bool canHold = isWritableFolder(executables) && !exists(shippedFolders(executables));
+  return exists(beside) || canHold ? executables : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
 Workspace::Folders Workspace::shippedFolders() {
-  return {QCoreApplication::applicationDirPath() + u"/../share/elevenfive"_s, {}};
+  return shippedFolders(QCoreApplication::applicationDirPath());
+}
+
+Workspace::Folders Workspace::shippedFolders(const QString& executables) {
+  return {executables + u"/../share/elevenfive"_s, {}};
 }
 
 void Workspace::install(const Folders& given, const Folders& shipped, FileAccess& files) {

@@ -39,8 +39,9 @@ class Workspace final {
   Workspace& operator=(const Workspace&) = delete;
 
   /// Closes gConn and, where anything has changed, puts the data back: packed into Bak, copied over the packed data file.
-  /// Throws StoreError or FileError where that fails; the old packed data file then still stands, the changes stay in the
-  /// working database, and another call tries again. Further calls after a success do nothing.
+  /// A working database whose file was removed meanwhile is written anew first. Throws StoreError or FileError where that
+  /// fails; the old packed data file then still stands, the changes stay in the working database, and another call tries
+  /// again. Further calls after a success do nothing.
   void close();
 
   /// Ends the run with nothing saved: the packed data file stays as it is and the working database goes, unless the packed
@@ -56,11 +57,15 @@ class Workspace final {
   /// Whether the folder holds a packed data file.
   static bool exists(const Folders& folders);
 
-  /// The folder of the executable where it holds or can hold the data file, else the user's application data folder. Where
-  /// the program is installed, the folder of the executable is shared by all users and holds no data of theirs.
+  /// The program folder of this executable, and the temporary folder.
   static Folders defaultFolders();
 
+  /// The folder of the executables where it holds or can hold the data file, else the user's application data folder. Where
+  /// the program is installed, the folder of the executables is shared by all users and holds no data of theirs.
+  static QString programFolder(const QString& executables);
+
   /// Where an installation keeps the files that a program folder begins with, which are read only.
+  static Folders shippedFolders(const QString& executables);
   static Folders shippedFolders();
 
   /// Fills a program folder in which nothing of the program stands yet: from the shipped files where there are any, else
@@ -78,7 +83,10 @@ class Workspace final {
   [[nodiscard]] bool hasChanged() const;
 
  private:
+  void rescueRemoved();
+
   Folders folders_;
+  FileAccess& files_;
   std::vector<FolderLock> locks_;
   DataFile data_;
 
@@ -91,6 +99,7 @@ class Workspace final {
 
  private:
   quint32 changeCounter_ = 0;  ///< of the working database when it was opened
+  bool rescued_ = false;       ///< its file had to be written anew, and must go back
   bool closed_ = false;
 };
 

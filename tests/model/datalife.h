@@ -71,6 +71,17 @@ class DataLife : public ::testing::Test {
     return value;
   }
 
+  /// The sentence with which a start, or its close, ends.
+  QString startFault() const {
+    try {
+      Workspace workspace(folders, {&unflushed, {}});
+      workspace.close();
+    } catch (const Error& fault) {
+      return fault.message();
+    }
+    return QStringLiteral("no fault");
+  }
+
   static int valueInFile(const QString& path) {
     Store store(path, StoreAccess::readOnly);
     return valueOf(store);
@@ -83,6 +94,8 @@ class DataLife : public ::testing::Test {
   QStringList keptCopies() const {
     return QDir(folders.bakFolder()).entryList({QStringLiteral("elevenfive-*.bak")}, QDir::Files, QDir::Name);
   }
+
+  QString pathOfCopy(qsizetype index) const { return folders.bakFolder() + u'/' + keptCopies().value(index); }
 
   /// The values in the kept copies, by their names.
   QList<int> keptValues() const {

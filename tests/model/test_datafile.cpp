@@ -8,6 +8,15 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+QString messageOf(const std::function<void()>& call) {
+  try {
+    call();
+  } catch (const Error& fault) {
+    return fault.message();
+  }
+  return u"no fault"_s;
+}
+
 class DataFileLife : public DataLife {
  protected:
   /// Writes other bytes over the middle of a file.
@@ -16,16 +25,6 @@ class DataFileLife : public DataLife {
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     ASSERT_TRUE(file.seek(offset));
     ASSERT_EQ(file.write(QByteArray(size, '\xA5')), size);
-  }
-
-  QString startFault() const {
-    try {
-      Workspace workspace(folders);
-      workspace.close();
-    } catch (const Error& fault) {
-      return fault.message();
-    }
-    return u"no fault"_s;
   }
 };
 
@@ -60,15 +59,6 @@ TEST_F(DataFileLife, WithoutThePackTheBackupIsUsed) {
   EXPECT_EQ(nextStart(), 7);  // the pack is there again, though nothing was changed
 }
 
-TEST_F(DataFileLife, WithoutThePackTheNewestPackInBakIsNotLostEither) {
-  runWriting(7);
-  runWriting(8);
-  QFile::remove(folders.packedFile());
-  runWriting(9);
-  ASSERT_EQ(keptCopies().size(), 1);
-  EXPECT_EQ(valueInFile(folders.bakFolder() + u'/' + keptCopies().first()), 8);
-}
-
 TEST_F(DataFileLife, WithoutThePackAWorkingDatabaseThatIsStillThereGoesOn) {
   runWriting(7);
   crashWriting(8);
@@ -85,44 +75,6 @@ TEST_F(DataFileLife, GoingOnWithoutThePackIsToldAndCalledByItsName) {
   Workspace workspace(folders);
   EXPECT_EQ(valueOf(workspace.gConn), 8);
   EXPECT_EQ(workspace.notices(), QStringList{u"找不到数据文件，已改用上次没有保存的数据。"_s});
-}
-
-TEST_F(DataFileLife, OfThePackInBakAndInterruptedWorkTheWorkIsTheNewerCopy) {
-  strayPack(7);
-  crashWriting(8);  // its start keeps the 7
-  QFile::remove(folders.bakFolder() + u'/' + keptCopies().first());
-  ASSERT_EQ(keptCopies(), QStringList());
-  const QByteArray working = read(folders.workingFile());
-  QFile::remove(folders.workingFile());
-  strayPack(6);
-  write(folders.workingFile(), working);
-  EXPECT_EQ(nextStart(), 5);
-  EXPECT_EQ(keptValues(), (QList<int>{6, 8}));
-}
-
-TEST_F(DataFileLife, APackThatStayedInBakIsKeptOnce) {
-  strayPack(7);
-  {
-    Workspace workspace(folders);
-    ASSERT_EQ(keptValues(), QList<int>{7});
-    const QString copy = folders.bakFolder() + u'/' + keptCopies().first();
-    EXPECT_EQ(workspace.notices(), QStringList{u"上次退出时的数据没有写回数据文件，已保存为 %1。"_s.arg(copy)});
-  }
-  for (const int value : {11, 12, 13})
-    crashWriting(value);
-  EXPECT_EQ(nextStart(), 5);
-  EXPECT_EQ(keptValues(), (QList<int>{11, 12, 13}));
-  Workspace workspace(folders);
-  EXPECT_EQ(workspace.notices(), QStringList());
-  EXPECT_EQ(keptValues(), (QList<int>{11, 12, 13}));
-}
-
-TEST_F(DataFileLife, WhatACopyThatWasCutOffLeftIsRemoved) {
-  runWriting(7);
-  const QString half = folders.bakFolder() + u"/elevenfive-0001-20261121-100000.bak.new"_s;
-  write(half, "half a copy");
-  EXPECT_EQ(nextStart(), 7);
-  EXPECT_FALSE(QFile::exists(half));
 }
 
 /// Another program that has a file to itself.
@@ -182,16 +134,6 @@ TEST_F(DataFileLife, AnInterruptedRunIsKeptInBakAndThePackIsUsed) {
   const QString copy = folders.bakFolder() + u'/' + keptCopies().first();
   EXPECT_EQ(valueInFile(copy), 8);
   EXPECT_EQ(workspace.notices(), QStringList{u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(copy)});
-}
-
-TEST_F(DataFileLife, OnlyTheNewestThreeInterruptedRunsStay) {
-  for (const int value : {11, 12, 13, 14, 15})
-    crashWriting(value);
-  EXPECT_EQ(nextStart(), 5);
-  QList<int> values;
-  for (const QString& name : keptCopies())
-    values << valueInFile(folders.bakFolder() + u'/' + name);
-  EXPECT_EQ(values, (QList<int>{13, 14, 15}));
 }
 
 TEST_F(DataFileLife, AnInterruptedRunThatChangedNothingLeavesNoCopy) {
@@ -285,6 +227,7 @@ TEST_F(DataFileLife, ADamagedPackAndADamagedBackupStayAsTheyAre) {
 TEST_F(DataFileLife, ADamagedBackupIsNotStartedOn) {
   runWriting(7);
   QFile::remove(folders.packedFile());
+  QFile::remove(folders.packInTransit());
   spoil(folders.backupFile(), 4096, 4096);
   EXPECT_EQ(startFault(), u"找不到数据文件，备份文件已损坏，程序无法启动。"_s);
 }
@@ -311,11 +254,26 @@ TEST_F(DataFileLife, ADamagedWorkingDatabaseIsNeverPacked) {
     setValue(workspace.gConn, 8);
     workspace.gConn.close();
     spoil(folders.workingFile(), 4096 * 3, 4096);
-    EXPECT_THROW(workspace.close(), StoreError);
+    EXPECT_EQ(messageOf([&] { workspace.close(); }),
+              u"工作数据库 %1 已损坏（数据库已损坏），没有写回，原来的数据文件没有改动。"_s.arg(folders.workingFile()));
   }
   EXPECT_EQ(read(folders.packedFile()), before);
   EXPECT_EQ(read(folders.packInTransit()), before);
   EXPECT_EQ(nextStart(), 7);
+}
+
+TEST_F(DataFileLife, AWorkingDatabaseThatAnotherProgramHasIsNamedAndCanBePutBackLater) {
+  Workspace workspace(folders, {&unflushed, {}});
+  setValue(workspace.gConn, 8);
+  workspace.gConn.close();
+  {
+    const FileOfAnother held(folders.workingFile());
+    EXPECT_EQ(messageOf([&] { workspace.close(); }),
+              u"打开数据文件失败：数据文件正被其他程序使用（%1）。本次的改动没有写回数据文件，还保存在 %1 中。"_s.arg(
+                  folders.workingFile()));
+  }
+  workspace.close();
+  EXPECT_EQ(nextStart(), 8);
 }
 
 TEST_F(DataFileLife, ACloseThatFailedCanBeTriedAgain) {

@@ -48,6 +48,47 @@ TEST_F(FolderLocks, ALockIsGoneWithItsObject) {
   EXPECT_FALSE(QFile::exists(folders.program + u"/elevenfive.lock"_s));
 }
 
+TEST_F(FolderLocks, TheInstanceOfAnotherUserOfTheSystemIsASecondInstance) {
+  const mode_t mask = umask(077);
+  const FolderLock held(folders.program);
+  umask(mask);
+  const OrdinaryUser user(folder.path());
+  if (!OrdinaryUser::isBound())
+    GTEST_SKIP() << "root cannot become an ordinary user here";
+  EXPECT_EQ(messageOf([&] { Workspace workspace(folders); }), u"程序正在运行,不允许同时打开多个!!!"_s);
+  const ReadOnlyFolder readOnly(folders.program);
+  EXPECT_THROW(const FolderLock second(folders.program), AlreadyRunning);
+}
+
+TEST_F(FolderLocks, ALockFileThatAnotherUserHasLeftLocksAgain) {
+  const QString file = folders.program + u"/elevenfive.lock"_s;
+  write(file, {});
+  ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0444), 0);
+  const OrdinaryUser user(folder.path());
+  if (!OrdinaryUser::isBound())
+    GTEST_SKIP() << "root cannot become an ordinary user here";
+  {
+    const FolderLock lock(folders.program);
+    EXPECT_THROW(const FolderLock second(folders.program), AlreadyRunning);
+  }
+  write(file, {});
+  ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0444), 0);
+  const ReadOnlyFolder readOnly(folders.program);
+  EXPECT_EQ(messageOf([&] { const FolderLock lock(folders.program); }),
+            u"无法在文件夹 %1 中写入文件。"_s.arg(folders.program));
+}
+
+TEST_F(FolderLocks, ALockFileThatMayNotBeReadIsNamed) {
+  const QString file = folders.program + u"/elevenfive.lock"_s;
+  write(file, {});
+  ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0000), 0);
+  const OrdinaryUser user(folder.path());
+  if (!OrdinaryUser::isBound())
+    GTEST_SKIP() << "root cannot become an ordinary user here";
+  EXPECT_EQ(messageOf([&] { const FolderLock lock(folders.program); }),
+            u"文件 %1 属于其他用户，不能打开；请先关闭该用户的程序，或删除这个文件。"_s.arg(file));
+}
+
 TEST_F(FolderLocks, AFolderThatMayNotBeWrittenEndsTheStartWithOneSentence) {
   runWriting(7);
   const OrdinaryUser user(folder.path());

@@ -28,6 +28,12 @@ TEST(Scramble, TheKeysContentPlaysNoPart) {
   EXPECT_EQ(scrambleText(u"hgf"_s, false, u"一二三四五六七八"_s), u"abc"_s);
 }
 
+TEST(Scramble, AChineseCharacterShiftsAsOneCode) {
+  // 中 is 4E2D, 五 4E94, 数 6570
+  EXPECT_EQ(scrambleText(u"a中五"_s, true, {}), u"\u4E99\u4E32f"_s);
+  EXPECT_EQ(scrambleText(u"\u6575"_s, false, u"xxxxxxxx"_s), u"数"_s);
+}
+
 TEST(Scramble, AnyTextComesBack) {
   EXPECT_TRUE(rc::check("decoding undoes encoding", [](const std::u16string& text) {
     const QString plain = QString::fromStdU16String(text);
