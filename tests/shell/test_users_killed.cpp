@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <csignal>
+#include <optional>
 #include <random>
 
 #include "model/compaction.h"
@@ -44,6 +45,14 @@ class KilledUsers : public ::testing::Test {
   static int valueOf(Store& store) {
     return store.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900").value_or(-1);
   }
+  /// The value in a user's file, which must be sound; none where it is missing.
+  static std::optional<int> valueIn(const QString& path, const std::string& where) {
+    if (!QFile::exists(path))
+      return std::nullopt;
+    EXPECT_NO_THROW(checkDatabase(path, StoreKind::conditionTemplate)) << where;
+    Store store(path, StoreAccess::readOnly);
+    return valueOf(store);
+  }
   QString fileOf(const QString& name) const { return folders.program + u'/' + name + u".uVorex"_s; }
 
   /// A session of two users: the first one's value changes, the second one's account is made, an idle one goes.
@@ -73,20 +82,38 @@ class KilledUsers : public ::testing::Test {
     const int found = valueOf(workspace.gConn);
     EXPECT_TRUE(found == before || found == value) << where << " found " << found;
     before = found;
-    if (QFile::exists(fileOf(u"乙"_s))) {
-      EXPECT_NO_THROW(checkDatabase(fileOf(u"乙"_s), StoreKind::conditionTemplate)) << where;
-    }
-    workspace.gConn.execute("test", "DELETE FROM 用户表 WHERE 用户名 = '乙'");
+    inspectSecond(value, workspace.gConn.execute("test", "DELETE FROM 用户表 WHERE 用户名 = '乙'") > 0, where);
     workspace.close();
     EXPECT_EQ(QDir(folders.program).entryList({u"*.damaged*"_s}), QStringList()) << where;
-    for (const QString& name : QDir(folders.program).entryList({u"*.old-*"_s}))
-      QFile::remove(folders.program + u'/' + name);
+  }
+
+  /// The second user's file of before is untouched or stands aside whole; a new one begins with the defaults and ends with
+  /// the value, which it has for certain where the account has come into the data file.
+  void inspectSecond(int value, bool hasAccount, const std::string& where) {
+    const std::optional<int> found = valueIn(fileOf(u"乙"_s), where);
+    const QStringList aside = QDir(folders.program).entryList({u"*.old-*"_s});
+    if (hasAccount) {
+      EXPECT_EQ(found, value) << where;
+    }
+    ASSERT_LE(aside.size(), 1) << where;
+    if (aside.isEmpty()) {
+      EXPECT_TRUE(found == secondBefore || (!secondBefore && (found == fresh || found == value)))
+          << where << " found " << found.value_or(-1);
+    } else {
+      const QString path = folders.program + u'/' + aside.first();
+      EXPECT_EQ(valueIn(path, where), secondBefore) << where;
+      EXPECT_TRUE(!found || found == fresh || found == value) << where << " found " << *found;
+      QFile::remove(path);
+    }
+    secondBefore = found;
   }
 
   QTemporaryDir folder;
   UnflushedFiles quick;
   Workspace::Folders folders{folder.filePath(u"program"_s), folder.filePath(u"temp"_s)};
-  int before = 1;  ///< what the first user is known to have
+  static constexpr int fresh = 5;   ///< what a new account begins with
+  int before = 1;                   ///< what the first user is known to have
+  std::optional<int> secondBefore;  ///< what the second user's file is known to hold
 };
 
 TEST_F(KilledUsers, WhicheverStepAProcessEndsAtBothUsersFilesAreWhole) {
