@@ -91,7 +91,7 @@ bool isPassingOpening(const QString& path) {
 
 }  // namespace
 
-void checkDatabase(const QString& path, StoreKind kind) {
+void checkDatabase(const QString& path, StoreKind kind, CheckDepth depth) {
   std::optional<Store> store;
   try {
     store.emplace(path, StoreAccess::readOnly);
@@ -103,7 +103,8 @@ void checkDatabase(const QString& path, StoreKind kind) {
   try {
     checkSchema(*store, kind);
     Statement check = store->query("检查数据库", "PRAGMA integrity_check(1)");
-    if (!check.next() || check.text(0) != u"ok"_s)
+    if (!check.next() || check.text(0) != u"ok"_s ||
+        (depth == CheckDepth::values && holdsValuesOutOfBounds(*store, kind)))
       throw DamagedData(u"数据库已损坏"_s);
   } catch (const StoreError& fault) {
     if (isPassing(store->database().getErrorCode()))

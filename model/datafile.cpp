@@ -95,7 +95,8 @@ void DataFile::prepare() {
 void DataFile::putBack() {
   const QString whereItIs = u"本次的改动没有写回数据文件，还保存在 %1 中。"_s.arg(folders_.workingFile());
   try {
-    checkDatabase(folders_.workingFile(), StoreKind::main);
+    checkDatabase(folders_.workingFile(), StoreKind::main,
+                  CheckDepth::pages);  // values are looked at as they are written
   } catch (const DamagedData& damage) {
     throw StoreError(u"工作数据库 %1 已损坏（%2），没有写回，原来的数据文件没有改动。"_s.arg(folders_.workingFile(),
                                                                                              damage.message()));
@@ -165,10 +166,11 @@ void DataFile::writePackToBak() {
 }
 
 /// The journal of the former working database must be gone before another one takes its name: it would be rolled back into
-/// the new one.
+/// the new one. A pack whose twin in Bak holds the same bytes is what the last close has written.
 void DataFile::readPackedFile() {
+  const CheckDepth depth = twinStands_ ? CheckDepth::pages : CheckDepth::values;
   readPack(folders_.packedFile(), folders_.sideFile(), folders_.workingFile(), files_, [&](const QString& fresh) {
-    checkDatabase(fresh, StoreKind::main);
+    checkDatabase(fresh, StoreKind::main, depth);
     removeJournals();
   });
 }

@@ -1,6 +1,7 @@
 #include "model/fileaccess.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QDir>
@@ -149,10 +150,36 @@ QString nameBeside(const QString& path) {
   return path + u".new"_s;
 }
 
-void replaceFile(FileAccess& files, const QString& path, const FileFill& fill, const FileCheck& check) {
+QString placeOf(const QString& path) {
+  constexpr int mostLinks = 40;  // so many the system follows
+  QFileInfo place(path);
+  for (int links = 0; place.isSymLink(); ++links) {
+    if (links == mostLinks)
+      throw FileError(u"无法写入文件 %1：链接没有尽头。"_s.arg(path));
+    place.setFile(place.symLinkTarget());
+  }
+  if (place.isDir())
+    throw FileError(u"无法写入文件 %1：%2。"_s.arg(path, reasonOf(EISDIR)));
+  if (place.exists() && !place.isFile())
+    throw FileError(u"无法写入文件 %1：它不是普通文件。"_s.arg(path));
+  return place.filePath();
+}
+
+void takePermissions(const QString& place, const QString& fresh) noexcept {
+  struct stat old {};
+  const QByteArray name = QFile::encodeName(fresh);
+  if (::stat(QFile::encodeName(place).constData(), &old) != 0)
+    return;
+  const bool given = ::chown(name.constData(), old.st_uid, old.st_gid) == 0;
+  ::chmod(name.constData(), old.st_mode & (given ? 0777U : 0755U));  // nobody new may write
+}
+
+void replaceFile(FileAccess& files, const QString& given, const FileFill& fill, const FileCheck& check) {
+  const QString path = placeOf(given);
   const QString fresh = nameBeside(path);
   try {
     const std::unique_ptr<OutputFile> file = files.create(fresh);
+    takePermissions(path, fresh);
     fill(*file);
     file->flush();
     file->close();

@@ -51,7 +51,15 @@ using FileFill = std::function<void(OutputFile& file)>;
 /// The name under which the next version of a file is written, beside it.
 QString nameBeside(const QString& path);
 
-/// Writes a file beside its place, flushes and checks it, then puts it there for good. A fault leaves the old file and no new one.
+/// Where the content of a path stands, so that a new version can take its place: what a link leads to, there or not. Throws
+/// FileError where that is a folder, a device or anything else that is no plain file.
+QString placeOf(const QString& path);
+
+/// Gives a new version of a file the permissions of the one that it will replace, and its owner where the system lets us.
+void takePermissions(const QString& place, const QString& fresh) noexcept;
+
+/// Writes a file beside its place, flushes and checks it, then puts it there for good. A fault leaves the old file and no new
+/// one. Through a link its target is replaced.
 void replaceFile(FileAccess& files, const QString& path, const FileFill& fill, const FileCheck& check);
 
 /// replaceFile() with the content of another file, read back and compared.

@@ -31,7 +31,7 @@ void demandDifferent(const QString& first, const QString& second) {
 }
 
 void openPack(QFile& pack) {
-  if (QFileInfo(pack.fileName()).isDir() || !pack.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+  if (!QFileInfo(pack.fileName()).isFile() || !pack.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
     throw FileError(u"无法打开文件 %1。"_s.arg(pack.fileName()));
 }
 
@@ -85,7 +85,7 @@ void checkPack(const QString& path, const QString& file1, const QString& file2, 
 /// A file that goes again unless it was put in place.
 class Fresh final {
  public:
-  Fresh(FileAccess& files, const QString& place) : files_(files), place_(place), path_(nameBeside(place)) {}
+  Fresh(FileAccess& files, const QString& path) : files_(files), place_(placeOf(path)), path_(nameBeside(place_)) {}
   ~Fresh() {
     try {
       if (!placed_)
@@ -100,6 +100,7 @@ class Fresh final {
   [[nodiscard]] const QString& path() const noexcept { return path_; }
   void take(QFile& pack, qint64 size) {
     const std::unique_ptr<OutputFile> output = files_.create(path_);
+    takePermissions(place_, path_);
     copyPayload(pack, size, *output);
     output->close();
   }

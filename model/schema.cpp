@@ -159,11 +159,11 @@ std::vector<Table> templateTables() {
   return {valueTable(u"过滤条件"_s), useTable(u"过滤条件使用情况"_s), attributeTable(), matchTable()};
 }
 
-/// Type and check of a column as SQL.
-QString columnSql(const Column& column, bool isKey) {
+/// What a column's values must fulfil, as an SQL expression; empty where any will do.
+QString boundsOf(const Column& column) {
   const QString name = u"\"%1\""_s.arg(column.name);
   const auto range = [&](const QString& low, const QString& high) {
-    return u"%1 INTEGER%2 CHECK (%1 BETWEEN %3 AND %4)"_s.arg(name, isKey ? u" PRIMARY KEY"_s : QString(), low, high);
+    return u"%1 BETWEEN %2 AND %3"_s.arg(name, low, high);
   };
   switch (column.type) {
     case byte:
@@ -175,12 +175,21 @@ QString columnSql(const Column& column, bool isKey) {
     case boolean:
       return range(u"0"_s, u"1"_s);
     case dateTime:
-      return u"%1 REAL"_s.arg(name);
+      return {};
     case text:
-      return u"%1 TEXT%2 CHECK (length(%1) <= %3)"_s.arg(name, isKey ? u" PRIMARY KEY NOT NULL"_s : QString())
-          .arg(column.length);
+      return u"length(%1) <= %2"_s.arg(name).arg(column.length);
   }
   return {};
+}
+
+/// Type and check of a column as SQL.
+QString columnSql(const Column& column, bool isKey) {
+  QString sql = u"\"%1\" "_s.arg(column.name);
+  sql += column.type == text ? u"TEXT"_s : column.type == dateTime ? u"REAL"_s : u"INTEGER"_s;
+  if (isKey)
+    sql += column.type == text ? u" PRIMARY KEY NOT NULL"_s : u" PRIMARY KEY"_s;
+  const QString bounds = boundsOf(column);
+  return bounds.isEmpty() ? sql : sql + u" CHECK (%1)"_s.arg(bounds);
 }
 
 QStringList namesOf(const Table& table) {
@@ -224,6 +233,19 @@ QString createTableSql(const Table& table) {
   for (const Column& column : table.columns)
     columns << columnSql(column, column.name == table.key);
   return u"CREATE TABLE \"%1\" (%2) STRICT"_s.arg(table.name, columns.join(u", "_s));
+}
+
+bool holdsValuesOutOfBounds(Store& store, StoreKind kind) {
+  for (const Table& table : schemaTables(kind)) {
+    QStringList bounds;
+    for (const Column& column : table.columns)
+      if (const QString one = boundsOf(column); !one.isEmpty())
+        bounds << one;
+    const QString sql = u"SELECT 1 FROM \"%1\" WHERE NOT (%2) LIMIT 1"_s.arg(table.name, bounds.join(u" AND "_s));
+    if (store.value("检查数据表", sql.toStdString()))
+      return true;
+  }
+  return false;
 }
 
 void createSchema(Store& store, StoreKind kind) {

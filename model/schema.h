@@ -47,6 +47,10 @@ const Table& schemaTable(const QString& name);
 /// The statement that makes a table.
 QString createTableSql(const Table& table);
 
+/// Whether any value is one that its column does not take. The database itself looks only when it writes: opened for reading it
+/// passes over such checks, in PRAGMA integrity_check too.
+bool holdsValuesOutOfBounds(Store& store, StoreKind kind);
+
 /// Makes all tables of a fresh store and fills the default rows, in one transaction.
 void createSchema(Store& store, StoreKind kind);
 

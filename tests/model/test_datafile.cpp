@@ -88,6 +88,42 @@ class FileOfAnother final {
   Store store_;
 };
 
+TEST_F(DataFileLife, AValueThatItsColumnDoesNotTakeIsDamage) {
+  for (const char* sql :
+       {"INSERT INTO 日志表 (过滤标记) VALUES (40000)", "INSERT INTO 历史记录 (期号, 号码4) VALUES (11031501, -119)",
+        "INSERT INTO 用户表 (用户名) VALUES (replace(hex(zeroblob(26)), '0', 'a'))"}) {
+    const QString path = folder.filePath(u"database"_s);
+    QFile::remove(path);
+    ASSERT_TRUE(unpackFiles(folders.packedFile(), folder.filePath(u"icon"_s), path));
+    EXPECT_NO_THROW(checkDatabase(path, StoreKind::main));
+    {
+      Store store(path, StoreAccess::readWrite);
+      store.executeScript("test", "PRAGMA ignore_check_constraints = ON");
+      ASSERT_EQ(store.execute("test", sql), 1) << sql;
+    }
+    EXPECT_THROW(checkDatabase(path, StoreKind::main), DamagedData) << sql;
+    EXPECT_NO_THROW(checkDatabase(path, StoreKind::main, CheckDepth::pages)) << sql;
+  }
+}
+
+TEST_F(DataFileLife, ABitThatTurnedOverInATextShowsInTheTwinWhichIsKept) {
+  {
+    Workspace workspace(folders, {&unflushed, {}});
+    workspace.gConn.execute("test", "INSERT INTO 用户表 (用户名, 密码) VALUES ('user', 'marked word')");
+    workspace.close();
+  }
+  QByteArray pack = read(folders.packedFile());
+  const qsizetype place = pack.indexOf("marked word");
+  ASSERT_GT(place, 0);
+  pack[place] = 'l';
+  write(folders.packedFile(), pack);
+  Workspace workspace(folders, {&unflushed, {}});
+  EXPECT_EQ(workspace.notices(),
+            QStringList{u"Bak 中的数据与数据文件不同，上次退出时可能没有写回，已保存为 %1。"_s.arg(pathOfCopy(0))});
+  Store kept(pathOfCopy(0), StoreAccess::readOnly);
+  EXPECT_EQ(kept.value("test", "SELECT count(*) FROM 用户表 WHERE 密码 = 'marked word'"), 1);
+}
+
 TEST_F(DataFileLife, AFileThatAnotherProgramHasIsNotTakenForDamaged) {
   const QString path = folder.filePath(u"user"_s);
   ASSERT_TRUE(QFile::copy(folders.templateFile(), path));

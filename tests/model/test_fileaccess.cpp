@@ -1,9 +1,11 @@
 #include "model/fileaccess.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include "model/errors.h"
@@ -83,6 +85,71 @@ TEST(FileAccess, AFullDiskIsNamedAsTheReason) {
     FAIL() << "written";
   } catch (const FileError& fault) {
     EXPECT_EQ(fault.message(), u"无法写入文件 /dev/full：磁盘空间已满。"_s);
+  }
+}
+
+/// Replaces what stands at a path by "new"; the sentence of the fault, or none.
+QString replaceFault(const QString& path) {
+  try {
+    replaceFile(
+        realFiles(), path, [](OutputFile& file) { file.write("new", 3); }, noCheck);
+  } catch (const FileError& fault) {
+    return fault.message();
+  }
+  return {};
+}
+
+TEST(FileAccess, ThroughALinkItsTargetIsReplaced) {
+  const QTemporaryDir folder;
+  const QString target = folder.filePath(u"elsewhere/target"_s);
+  const QString second = folder.filePath(u"second"_s);
+  const QString first = folder.filePath(u"first"_s);
+  QDir(folder.path()).mkdir(u"elsewhere"_s);
+  ASSERT_TRUE(QFile::link(u"elsewhere/target"_s, second));  // as seen from the link
+  ASSERT_TRUE(QFile::link(second, first));
+  EXPECT_EQ(replaceFault(first), QString());  // leads nowhere yet
+  EXPECT_EQ(read(target), "new");
+  write(target, "old");
+  EXPECT_EQ(replaceFault(first), QString());
+  EXPECT_EQ(read(target), "new");
+  EXPECT_TRUE(QFileInfo(first).isSymLink() && QFileInfo(second).isSymLink());
+  EXPECT_EQ(QDir(folder.filePath(u"elsewhere"_s)).entryList(QDir::Files), QStringList{u"target"_s});
+}
+
+TEST(FileAccess, ALinkToItselfOrIntoAMissingFolderIsAFault) {
+  const QTemporaryDir folder;
+  const QString ring = folder.filePath(u"ring"_s);
+  const QString away = folder.filePath(u"away"_s);
+  ASSERT_TRUE(QFile::link(ring, ring) && QFile::link(folder.filePath(u"none/file"_s), away));
+  EXPECT_EQ(replaceFault(ring), u"无法写入文件 %1：链接没有尽头。"_s.arg(ring));
+  EXPECT_EQ(replaceFault(away), u"无法写入文件 %1：文件夹不存在。"_s.arg(folder.filePath(u"none/file.new"_s)));
+}
+
+TEST(FileAccess, OnlyAPlainFileIsReplaced) {
+  const QTemporaryDir folder;
+  const QString pipe = folder.filePath(u"pipe"_s);
+  const QString link = folder.filePath(u"link"_s);
+  ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+  ASSERT_TRUE(QFile::link(pipe, link));
+  EXPECT_EQ(replaceFault(pipe), u"无法写入文件 %1：它不是普通文件。"_s.arg(pipe));
+  EXPECT_EQ(replaceFault(link), u"无法写入文件 %1：它不是普通文件。"_s.arg(link));
+  EXPECT_EQ(replaceFault(folder.path()), u"无法写入文件 %1：同名的文件夹已存在。"_s.arg(folder.path()));
+  struct stat there {};
+  ASSERT_EQ(stat(QFile::encodeName(pipe).constData(), &there), 0);
+  EXPECT_TRUE(S_ISFIFO(there.st_mode));
+  EXPECT_FALSE(QFile::exists(nameBeside(pipe)) || QFile::exists(nameBeside(link)));
+}
+
+TEST(FileAccess, AReplacedFileKeepsItsPermissions) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(u"data"_s);
+  write(path, "old");
+  for (const mode_t mode : {0600U, 0640U, 0444U}) {
+    ASSERT_EQ(chmod(QFile::encodeName(path).constData(), mode), 0);
+    EXPECT_EQ(replaceFault(path), QString());
+    struct stat there {};
+    ASSERT_EQ(stat(QFile::encodeName(path).constData(), &there), 0);
+    EXPECT_EQ(there.st_mode & 0777U, mode);
   }
 }
 

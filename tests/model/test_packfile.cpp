@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
+#include <sys/stat.h>
 
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include "model/errors.h"
@@ -106,6 +108,43 @@ TEST_F(PackFile, AFolderInThePlaceOfThePackLeavesTheFiles) {
   write(file1, "old");
   EXPECT_FALSE(unpackFiles(pack, file2, file1));
   EXPECT_EQ(read(file1), "old");
+}
+
+TEST_F(PackFile, AFolderInThePlaceOfOneFileLeavesTheOther) {
+  write(pack, bytes("0300000002000000").append("ABCde"));
+  const QString taken = folder.filePath(u"taken"_s);
+  QDir(folder.path()).mkdir(u"taken"_s);
+  write(file1, "old one");
+  write(file2, "old two");
+  EXPECT_FALSE(unpackFiles(pack, file2, taken));
+  EXPECT_FALSE(unpackFiles(pack, taken, file1));
+  EXPECT_EQ(read(file1), "old one");
+  EXPECT_EQ(read(file2), "old two");
+  EXPECT_EQ(names(), (QStringList{u"one"_s, u"pack"_s, u"two"_s}));
+}
+
+TEST_F(PackFile, APipeIsNeitherReadNorReplaced) {
+  write(file1, "ABC");
+  write(file2, "de");
+  const QString pipe = folder.filePath(u"pipe"_s);
+  ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+  EXPECT_FALSE(packFiles(file1, file2, pipe));
+  EXPECT_FALSE(packFiles(pipe, file2, pack));
+  EXPECT_FALSE(unpackFiles(pipe, file2, file1));
+  EXPECT_EQ(read(file1), "ABC");
+  EXPECT_FALSE(QFileInfo(pipe).isFile());
+}
+
+TEST_F(PackFile, UnpackingGoesThroughALinkAndKeepsItsFilesPermissions) {
+  write(pack, bytes("0300000002000000").append("ABCde"));
+  const QString real = folder.filePath(u"real"_s);
+  write(real, "old");
+  ASSERT_EQ(chmod(QFile::encodeName(real).constData(), 0600), 0);
+  ASSERT_TRUE(QFile::link(real, file1));
+  ASSERT_TRUE(unpackFiles(pack, file2, file1));
+  EXPECT_EQ(read(real), "ABC");
+  EXPECT_TRUE(QFileInfo(file1).isSymLink());
+  EXPECT_EQ(QFileInfo(real).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 }
 
 TEST_F(PackFile, LengthsBeyondTheFileAreRefusedAndNothingChanges) {
