@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "model/defaultrows.h"
 #include "model/errors.h"
 #include "model/schema.h"
 #include "model/store.h"
@@ -15,6 +16,9 @@ namespace elevenfive {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+/// 历史数据过滤 has one row.
+constexpr std::size_t historyFilterRows = 1;
 
 /// How a table is copied: the columns that carry values, and the order of its rows on both sides.
 struct TableCopy {
@@ -151,6 +155,28 @@ void copyTable(Store& source, Store& target, const TableCopy& copy) {
 }
 
 }  // namespace
+
+void demandAllRows(Store& store) {
+  const std::size_t counts[] = {conditionIds().size(), conditionCodes().size(), std::size_t{numberCount},
+                                historyFilterRows};
+  for (std::size_t place = 0; const TableCopy& copy : setTables()) {
+    const int rows = store.value("核对过滤条件", "SELECT COUNT(*) FROM " + quoted(copy.source)).value_or(0);
+    if (static_cast<std::size_t>(rows) != counts[place++])
+      throw DamagedData(u"数据表 %1 的行数不符"_s.arg(copy.source));
+  }
+}
+
+void demandOwnRows(Store& gConn) {
+  try {
+    demandAllRows(gConn);
+  } catch (const DamagedData& damage) {
+    raiseOwnDamage(damage);
+  }
+}
+
+void raiseOwnDamage(const DamagedData& damage) {
+  throw StoreError(u"数据库中的过滤条件有错误（%1），请恢复备份。"_s.arg(damage.message()));
+}
 
 void copyConditionSet(Store& source, Store& target) {
   StoreTransaction transaction(target, OnFault::keep);

@@ -4,8 +4,8 @@
 
 #include "conditions/conditioncopy.h"
 #include "conditions/conditionpanel.h"
+#include "conditions/conditiontemplate.h"
 #include "conditions/customgroups.h"
-#include "conditions/filledtemplate.h"
 #include "model/errors.h"
 #include "model/store.h"
 #include "model/texts.h"
@@ -39,24 +39,21 @@ QString defaultFileName(const QDate& today) {
 }  // namespace
 
 bool ConditionFiles::exportConditions(const QDate& today) {
-  if (!isFile(templatePath_)) {
+  const DataFolders folders{QFileInfo(templatePath_).absolutePath(), QFileInfo(gConn_.path()).absolutePath()};
+  try {
+    fillTemplate(gConn_, folders);
+  } catch (const DamagedData&) {
     boxes_.plain(u"数据模板文件丢失无法导出，请重新安装！"_s);
     return false;
   }
-  const DataFolders folders{QFileInfo(templatePath_).absolutePath(), QFileInfo(gConn_.path()).absolutePath()};
-  try {
-    FilledTemplate filled(gConn_, folders);
-    const QString path = files_.OpenSaveDialog(u"save"_s, u"保存文件"_s, conditionFileExtension.toString(),
-                                               conditionFileLabel.toString(), defaultFileName(today));
-    if (path.isEmpty())
-      return false;
-    demandForeign(path, folders);
-    if (isFile(path) && !boxes_.ask(u"要覆盖这个文件吗？"_s))
-      return false;
-    filled.copyTo(path);
-  } catch (const DamagedData& damage) {
-    throw StoreError(u"数据模板文件已损坏（%1），请重新安装。"_s.arg(damage.message()));
-  }
+  const QString path = files_.OpenSaveDialog(u"save"_s, u"保存文件"_s, conditionFileExtension.toString(),
+                                             conditionFileLabel.toString(), defaultFileName(today));
+  if (path.isEmpty())
+    return false;
+  demandForeign(path, folders);
+  if (isFile(path) && !boxes_.ask(u"要覆盖这个文件吗？"_s))
+    return false;
+  replaceByCopy(realFiles(), folders.templateFile(), path);
   boxes_.plain(u"导出完成！"_s);
   return true;
 }

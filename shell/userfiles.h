@@ -1,7 +1,7 @@
 // Users' files: the four tables of one person's conditions, as a file of the program folder.
 //
-// A file is made beside its place from a copy of the template, checked, flushed and renamed; the template itself is never
-// written. A name that would lead out of the folder, or that some system cannot have as a file name, has no file.
+// A save fills the template first; the file is a copy of it, made beside its place, compared, flushed and renamed. A name that
+// would lead out of the folder, or that some system cannot have as a file name, has no file.
 #pragma once
 
 #include <QString>
@@ -29,12 +29,13 @@ class UserFiles final {
   [[nodiscard]] QString path(const QString& name) const;
 
   /// Copies a user's file into the main database. False where it is missing or not sound; the main database is then as it
-  /// was, and a file that is not sound stays under another name. Throws StoreError where the file cannot be read or the
-  /// database cannot be written; both are then as they were.
+  /// was, and a file that is not sound stays under another name. Throws StoreError where the file cannot be read, the
+  /// database cannot be written or its own conditions are at fault; both are then as they were.
   bool load(const QString& name);
 
-  /// Writes the main database's conditions into a user's file. False where the template is missing or not sound. Throws
-  /// FileError or StoreError where the file cannot be written; the old one then still stands.
+  /// Writes the main database's conditions into the template and from there into a user's file. False where the template is
+  /// missing or not sound. Throws FileError or StoreError where one of them cannot be written or the main database's own
+  /// conditions are at fault; the old file then still stands.
   bool save(const QString& name);
 
   /// Gives a file that stands in the way of a new user's another name, which is the result; empty where there is none.

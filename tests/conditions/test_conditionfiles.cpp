@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <functional>
 #include <memory>
 
 #include "conditions/conditionpanel.h"
@@ -24,9 +25,12 @@ class FixedFile final : public FileQuestion {
  public:
   QString path;
   QStringList asked;
+  std::function<void()> onAsked;
   QString OpenSaveDialog(const QString& action, const QString& title, const QString& extension, const QString& label,
                          const QString& defaultName) override {
     asked << QStringList{action, title, extension, label, defaultName}.join(u'|');
+    if (onAsked)
+      onAsked();
     return path;
   }
 };
@@ -73,6 +77,11 @@ class Files : public ::testing::Test {
       lines << cells.join(u' ');
     }
     return lines;
+  }
+
+  static QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
   }
 
   /// Gives every value of the set another one.
@@ -141,13 +150,9 @@ TEST_F(Files, ImportLeavesGroupNames) {
 
 TEST_F(Files, ImportOnlyReadsTheFile) {
   exportSet();
-  QFile file(question.path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray before = file.readAll();
-  file.close();
+  const QByteArray before = bytesOf(question.path);
   files.importConditions();
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll(), before);
+  EXPECT_EQ(bytesOf(question.path), before);
   EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"set.Vorex"_s});
 }
 
@@ -158,7 +163,7 @@ TEST_F(Files, LostTemplateIsTold) {
   EXPECT_TRUE(question.asked.isEmpty());
 }
 
-TEST_F(Files, CancelledExportLeavesNoFileAndNoScratch) {
+TEST_F(Files, CancelledExportLeavesNoFileAndTheTemplateHoldsTheExportedStateAllTheSame) {
   changeEverything();
   question.path.clear();
   const QStringList scratchBefore = QDir(workspace.folders.temporary).entryList(QDir::Files);
@@ -166,30 +171,31 @@ TEST_F(Files, CancelledExportLeavesNoFileAndNoScratch) {
   EXPECT_TRUE(ports.boxes.empty());
   EXPECT_TRUE(QDir(folder.path()).isEmpty());
   EXPECT_EQ(QDir(workspace.folders.temporary).entryList(QDir::Files), scratchBefore);
+  for (const char* sql : setTables)
+    EXPECT_EQ(rowsOf(templatePath, sql), workspace.rows(sql)) << sql;
 }
 
-TEST_F(Files, ExportOnlyReadsTheTemplate) {
-  QFile file(templatePath);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray before = file.readAll();
-  file.close();
+TEST_F(Files, TheExportedFileIsTheTemplateByteForByte) {
   changeEverything();
-  EXPECT_TRUE(files.exportConditions(today));
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll(), before);
+  exportSet();
+  EXPECT_EQ(bytesOf(question.path), bytesOf(templatePath));
 }
 
-TEST_F(Files, DamagedTemplateIsTold) {
+TEST_F(Files, TheTemplateIsFilledBeforeTheFileIsAskedFor) {
+  changeEverything();
+  question.onAsked = [&] { EXPECT_EQ(rowsOf(templatePath, setTables[3]), QStringList{u"0 1 2 3"_s}); };
+  EXPECT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(question.asked.size(), 1);
+}
+
+TEST_F(Files, DamagedTemplateCountsAsLost) {
   QFile file(templatePath);
   ASSERT_TRUE(file.resize(file.size() / 2));
-  try {
-    files.exportConditions(today);
-    FAIL() << "exported";
-  } catch (const StoreError& fault) {
-    EXPECT_TRUE(fault.message().startsWith(u"数据模板文件已损坏（"_s) &&
-                fault.message().endsWith(u"），请重新安装。"_s));
-  }
+  const QByteArray before = bytesOf(templatePath);
+  EXPECT_FALSE(files.exportConditions(today));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"数据模板文件丢失无法导出，请重新安装！"_s});
   EXPECT_TRUE(question.asked.isEmpty());
+  EXPECT_EQ(bytesOf(templatePath), before);
 }
 
 TEST_F(Files, TheProgramsOwnFilesAreNeverOverwritten) {
@@ -209,8 +215,7 @@ TEST_F(Files, NoToTheOverwriteQuestionLeavesTheOldFile) {
   EXPECT_FALSE(files.exportConditions(today));
   EXPECT_EQ(ports.boxTexts(), QStringList{u"要覆盖这个文件吗？"_s});
   EXPECT_EQ(ports.boxes[0].kind, BoxKind::question);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll(), "old");
+  EXPECT_EQ(bytesOf(question.path), "old");
 }
 
 TEST_F(Files, YesToTheOverwriteQuestionReplacesIt) {
@@ -367,9 +372,7 @@ TEST_F(Files, FileCutAtAnyPlaceIsRefusedOrReadWhole) {
   exportSet();
   const QStringList saved = set();
   QFile file(question.path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray whole = file.readAll();
-  file.close();
+  const QByteArray whole = bytesOf(question.path);
   for (qsizetype size = 0; size < whole.size(); size += whole.size() / 40) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(whole.first(size));
