@@ -1,5 +1,6 @@
 // frmFirstrun, frmODBCLogon and 切换用户 as the window shows them.
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
@@ -227,7 +228,7 @@ TEST_F(UserFormsTest, AFormThatIsShutLeavesUserAndTabAsTheyAre) {
   EXPECT_TRUE(screens.window()->close());
 }
 
-TEST_F(UserFormsTest, LeavingTheSystemWhileSwitchingAsksNothingAndSavesNothingMore) {
+TEST_F(UserFormsTest, LeavingTheSystemWhileSwitchingAsksNothingAndPacksNothing) {
   startAs(u"甲"_s);
   ASSERT_TRUE(screens.window()->close());
   ASSERT_EQ(stored("SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 5);
@@ -239,8 +240,9 @@ TEST_F(UserFormsTest, LeavingTheSystemWhileSwitchingAsksNothingAndSavesNothingMo
   switchUser();
   EXPECT_FALSE(screens.window()->isVisible());
   EXPECT_TRUE(ports.boxes.empty());
-  EXPECT_FALSE(QFile::exists(folders.workingFile()));
+  EXPECT_TRUE(QFile::exists(folders.workingFile()));  // for the next start to keep
   EXPECT_EQ(stored("SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 5);
+  EXPECT_EQ(QDir(folders.bakFolder()).entryList({u"*.bak"_s}).size(), 1);
   Store saved(fileOf(u"甲"_s), StoreAccess::readOnly);  // saved as the switching began
   EXPECT_EQ(saved.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
 }
