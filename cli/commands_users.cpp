@@ -41,7 +41,8 @@ Action prepareLogon(const Arguments& arguments) {
   };
 }
 
-constexpr QStringView usersText = u"accounts; logon loads the user's conditions and the session's end saves them";
+constexpr QStringView usersText =
+    u"accounts; logon loads the user's conditions, whatever the mode, and the session's end saves them";
 
 constexpr Command commands[] = {
     {u"user list", usersText, u"", prepareUserList},

@@ -1,5 +1,6 @@
 #include "shell/userfiles.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QStringList>
 #include <algorithm>
@@ -38,7 +39,7 @@ bool isReserved(QChar ch) {
 }  // namespace
 
 bool isUserFileName(const QString& name) {
-  if (name.isEmpty() || name.toUcs4().size() > longestUserText || !name.isValidUtf16())
+  if (name.isEmpty() || name.size() > longestUserText || !name.isValidUtf16())
     return false;
   const auto bordering = [](QChar ch) { return ch == u'.' || ch.isSpace(); };
   return !bordering(name.front()) && !bordering(name.back()) && std::none_of(name.begin(), name.end(), isReserved) &&
@@ -89,6 +90,12 @@ bool UserFiles::save(const QString& name) {
   }
   replaceByCopy(files_, folders_.templateFile(), place);
   return true;
+}
+
+void UserFiles::removeUnfinished() {
+  const QDir folder(folders_.program);
+  for (const QString& entry : folder.entryList({nameBeside(u"*.uVorex"_s)}, QDir::Files | QDir::Hidden))
+    files_.remove(folder.filePath(entry));
 }
 
 void UserFiles::remove(const QString& name) {

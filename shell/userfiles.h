@@ -13,7 +13,7 @@ namespace elevenfive {
 
 class Store;
 
-/// Names of at most so many characters, passwords likewise.
+/// Names of at most so many characters, passwords likewise, each counted as in the table: a UTF-16 unit.
 inline constexpr int longestUserText = 50;
 
 /// Whether a name can be that of a file on every system: no separators, no reserved characters or names, no leading or
@@ -40,6 +40,9 @@ class UserFiles final {
 
   /// Gives a file that stands in the way of a new user's another name, which is the result; empty where there is none.
   QString setAside(const QString& name);
+
+  /// Removes what a run that was ended while it wrote a user's file has left of it beside its place. Throws FileError.
+  void removeUnfinished();
 
   /// Removes a user's file; none is no fault.
   void remove(const QString& name);

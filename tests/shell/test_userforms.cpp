@@ -99,6 +99,56 @@ TEST_F(UserFormsTest, TheFirstRunFormBearsItsTextsAndBeginsWithOneUser) {
   EXPECT_EQ(stored("SELECT 模式 FROM 用户模式"), 1);
 }
 
+TEST_F(UserFormsTest, AFreshInstallationWithSeveralUsersFromTheFirstStartToTheSecond) {
+  QStringList captions;  // of the forms, each with the boxes that were shown before it
+  const auto met = [&](QWidget& form) { captions << form.windowTitle() << ports.boxTexts(); };
+  inForms({[&](QWidget& form) {
+             met(form);
+             control<QRadioButton>(form, u"Option_userMode_2"_s).click();
+             click(control<QPushButton>(form, u"cmdOK"_s));
+           },
+           [&](QWidget& form) {
+             met(form);
+             EXPECT_TRUE(screens.window()->isVisible());
+             logOnAs(form, u"张三"_s, u"pw"_s);
+           },
+           [&](QWidget& form) {
+             met(form);
+             EXPECT_TRUE(screens.window()->windowTitle().endsWith(u"  —— 张三"_s));
+             control<QRadioButton>(form, u"OptionSSC_4"_s).click();
+             QTest::keyClick(&form, Qt::Key_Escape);
+           }});
+  start(quick);
+  const QString question = u"用户不存在，要以当前的用户名及密码来建立新用户吗？"_s;
+  const QString noDraws = u"历史开奖数据库中无记录，请选择相应的开奖数据添加！"_s;
+  EXPECT_EQ(captions, QStringList({u"设置用户模式"_s, u"用户登录"_s, u"选择彩种"_s, question, noDraws}));
+  EXPECT_TRUE(control<QMenu>(u"mnu_User"_s).menuAction()->isVisible());
+  setValue(3);
+  ASSERT_TRUE(screens.window()->close());
+
+  ports.boxes.clear();
+  captions.clear();
+  inForms({[&](QWidget& form) {
+             met(form);
+             logOnAs(form, u"临时用户"_s, u"anything"_s);
+           },
+           [&](QWidget& form) {
+             met(form);
+             QTest::keyClick(&form, Qt::Key_Escape);
+           }});
+  start(quick);
+  const QString noFile = u"用户文件丢失或损坏,无法打开！"_s;  // 临时用户 has none, ever
+  EXPECT_EQ(captions, QStringList({u"用户登录"_s, u"选择彩种"_s, noFile, noDraws}));
+  EXPECT_EQ(startup->workspace().gUserName, u"临时用户"_s);
+  EXPECT_EQ(startup->workspace().gConn.value("test", "SELECT 序号 FROM 彩票类型 WHERE 使用 = 1"), 4);
+  startup->workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 7 WHERE ID = 3900");
+  inForms({[&](QWidget& form) { logOnAs(form, u"张三"_s, u"pw"_s); }});
+  switchUser();
+  EXPECT_EQ(value(), 3);
+  EXPECT_FALSE(QFile::exists(fileOf(u"临时用户"_s)));
+  EXPECT_TRUE(screens.window()->close());
+}
+
 TEST_F(UserFormsTest, LeavingTheFirstRunFormEndsTheProgramWithNothingSaved) {
   inForms({[&](QWidget& form) {
     control<QRadioButton>(form, u"Option_userMode_2"_s).click();
