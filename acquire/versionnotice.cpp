@@ -19,6 +19,10 @@ QString encoded(const QString& text) {
 
 }  // namespace
 
+QString programVersion() {
+  return version.toString();
+}
+
 QUrl noticeAddress(const QString& server) {
   if (isUnsetAddress(server))
     return {};

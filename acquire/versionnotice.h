@@ -6,6 +6,9 @@
 
 namespace elevenfive {
 
+/// The version of this program, as "1.2.3".
+QString programVersion();
+
 /// The question: the server's address with the version, scrambled, and the program's name. Empty where no server is set.
 QUrl noticeAddress(const QString& server);
 

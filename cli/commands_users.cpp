@@ -5,7 +5,7 @@
 #include "cli/readonlyquery.h"
 #include "cli/session.h"
 #include "cli/values.h"
-#include "shell/startup.h"
+#include "shell/usermode.h"
 
 namespace elevenfive {
 
@@ -23,7 +23,7 @@ Action prepareUserMode(const Arguments& arguments) {
   const int mode =
       numberOf(arguments, u"N"_s, static_cast<int>(UserMode::notAsked), static_cast<int>(UserMode::several));
   return [mode](Session& session) {
-    session.store().execute("保存用户模式", "UPDATE 用户模式 SET 模式 = ?", mode);
+    storeUserMode(session.store(), mode);
     session.program().workspace.gUserMode = mode;
   };
 }
@@ -41,7 +41,8 @@ Action prepareLogon(const Arguments& arguments) {
   };
 }
 
-constexpr QStringView usersText = u"accounts; logon loads the user's conditions and the session's end saves them";
+constexpr QStringView usersText =
+    u"accounts; logon loads the user's conditions, whatever the mode, and the session's end saves them";
 
 constexpr Command commands[] = {
     {u"user list", usersText, u"", prepareUserList},

@@ -111,12 +111,17 @@ void runWords(Session& session, const QStringList& words) {
   session.run(prepareCommand(words));
 }
 
+/// Bytes that are no text were decoded to replacement characters: two different words would become one.
+void demandText(const QString& text) {
+  if (text.contains(QChar(u'\0')) || text.contains(QChar(QChar::ReplacementCharacter)))
+    throw WrongWords{u"命令行含有不能使用的字符。"_s, {}};
+}
+
 void runLine(Session& session, const QString& line) {
   const std::optional<QStringList> words = splitWords(line);
   if (!words)
     throw WrongWords{u"引号没有成对。"_s, {}};
-  if (line.contains(QChar(u'\0')))
-    throw WrongWords{u"命令行含有不能使用的字符。"_s, {}};
+  demandText(line);
   runWords(session, *words);
 }
 
@@ -168,6 +173,7 @@ int runSession(const GlobalOptions& options, const QStringList& words, const Str
 int runProgram(const QStringList& words, const Streams& streams) {
   QStringList rest = words;
   try {
+    demandText(words.join(u' '));
     const GlobalOptions options = takeGlobalOptions(rest);
     if (options.help || (rest.value(0) == u"batch"_s && rest.value(1) == u"--help"_s)) {
       options.help ? printWholeHelp(streams.out) : printBatchHelp(streams.out);

@@ -23,6 +23,9 @@ QString told(const QString& word) {
 
 int checkedNumber(const QString& name, const QString& word, int first, int last) {
   const std::optional<int> number = wholeNumber(word);
+  const QString digits = word.startsWith(u'-') ? word.mid(1) : word;
+  if (!number && !digits.isEmpty() && std::all_of(digits.begin(), digits.end(), isDigit))
+    throw UsageError(u"参数 %1 超出范围：“%2”。"_s.arg(name, told(word)));
   if (!number)
     throw UsageError(u"参数 %1 应为整数，而不是“%2”。"_s.arg(name, told(word)));
   if (*number < first || *number > last)

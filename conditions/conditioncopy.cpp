@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "model/defaultrows.h"
 #include "model/errors.h"
 #include "model/schema.h"
 #include "model/store.h"
@@ -16,16 +17,25 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// How a table is copied: the columns that carry values, and the order of its rows on both sides.
+/// 历史数据过滤 has one row.
+constexpr std::size_t historyFilterRows = 1;
+
+/// Names in a file are not case-sensitive, as in statements.
+constexpr Qt::CaseSensitivity ofNames = Qt::CaseInsensitive;
+
+/// How a table is copied: the columns that carry values, and the order of its rows on both sides. Columns go by name, or by
+/// their place behind the first so many, whatever the source calls them.
 struct TableCopy {
   QString source;
   QString target;
   QStringList columns;
   QString order;
+  int passedOver = -1;  ///< -1: by name
 };
 
 std::string quoted(const QString& name) {
-  return ('"' + name.toUtf8() + '"').toStdString();
+  QByteArray bytes = name.toUtf8();
+  return ('"' + bytes.replace('"', "\"\"") + '"').toStdString();
 }
 
 std::string quotedList(const QStringList& names, const char* separator, const char* behind = "") {
@@ -68,25 +78,29 @@ std::vector<Range> rangesOf(const QString& table, const QStringList& names) {
   return ranges;
 }
 
-/// All columns of 号码特性 behind its two keys.
+/// 号码特性 begins with two keys, which stay.
+constexpr int attributeKeys = 2;
+
+/// The columns behind them.
 QStringList attributeNames() {
   QStringList names;
   for (const Column& column : schemaTable(u"号码特性"_s).columns)
     names << column.name;
-  return names.sliced(2);
+  return names.sliced(attributeKeys);
 }
 
 std::vector<TableCopy> setTables() {
   return {
       {u"过滤条件"_s, u"过滤条件"_s, {u"VALUE"_s}, u"ID"_s},
       {u"过滤条件使用情况"_s, u"过滤条件使用情况"_s, {u"使用情况"_s}, u"条件"_s},
-      {u"号码特性"_s, u"号码特性"_s, attributeNames(), u"号码"_s},
+      {u"号码特性"_s, u"号码特性"_s, attributeNames(), u"号码"_s, attributeKeys},
       {u"历史数据过滤"_s, u"历史数据过滤"_s, {u"使用状态"_s, u"最小值"_s, u"最大值"_s, u"匹配值"_s}, u"rowid"_s},
   };
 }
 
-/// Refuses what only looks like the table: a view, a virtual table (which has no page of its own), computed columns.
-void checkRealTable(Store& source, const TableCopy& copy) {
+/// The source's columns that carry the values, in the order of the target's. Refuses what only looks like the table: a view,
+/// a virtual table (which has no page of its own), computed columns.
+QStringList sourceColumns(Store& source, const TableCopy& copy) {
   const auto real = source.value(
       "检查数据表", "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ? AND rootpage > 0", copy.source);
   if (!real)
@@ -99,11 +113,17 @@ void checkRealTable(Store& source, const TableCopy& copy) {
       refuse(copy.source);
     names << columns.text(0);
   }
-  for (const QString& column : copy.columns)
-    if (!names.contains(column))
-      refuse(copy.source);
-  if (copy.order != u"rowid"_s && !names.contains(copy.order))
+  if (copy.order != u"rowid"_s && !names.contains(copy.order, ofNames))
     refuse(copy.source);
+  if (copy.passedOver >= 0) {
+    if (names.size() != copy.passedOver + copy.columns.size())
+      refuse(copy.source);
+    return names.sliced(copy.passedOver);
+  }
+  for (const QString& column : copy.columns)
+    if (!names.contains(column, ofNames))
+      refuse(copy.source);
+  return copy.columns;
 }
 
 /// The rows of the target in order, told by their rowid.
@@ -116,15 +136,15 @@ std::vector<qint64> targetRows(Store& target, const TableCopy& copy) {
   return rows;
 }
 
-void copyTable(Store& source, Store& target, const TableCopy& copy) {
-  checkRealTable(source, copy);
+/// How many rows it was.
+std::size_t copyTable(Store& source, Store& target, const TableCopy& copy) {
+  const QStringList columns = sourceColumns(source, copy);
   const std::vector<qint64> rows = targetRows(target, copy);
   // The first row over the target's count is enough to know that the file does not fit.
-  Statement read =
-      source.query("读取过滤条件文件",
-                   "SELECT " + quotedList(copy.columns, ", ") + " FROM " + quoted(copy.source) + " ORDER BY " +
-                       (copy.order == u"rowid"_s ? "rowid" : quoted(copy.order)) + " LIMIT ?",
-                   static_cast<int>(rows.size()) + 1);
+  Statement read = source.query("读取过滤条件文件",
+                                "SELECT " + quotedList(columns, ", ") + " FROM " + quoted(copy.source) + " ORDER BY " +
+                                    (copy.order == u"rowid"_s ? "rowid" : quoted(copy.order)) + " LIMIT ?",
+                                static_cast<int>(rows.size()) + 1);
   Statement write = target.query("写入过滤条件", "UPDATE " + quoted(copy.target) + " SET " +
                                                      quotedList(copy.columns, ", ", " = ?") + " WHERE rowid = ?");
   const std::vector<Range> ranges = rangesOf(copy.target, copy.columns);
@@ -146,11 +166,38 @@ void copyTable(Store& source, Store& target, const TableCopy& copy) {
     write.bindValue(++index, rows[row++]);
     write.run();
   }
-  if (row == 0)
+  return row;
+}
+
+/// A factory table that has lost its rows restores nothing.
+void copyFactoryTable(Store& store, const TableCopy& copy) {
+  if (copyTable(store, store, copy) == 0)
     refuse(copy.source);
 }
 
 }  // namespace
+
+void demandAllRows(Store& store) {
+  const std::size_t counts[] = {conditionIds().size(), conditionCodes().size(), std::size_t{numberCount},
+                                historyFilterRows};
+  for (std::size_t place = 0; const TableCopy& copy : setTables()) {
+    const int rows = store.value("核对过滤条件", "SELECT COUNT(*) FROM " + quoted(copy.source)).value_or(0);
+    if (static_cast<std::size_t>(rows) != counts[place++])
+      throw DamagedData(u"数据表 %1 的行数不符"_s.arg(copy.source));
+  }
+}
+
+void demandOwnRows(Store& gConn) {
+  try {
+    demandAllRows(gConn);
+  } catch (const DamagedData& damage) {
+    raiseOwnDamage(damage);
+  }
+}
+
+void raiseOwnDamage(const DamagedData& damage) {
+  throw StoreError(u"数据库中的过滤条件有错误（%1），请恢复备份。"_s.arg(damage.message()));
+}
 
 void copyConditionSet(Store& source, Store& target) {
   StoreTransaction transaction(target, OnFault::keep);
@@ -161,8 +208,8 @@ void copyConditionSet(Store& source, Store& target) {
 
 void copyFactoryConditions(Store& store) {
   StoreTransaction transaction(store);
-  copyTable(store, store, {u"默认过滤条件"_s, u"过滤条件"_s, {u"VALUE"_s}, u"ID"_s});
-  copyTable(store, store, {u"默认过滤条件使用情况"_s, u"过滤条件使用情况"_s, {u"使用情况"_s}, u"条件"_s});
+  copyFactoryTable(store, {u"默认过滤条件"_s, u"过滤条件"_s, {u"VALUE"_s}, u"ID"_s});
+  copyFactoryTable(store, {u"默认过滤条件使用情况"_s, u"过滤条件使用情况"_s, {u"使用情况"_s}, u"条件"_s});
   transaction.commit();
 }
 

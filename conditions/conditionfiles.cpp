@@ -1,11 +1,12 @@
 #include "conditions/conditionfiles.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include "conditions/conditioncopy.h"
 #include "conditions/conditionpanel.h"
+#include "conditions/conditiontemplate.h"
 #include "conditions/customgroups.h"
-#include "conditions/filledtemplate.h"
 #include "model/errors.h"
 #include "model/store.h"
 #include "model/texts.h"
@@ -32,6 +33,36 @@ void demandForeign(const QString& path, const DataFolders& folders) {
       throw FileError(u"文件 %1 是程序自己的文件，请换一个文件名。"_s.arg(path));
 }
 
+/// A condition-set file has some forty thousand bytes; anything far above holds something else.
+constexpr qint64 largestFile = qint64{4} * 1024 * 1024;
+
+/// What is read in the place of a file that someone chose: opened where it lies, a file in write-ahead mode would get two
+/// more files beside it. Gone with the object.
+class FileCopy final {
+ public:
+  FileCopy(const QString& from, const QString& folder) : path(folder + u"/Temp_daoru.Vorex"_s) {
+    remove();
+    for (const QString& suffix : {QString(), u"-wal"_s})
+      if (QFile::exists(from + suffix) && !QFile::copy(from + suffix, path + suffix)) {
+        remove();
+        throw FileError(u"无法读取文件 %1。"_s.arg(from));
+      }
+  }
+  ~FileCopy() { remove(); }
+  FileCopy(const FileCopy&) = delete;
+  FileCopy& operator=(const FileCopy&) = delete;
+
+  const QString path;
+
+ private:
+  void remove() const {
+    for (const QString& suffix : {QString(), u"-wal"_s, u"-shm"_s, u"-journal"_s}) {
+      QFile::setPermissions(path + suffix, QFile::ReadOwner | QFile::WriteOwner);
+      QFile::remove(path + suffix);
+    }
+  }
+};
+
 QString defaultFileName(const QDate& today) {
   return u"条件设置"_s + twoDigits(today.month()) + twoDigits(today.day()) + u'.' + conditionFileExtension.toString();
 }
@@ -39,24 +70,21 @@ QString defaultFileName(const QDate& today) {
 }  // namespace
 
 bool ConditionFiles::exportConditions(const QDate& today) {
-  if (!isFile(templatePath_)) {
+  const DataFolders folders{QFileInfo(templatePath_).absolutePath(), QFileInfo(gConn_.path()).absolutePath()};
+  try {
+    fillTemplate(gConn_, folders);
+  } catch (const DamagedData&) {
     boxes_.plain(u"数据模板文件丢失无法导出，请重新安装！"_s);
     return false;
   }
-  const DataFolders folders{QFileInfo(templatePath_).absolutePath(), QFileInfo(gConn_.path()).absolutePath()};
-  try {
-    FilledTemplate filled(gConn_, folders);
-    const QString path = files_.OpenSaveDialog(u"save"_s, u"保存文件"_s, conditionFileExtension.toString(),
-                                               conditionFileLabel.toString(), defaultFileName(today));
-    if (path.isEmpty())
-      return false;
-    demandForeign(path, folders);
-    if (isFile(path) && !boxes_.ask(u"要覆盖这个文件吗？"_s))
-      return false;
-    filled.copyTo(path);
-  } catch (const DamagedData& damage) {
-    throw StoreError(u"数据模板文件已损坏（%1），请重新安装。"_s.arg(damage.message()));
-  }
+  const QString path = files_.OpenSaveDialog(u"save"_s, u"保存文件"_s, conditionFileExtension.toString(),
+                                             conditionFileLabel.toString(), defaultFileName(today));
+  if (path.isEmpty())
+    return false;
+  demandForeign(path, folders);
+  if (isFile(path) && !boxes_.ask(u"要覆盖这个文件吗？"_s))
+    return false;
+  replaceByCopy(realFiles(), folders.templateFile(), path);
   boxes_.plain(u"导出完成！"_s);
   return true;
 }
@@ -67,7 +95,10 @@ bool ConditionFiles::importConditions() {
   if (path.isEmpty() || !isFile(path))
     return false;
   try {
-    Store file(path, StoreAccess::readOnly);
+    if (QFileInfo(path).size() > largestFile)
+      throw DamagedData(u"文件太大"_s);
+    const FileCopy copy(path, QFileInfo(gConn_.path()).absolutePath());
+    Store file(copy.path, StoreAccess::readOnly);
     copyConditionSet(file, gConn_);
   } catch (const Error&) {
     boxes_.plain(u"文件格式错误无法导入数据！"_s);

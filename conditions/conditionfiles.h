@@ -33,8 +33,9 @@ class ConditionFiles final {
                  const QString& templatePath)
       : gConn_(gConn), panel_(panel), boxes_(boxes), inputs_(inputs), files_(files), templatePath_(templatePath) {}
 
-  /// The menu entry daocu. A copy of the template takes the present conditions and goes to the chosen path. True where a file
-  /// was written. Throws FileError where that fails, StoreError where the template is no template.
+  /// The menu entry daocu. The template takes the present conditions, whatever follows, and a copy of it goes to the chosen
+  /// path. True where a file was written; a template that is missing or not sound shows its box before any question. Throws
+  /// FileError or StoreError where the template or the file cannot be written; the old one then still stands.
   bool exportConditions(const QDate& today);
 
   /// The menu entry daoru. False where no file was chosen or none is there. A file of another shape shows its box; what was

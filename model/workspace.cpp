@@ -193,6 +193,22 @@ void Workspace::abandon() noexcept {
   locks_.clear();
 }
 
+void Workspace::leave() noexcept {
+  if (closed_)
+    return;
+  gConn.close();
+  bool kept = true;
+  try {
+    kept = hasChanged() || data_.needsPutBack();
+  } catch (const Error&) {
+    // Rather one copy too many.
+  }
+  if (!kept)
+    data_.discard();
+  closed_ = true;
+  locks_.clear();
+}
+
 void Workspace::create(const Folders& given, bool force, FileAccess& files) {
   const Folders folders = apart(given);
   files.makeFolder(folders.program);

@@ -48,6 +48,10 @@ class Workspace final {
   /// data file was not usable.
   void abandon() noexcept;
 
+  /// Ends the run with nothing saved, as a power cut would: what has changed stays in the working database, and the next start
+  /// keeps it in Bak.
+  void leave() noexcept;
+
   /// Writes a fresh packed data file and template with the default rows into the folder. Throws FileError where one, or a
   /// backup of one, stands there already and force is not given; old ones are replaced only by complete new ones. The old
   /// data goes to Bak: that of the packed data file, of a pack there that differs from it, and of the backup. A pack that is

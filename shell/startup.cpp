@@ -39,10 +39,8 @@ bool Startup::start() {
     return false;
   bool shown = false;
   try {
-    if (QFileInfo(folders_.helpFile()).isFile())
-      screens_.setHelpFile(folders_.helpFile());
     if (!openMainDb() || !loadBalls()) {
-      quit();
+      fail();
       return false;
     }
     screens_.loadMissBallImages();
@@ -51,13 +49,15 @@ bool Startup::start() {
     screens_.showMainForm();
     shown = true;
     if (!showProgram()) {
-      quit();
+      fail();
       return false;
     }
   } catch (const Error& fault) {
+    if (!shown)
+      dropSplash();
     boxes_.critical(fault.message());
     if (!shown) {  // without a window nobody could end it
-      quit();
+      fail();
       return false;
     }
     // The window stays as far as it got.
@@ -82,6 +82,8 @@ bool Startup::openWorkspace() {
   const auto showSplash = [&] {
     unpacked = true;
     screens_.showSplash();
+    if (QFileInfo(folders_.helpFile()).isFile())
+      screens_.setHelpFile(folders_.helpFile());
   };
   try {
     workspace_ = std::make_unique<Workspace>(folders_, Workspace::Options{&files_, showSplash});
@@ -89,12 +91,16 @@ bool Startup::openWorkspace() {
     boxes_.information(fault.message());
     return false;
   } catch (const StoreError& fault) {
-    if (unpacked)  // the working database was there, but could not be opened
+    if (unpacked) {  // the working database was there, but could not be opened
+      dropSplash();
       boxes_.information(fault.message() + missingFileAdvice.toString());
-    else
+    } else {
       boxes_.critical(fault.message());
+    }
     return false;
   } catch (const Error& fault) {
+    if (unpacked)
+      dropSplash();
     boxes_.critical(fault.message());
     return false;
   }
@@ -109,6 +115,7 @@ bool Startup::openMainDb() {
     screens_.layoutHistoryGrid();
     return true;
   } catch (const Error& fault) {
+    dropSplash();
     boxes_.information(fault.message() + missingFileAdvice.toString());
     return false;
   }
@@ -117,6 +124,7 @@ bool Startup::openMainDb() {
 bool Startup::loadBalls() {
   const std::vector<BallColors> colors = readBallColors(workspace_->gConn);
   if (colors.size() < std::size_t{numberCount}) {
+    dropSplash();
     boxes_.plain(u"程序初始化出错,即将退出。。。"_s);
     return false;
   }
@@ -131,7 +139,7 @@ bool Startup::askForUserMode() {
   mode = static_cast<int>(UserMode::one);
   if (!screens_.askUserMode(mode))
     return false;
-  workspace_->gConn.execute("保存用户模式", "UPDATE 用户模式 SET 模式 = ?", mode);
+  storeUserMode(workspace_->gConn, mode);
   return true;
 }
 
@@ -212,8 +220,22 @@ void Startup::quit() {
   screens_.releaseData();
   users_.reset();
   catalogue_.reset();
+  workspace_->leave();
+  workspace_.reset();
+}
+
+/// A start that comes to nothing: nobody has entered anything yet.
+void Startup::fail() {
+  screens_.releaseData();
+  users_.reset();
+  catalogue_.reset();
   workspace_->abandon();
   workspace_.reset();
+}
+
+/// Before a box of a start that fails: the splash would lie over it.
+void Startup::dropSplash() {
+  screens_.unload(u"frmInitapp"_s);
 }
 
 }  // namespace elevenfive

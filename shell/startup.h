@@ -12,6 +12,7 @@
 #include "model/fileaccess.h"
 #include "model/ports.h"
 #include "model/workspace.h"
+#include "shell/usermode.h"
 #include "shell/users.h"
 #include "shell/userswitch.h"
 
@@ -61,9 +62,6 @@ class Screens {
   virtual void releaseData() = 0;                ///< no panel may use the workspace from here on
 };
 
-/// frmFirstrun's answers.
-enum class UserMode { notAsked = 0, one = 1, several = 2 };
-
 class Startup final {
  public:
   Startup(const Workspace::Folders& folders, Boxes& boxes, Screens& screens, FileAccess& files = realFiles());
@@ -86,11 +84,14 @@ class Startup final {
   /// the old user logged on.
   UserSwitch switchUser();
 
-  /// 退出系统: the run ends with nothing saved or packed.
+  /// 退出系统: the run ends with nothing saved or packed. What was entered since the start is not lost by it: the next start
+  /// finds it as it finds the work of a run that was cut off, keeps it in Bak and tells where.
   void quit();
 
  private:
   bool openWorkspace();
+  void fail();
+  void dropSplash();
   bool showProgram();
   bool openMainDb();
   bool loadBalls();

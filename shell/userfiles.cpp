@@ -1,15 +1,15 @@
 #include "shell/userfiles.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QStringList>
 #include <algorithm>
 
 #include "conditions/conditioncopy.h"
-#include "conditions/filledtemplate.h"
+#include "conditions/conditiontemplate.h"
 #include "model/compaction.h"
 #include "model/datafile.h"
 #include "model/errors.h"
-#include "model/schema.h"
 #include "model/store.h"
 
 namespace elevenfive {
@@ -36,21 +36,10 @@ bool isReserved(QChar ch) {
          ch.category() == QChar::Separator_Paragraph;
 }
 
-/// Rows go from file to database by their position: one row more or less would shift all behind it.
-void demandSameRows(Store& file, Store& gConn) {
-  for (const Table& table : schemaTables(StoreKind::conditionTemplate)) {
-    const auto rows = [&](Store& store) {
-      return store.value("核对用户文件", u"SELECT COUNT(*) FROM \"%1\""_s.arg(table.name).toStdString()).value_or(0);
-    };
-    if (rows(file) != rows(gConn))
-      throw DamagedData(u"数据表 %1 的行数不符"_s.arg(table.name));
-  }
-}
-
 }  // namespace
 
 bool isUserFileName(const QString& name) {
-  if (name.isEmpty() || name.toUcs4().size() > longestUserText || !name.isValidUtf16())
+  if (name.isEmpty() || name.size() > longestUserText || !name.isValidUtf16())
     return false;
   const auto bordering = [](QChar ch) { return ch == u'.' || ch.isSpace(); };
   return !bordering(name.front()) && !bordering(name.back()) && std::none_of(name.begin(), name.end(), isReserved) &&
@@ -67,12 +56,13 @@ bool UserFiles::load(const QString& name) {
   if (!isUserFileName(name) || !QFileInfo(path(name)).isFile())
     return false;
   const QString file = path(name);
+  demandOwnRows(gConn_);
   try {
     checkDatabase(file, StoreKind::conditionTemplate);
     StoreTransaction transaction(gConn_, OnFault::undo);
     Store source(file, StoreAccess::readOnly);
+    demandAllRows(source);
     copyConditionSet(source, gConn_);
-    demandSameRows(source, gConn_);
     transaction.commit();
     return true;
   } catch (const DamagedData&) {
@@ -94,11 +84,18 @@ QString UserFiles::setAside(const QString& name) {
 bool UserFiles::save(const QString& name) {
   const QString place = path(name);
   try {
-    FilledTemplate(gConn_, folders_, files_).copyTo(place);
-    return true;
+    fillTemplate(gConn_, folders_, files_);
   } catch (const DamagedData&) {
     return false;
   }
+  replaceByCopy(files_, folders_.templateFile(), place);
+  return true;
+}
+
+void UserFiles::removeUnfinished() {
+  const QDir folder(folders_.program);
+  for (const QString& entry : folder.entryList({nameBeside(u"*.uVorex"_s)}, QDir::Files | QDir::Hidden))
+    files_.remove(folder.filePath(entry));
 }
 
 void UserFiles::remove(const QString& name) {

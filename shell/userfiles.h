@@ -1,7 +1,7 @@
 // Users' files: the four tables of one person's conditions, as a file of the program folder.
 //
-// A file is made beside its place from a copy of the template, checked, flushed and renamed; the template itself is never
-// written. A name that would lead out of the folder, or that some system cannot have as a file name, has no file.
+// A save fills the template first; the file is a copy of it, made beside its place, compared, flushed and renamed. A name that
+// would lead out of the folder, or that some system cannot have as a file name, has no file.
 #pragma once
 
 #include <QString>
@@ -13,7 +13,7 @@ namespace elevenfive {
 
 class Store;
 
-/// Names of at most so many characters, passwords likewise.
+/// Names of at most so many characters, passwords likewise, each counted as in the table: a UTF-16 unit.
 inline constexpr int longestUserText = 50;
 
 /// Whether a name can be that of a file on every system: no separators, no reserved characters or names, no leading or
@@ -29,16 +29,20 @@ class UserFiles final {
   [[nodiscard]] QString path(const QString& name) const;
 
   /// Copies a user's file into the main database. False where it is missing or not sound; the main database is then as it
-  /// was, and a file that is not sound stays under another name. Throws StoreError where the file cannot be read or the
-  /// database cannot be written; both are then as they were.
+  /// was, and a file that is not sound stays under another name. Throws StoreError where the file cannot be read, the
+  /// database cannot be written or its own conditions are at fault; both are then as they were.
   bool load(const QString& name);
 
-  /// Writes the main database's conditions into a user's file. False where the template is missing or not sound. Throws
-  /// FileError or StoreError where the file cannot be written; the old one then still stands.
+  /// Writes the main database's conditions into the template and from there into a user's file. False where the template is
+  /// missing or not sound. Throws FileError or StoreError where one of them cannot be written or the main database's own
+  /// conditions are at fault; the old file then still stands.
   bool save(const QString& name);
 
   /// Gives a file that stands in the way of a new user's another name, which is the result; empty where there is none.
   QString setAside(const QString& name);
+
+  /// Removes what a run that was ended while it wrote a user's file has left of it beside its place. Throws FileError.
+  void removeUnfinished();
 
   /// Removes a user's file; none is no fault.
   void remove(const QString& name);

@@ -51,7 +51,9 @@ bool Users::isRefusedName(const QString& name) {
     return true;
   }
   if (!isUserFileName(name)) {
-    boxes_.critical(u"用户名不能用作文件名（最多50个字符，不能含有 / \\ : * ? \" < > | 等符号），请换一个用户名！"_s);
+    boxes_.critical(
+        u"用户名不能用作文件名（最多50个字符，不能含有 / \\ : * ? \" < > | 等符号，首尾不能是点，"
+        "也不能是 CON、NUL、COM1 等设备名），请换一个用户名！"_s);
     return true;
   }
   return false;
@@ -76,7 +78,7 @@ bool Users::cmdOK(const QString& userName, const QString& password) {
 }
 
 bool Users::createUser(const QString& name, const QString& password) {
-  if (password.toUcs4().size() > longestUserText) {
+  if (password.size() > longestUserText) {
     boxes_.critical(u"密码太长，最多50个字符！"_s);
     return false;
   }
@@ -113,6 +115,11 @@ void Users::logonFinish(const QString& name) {
 }
 
 void Users::removeIdleUsers() {
+  try {
+    userFiles_.removeUnfinished();
+  } catch (const FileError&) {
+    // No reason to keep anyone out either.
+  }
   const double limit = dayCountOf(now_()) - idleDays;
   QStringList idle;
   {

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QStatusBar>
 
+#include "acquire/versionnotice.h"
 #include "history/statusline.h"
 
 namespace elevenfive {
@@ -18,6 +19,10 @@ StatusLine::StatusLine(QStatusBar& bar) {
     panels_[i]->setAccessibleName(u"状态栏 %1"_s.arg(i));
     bar.addWidget(panels_[i], static_cast<int>(i) == runningPass ? 1 : 0);
   }
+  auto* version = new QLabel(u"版本 "_s + programVersion(), &bar);
+  version->setObjectName(u"Text1_1"_s);
+  version->setAccessibleName(u"版本"_s);
+  bar.addPermanentWidget(version);
 }
 
 void StatusLine::setPanel(int panel, const QString& text) {

@@ -1,5 +1,5 @@
 // The three panels of the main window's StatusBar: 1 tells the state of the history, 2 a running pass, 3 the next period and
-// today.
+// today. At its right end stands the version.
 #pragma once
 
 #include <array>

@@ -138,11 +138,14 @@ TEST_F(Program, MissingCommandAndGlobalOptionsAreWrongWords) {
 }
 
 TEST_F(Program, NumbersMustBeWholeNumbers) {
-  for (const QString& word : {u"x"_s, u"1.5"_s, u"1e3"_s, u"99999999999"_s, u"１１"_s, u"' OR 1=1"_s}) {
+  for (const QString& word : {u"x"_s, u"1.5"_s, u"1e3"_s, u"１１"_s, u"' OR 1=1"_s}) {
     const auto outcome = cli.call({u"rows"_s, word});
     EXPECT_EQ(outcome.status, exitUsage) << word.toStdString();
     EXPECT_EQ(outcome.err.section(u'\n', 0, 0), u"参数 QIHAO 应为整数，而不是“%1”。"_s.arg(word));
   }
+  const auto outcome = cli.call({u"game"_s, u"use"_s, u"99999999999"_s});
+  EXPECT_EQ(outcome.status, exitUsage);
+  EXPECT_EQ(outcome.err.section(u'\n', 0, 0), u"参数 N 超出范围：“99999999999”。"_s);
 }
 
 TEST_F(Program, VeryLongWordsAreToldInShort) {
@@ -156,14 +159,34 @@ TEST_F(Program, HostileTextIsData) {
   const auto outcome = cli.call({u"source"_s, u"set"_s, hostile, u"a"_s});
   EXPECT_EQ(outcome.status, exitFailed);
   EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 没有名为“%1”的地址。\n"_s.arg(hostile));
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, hostile}).status, exitDone);
-  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), hostile + u'\n');
+  const QString address = u"http://x/';DROP_TABLE_数据源;--\"\\"_s;
+  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, address}).status, exitDone);
+  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), address + u'\n');
 }
 
 TEST_F(Program, AnAddressThatIsTooLongIsRefused) {
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, QString(200, u'a')}).status, exitDone);
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, QString(201, u'b')}).status, exitFailed);
-  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), QString(200, u'a') + u'\n');
+  const QString longest = u"http://a/"_s + QString(191, u'a');
+  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, longest}).status, exitDone);
+  const auto outcome = cli.call({u"source"_s, u"set"_s, u"版本公告"_s, longest + u'b'});
+  EXPECT_EQ(outcome.status, exitUsage);
+  EXPECT_TRUE(outcome.err.startsWith(u"参数 ADDRESS 最多 200 个字符。"_s)) << outcome.err.toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), longest + u'\n');
+}
+
+TEST_F(Program, WhatIsNoAddressOfTheWebIsRefused) {
+  for (const QString& text : {u"no url"_s, u"ftp://x"_s, u"javascript:alert(1)"_s, u"http://a\tb"_s, u"http://a\nb"_s,
+                              u"file:///etc/passwd"_s, u"http://"_s})
+    EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, text}).status, exitUsage) << text.toStdString();
+  for (const QString& text : {u"https://{province}.a.b/c?d=e"_s, u"127.0.0.1:8080"_s, u"http://[::1]:80/"_s, QString()})
+    EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, text}).status, exitDone) << text.toStdString();
+}
+
+TEST_F(Program, BytesThatAreNoTextAreWrongWords) {
+  const QString name = QString::fromUtf8("a\xff\xfe");  // as the system's decoding gives it
+  const auto outcome = cli.call({u"user"_s, u"logon"_s, name, u"p"_s, u"--create"_s});
+  EXPECT_EQ(outcome.status, exitUsage);
+  EXPECT_TRUE(outcome.err.startsWith(u"命令行含有不能使用的字符。"_s)) << outcome.err.toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 用户表"_s), u"1\n"_s);
 }
 
 TEST_F(Program, SourceListPrintsTheAddresses) {

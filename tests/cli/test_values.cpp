@@ -51,6 +51,7 @@ TEST(Values, ListsAreSortedAndHoldEachNumberOnce) {
 TEST(Values, FaultyListsAreTold) {
   EXPECT_EQ(listFault(u"1,,2"_s), u"参数 X 应为整数，而不是“”。"_s);
   EXPECT_EQ(listFault(u"1,12"_s), u"参数 X 应在 1 到 11 之间，而不是“12”。"_s);
+  EXPECT_EQ(listFault(u"1,99999999999999"_s), u"参数 X 超出范围：“99999999999999”。"_s);
   EXPECT_EQ(listFault(u"1，2"_s), u"参数 X 应为整数，而不是“1，2”。"_s);
   EXPECT_EQ(listFault(QString()), u"参数 X 应为整数，而不是“”。"_s);
 }

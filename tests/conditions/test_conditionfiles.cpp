@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <functional>
 #include <memory>
 
 #include "conditions/conditionpanel.h"
@@ -24,9 +25,12 @@ class FixedFile final : public FileQuestion {
  public:
   QString path;
   QStringList asked;
+  std::function<void()> onAsked;
   QString OpenSaveDialog(const QString& action, const QString& title, const QString& extension, const QString& label,
                          const QString& defaultName) override {
     asked << QStringList{action, title, extension, label, defaultName}.join(u'|');
+    if (onAsked)
+      onAsked();
     return path;
   }
 };
@@ -73,6 +77,11 @@ class Files : public ::testing::Test {
       lines << cells.join(u' ');
     }
     return lines;
+  }
+
+  static QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
   }
 
   /// Gives every value of the set another one.
@@ -141,13 +150,9 @@ TEST_F(Files, ImportLeavesGroupNames) {
 
 TEST_F(Files, ImportOnlyReadsTheFile) {
   exportSet();
-  QFile file(question.path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray before = file.readAll();
-  file.close();
+  const QByteArray before = bytesOf(question.path);
   files.importConditions();
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll(), before);
+  EXPECT_EQ(bytesOf(question.path), before);
   EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"set.Vorex"_s});
 }
 
@@ -158,7 +163,7 @@ TEST_F(Files, LostTemplateIsTold) {
   EXPECT_TRUE(question.asked.isEmpty());
 }
 
-TEST_F(Files, CancelledExportLeavesNoFileAndNoScratch) {
+TEST_F(Files, CancelledExportLeavesNoFileAndTheTemplateHoldsTheExportedStateAllTheSame) {
   changeEverything();
   question.path.clear();
   const QStringList scratchBefore = QDir(workspace.folders.temporary).entryList(QDir::Files);
@@ -166,30 +171,31 @@ TEST_F(Files, CancelledExportLeavesNoFileAndNoScratch) {
   EXPECT_TRUE(ports.boxes.empty());
   EXPECT_TRUE(QDir(folder.path()).isEmpty());
   EXPECT_EQ(QDir(workspace.folders.temporary).entryList(QDir::Files), scratchBefore);
+  for (const char* sql : setTables)
+    EXPECT_EQ(rowsOf(templatePath, sql), workspace.rows(sql)) << sql;
 }
 
-TEST_F(Files, ExportOnlyReadsTheTemplate) {
-  QFile file(templatePath);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray before = file.readAll();
-  file.close();
+TEST_F(Files, TheExportedFileIsTheTemplateByteForByte) {
   changeEverything();
-  EXPECT_TRUE(files.exportConditions(today));
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll(), before);
+  exportSet();
+  EXPECT_EQ(bytesOf(question.path), bytesOf(templatePath));
 }
 
-TEST_F(Files, DamagedTemplateIsTold) {
+TEST_F(Files, TheTemplateIsFilledBeforeTheFileIsAskedFor) {
+  changeEverything();
+  question.onAsked = [&] { EXPECT_EQ(rowsOf(templatePath, setTables[3]), QStringList{u"0 1 2 3"_s}); };
+  EXPECT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(question.asked.size(), 1);
+}
+
+TEST_F(Files, DamagedTemplateCountsAsLost) {
   QFile file(templatePath);
   ASSERT_TRUE(file.resize(file.size() / 2));
-  try {
-    files.exportConditions(today);
-    FAIL() << "exported";
-  } catch (const StoreError& fault) {
-    EXPECT_TRUE(fault.message().startsWith(u"数据模板文件已损坏（"_s) &&
-                fault.message().endsWith(u"），请重新安装。"_s));
-  }
+  const QByteArray before = bytesOf(templatePath);
+  EXPECT_FALSE(files.exportConditions(today));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"数据模板文件丢失无法导出，请重新安装！"_s});
   EXPECT_TRUE(question.asked.isEmpty());
+  EXPECT_EQ(bytesOf(templatePath), before);
 }
 
 TEST_F(Files, TheProgramsOwnFilesAreNeverOverwritten) {
@@ -209,8 +215,7 @@ TEST_F(Files, NoToTheOverwriteQuestionLeavesTheOldFile) {
   EXPECT_FALSE(files.exportConditions(today));
   EXPECT_EQ(ports.boxTexts(), QStringList{u"要覆盖这个文件吗？"_s});
   EXPECT_EQ(ports.boxes[0].kind, BoxKind::question);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll(), "old");
+  EXPECT_EQ(bytesOf(question.path), "old");
 }
 
 TEST_F(Files, YesToTheOverwriteQuestionReplacesIt) {
@@ -310,10 +315,74 @@ TEST_F(Files, MoreRowsThanThereArePlacesForAreRefusedAfterTheCopy) {
   EXPECT_EQ(workspace.rows("SELECT COUNT(*) FROM 过滤条件"), QStringList{u"1280"_s});
 }
 
-TEST_F(Files, EmptyTableIsRefused) {
+TEST_F(Files, EmptyTablesOverwriteNothing) {
+  changeEverything();
   exportSet();
-  alterFile("DELETE FROM 过滤条件;");
-  expectFormatError();
+  alterFile("DELETE FROM 过滤条件; DELETE FROM 历史数据过滤; UPDATE 过滤条件使用情况 SET 使用情况 = 1;");
+  run("UPDATE 过滤条件 SET VALUE = 2 WHERE ID = 1015");
+  const QStringList values = workspace.rows(setTables[0]);
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(workspace.rows(setTables[0]), values);
+  EXPECT_EQ(workspace.rows(setTables[3]), QStringList{u"0 1 2 3"_s});
+  EXPECT_EQ(workspace.rows("SELECT SUM(使用情况) FROM 过滤条件使用情况"), QStringList{u"63"_s});
+}
+
+TEST_F(Files, AttributesGoByTheirPlaceWhateverTheirNames) {
+  run("UPDATE 号码特性 SET 自定义组1 = 1 WHERE 号码 = 7");
+  exportSet();
+  alterFile(
+      "ALTER TABLE 号码特性 RENAME COLUMN 自定义组1 TO \"a\"\"b, 'c\"; ALTER TABLE 号码特性 RENAME COLUMN \"INDEX\" TO "
+      "k;");
+  run("UPDATE 号码特性 SET 自定义组1 = 0");
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(workspace.rows("SELECT 号码 FROM 号码特性 WHERE 自定义组1 = 1"), QStringList{u"7"_s});
+}
+
+TEST_F(Files, AttributesWithAColumnMoreOrLessAreRefused) {
+  for (const char* script :
+       {"ALTER TABLE 号码特性 ADD COLUMN 多余 INTEGER", "ALTER TABLE 号码特性 DROP COLUMN 自定义组20"}) {
+    ports.boxes.clear();
+    exportSet();
+    alterFile(script);
+    expectFormatError();
+    QFile::remove(question.path);
+  }
+}
+
+TEST_F(Files, ColumnNamesAreNotCaseSensitive) {
+  run("UPDATE 过滤条件 SET VALUE = 2 WHERE ID = 1015");
+  exportSet();
+  alterFile("ALTER TABLE 过滤条件 RENAME COLUMN ID TO id; ALTER TABLE 过滤条件 RENAME COLUMN VALUE TO value;");
+  run("UPDATE 过滤条件 SET VALUE = 0 WHERE ID = 1015");
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(workspace.rows("SELECT VALUE FROM 过滤条件 WHERE ID = 1015"), QStringList{u"2"_s});
+}
+
+TEST_F(Files, AFileInWriteAheadModeGetsNoFilesBesideIt) {
+  changeEverything();
+  exportSet();
+  const QStringList saved = set();
+  alterFile("PRAGMA journal_mode = WAL;");
+  changeEverything();
+  const QStringList temporary = QDir(workspace.folders.temporary).entryList(QDir::Files);
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(set(), saved);
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"set.Vorex"_s});
+  EXPECT_EQ(QDir(workspace.folders.temporary).entryList(QDir::Files), temporary);
+}
+
+TEST_F(Files, AFileThatMayOnlyBeReadIsRead) {
+  exportSet();
+  ASSERT_TRUE(QFile::setPermissions(question.path, QFile::ReadOwner));
+  for (int time = 0; time < 2; ++time) {
+    ports.boxes.clear();
+    EXPECT_TRUE(files.importConditions());
+    EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  }
 }
 
 TEST_F(Files, ViewInThePlaceOfATableIsRefused) {
@@ -347,19 +416,36 @@ TEST_F(Files, ViewInThePlaceOfAnyTableIsRefusedAndTheTablesBeforeItStayCopied) {
   }
 }
 
-TEST_F(Files, HugeFileIsRefusedWithoutReadingItAll) {
+TEST_F(Files, HugeFilesAreRefusedAtOnce) {
+  const QStringList before = set();
+  for (const char* script : {"DROP TABLE 过滤条件; CREATE TABLE 过滤条件 (ID INTEGER, VALUE INTEGER);"
+                             "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 1000000)"
+                             "INSERT INTO 过滤条件 SELECT -i, 1 FROM n;",
+                             "DROP TABLE 过滤条件; CREATE TABLE 过滤条件 (ID INTEGER PRIMARY KEY, VALUE);"
+                             "INSERT INTO 过滤条件 VALUES (1, zeroblob(100000000));"}) {
+    ports.boxes.clear();
+    exportSet();
+    alterFile(script);
+    QElapsedTimer timer;
+    timer.start();
+    expectFormatError();
+    EXPECT_LT(timer.elapsed(), 500);
+    EXPECT_EQ(set(), before);
+    QFile::remove(question.path);
+  }
+}
+
+TEST_F(Files, ManyMoreRowsThanPlacesAreRefusedWithoutReadingThemAll) {
   exportSet();
   alterFile(
-      "DROP TABLE 过滤条件; CREATE TABLE 过滤条件 (ID INTEGER, VALUE INTEGER, filler TEXT);"
-      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300000)"
-      "INSERT INTO 过滤条件 SELECT i, 1, 'xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx' FROM "
-      "n;");
+      "DROP TABLE 过滤条件; CREATE TABLE 过滤条件 (ID INTEGER, VALUE INTEGER);"
+      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 200000)"
+      "INSERT INTO 过滤条件 SELECT i, 1 FROM n;");
   QElapsedTimer timer;
   timer.start();
   expectFormatError();
   EXPECT_LT(timer.elapsed(), 2000);
-  EXPECT_EQ(workspace.rows("SELECT COUNT(*) FROM 过滤条件"), QStringList{u"1280"_s});
-  EXPECT_EQ(workspace.rows("SELECT MIN(VALUE), MAX(VALUE) FROM 过滤条件"), QStringList{u"1 1"_s});
+  EXPECT_EQ(workspace.rows("SELECT COUNT(*), MIN(VALUE), MAX(VALUE) FROM 过滤条件"), QStringList{u"1280 1 1"_s});
 }
 
 TEST_F(Files, FileCutAtAnyPlaceIsRefusedOrReadWhole) {
@@ -367,9 +453,7 @@ TEST_F(Files, FileCutAtAnyPlaceIsRefusedOrReadWhole) {
   exportSet();
   const QStringList saved = set();
   QFile file(question.path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray whole = file.readAll();
-  file.close();
+  const QByteArray whole = bytesOf(question.path);
   for (qsizetype size = 0; size < whole.size(); size += whole.size() / 40) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(whole.first(size));

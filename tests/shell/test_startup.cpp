@@ -123,6 +123,15 @@ TEST_F(StartupTest, TheFirstRunAsksTheModeThenOffersTheGames) {
   EXPECT_EQ(stored("SELECT 序号 FROM 彩票类型 WHERE 使用 = 1"), 4);
 }
 
+TEST_F(StartupTest, AModeTableThatHasLostItsRowGetsOne) {
+  prepare("DELETE FROM 用户模式");
+  ASSERT_TRUE(startup.start());
+  EXPECT_TRUE(ports.log.contains(u"first run, mode 1"_s));
+  ASSERT_TRUE(startup.close(true));
+  EXPECT_EQ(stored("SELECT COUNT(*) FROM 用户模式"), 1);
+  EXPECT_EQ(stored("SELECT 模式 FROM 用户模式"), 1);
+}
+
 TEST_F(StartupTest, TheModeIsAskedOnlyOnce) {
   addDraw();
   prepare("UPDATE 用户模式 SET 模式 = 1");
@@ -161,14 +170,20 @@ TEST_F(StartupTest, LeavingTheLogonEndsWithNothingSaved) {
 TEST_F(StartupTest, AHelpFileInTheProgramFolderBecomesTheHelp) {
   QFile file(folders.program + u"/elevenfive-help.html"_s);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  ASSERT_TRUE(startup.start());
-  EXPECT_EQ(ports.log.first(3), QStringList({u"splash"_s, u"help elevenfive-help.html"_s, u"bind history"_s}));
+  FaultyFiles disk;
+  disk.shared = &ports.log;
+  Startup start(folders, ports, screens, disk);
+  ASSERT_TRUE(start.start());
+  const auto splash = ports.log.indexOf(u"splash"_s);
+  ASSERT_GE(splash, 0);
+  EXPECT_EQ(ports.log.sliced(splash, 3), QStringList({u"splash"_s, u"help elevenfive-help.html"_s,
+                                                      u"create program/elevenfive.bak.new"_s}));  // the backup
 }
 
 TEST_F(StartupTest, AFaultBeforeTheWindowIsUpEndsTheStart) {
   screens.panelFault = u"读取失败。"_s;
   EXPECT_FALSE(startup.start());
-  EXPECT_EQ(ports.log.last(2), QStringList({u"critical [] 读取失败。"_s, u"release"_s}));
+  EXPECT_EQ(ports.log.last(3), QStringList({u"unload frmInitapp"_s, u"critical [] 读取失败。"_s, u"release"_s}));
   EXPECT_NO_THROW(Workspace(folders, {&quick, {}}));  // nothing holds the data any more
 }
 
@@ -246,12 +261,16 @@ TEST_F(StartupTest, ACloseAsksThenSavesTheUserThenClearsTheScreenThenPutsTheData
                                           u"flush folder temp"_s,
                                           u"remove temp/Temp_fuVorex.mdb"_s,
                                           u"rename temp/Temp_fuVorex.mdb -> temp/Temp_user.uVorex"_s,
+                                          u"create program/TJmode.tjmod.new"_s,
+                                          u"flush program/TJmode.tjmod.new"_s,
+                                          u"rename program/TJmode.tjmod.new -> program/TJmode.tjmod"_s,
+                                          u"flush folder program"_s,
+                                          u"remove temp/Temp_user.uVorex"_s,
+                                          u"remove temp/Temp_user.uVorex-journal"_s,
                                           u"create program/甲.uVorex.new"_s,
                                           u"flush program/甲.uVorex.new"_s,
                                           u"rename program/甲.uVorex.new -> program/甲.uVorex"_s,
                                           u"flush folder program"_s,
-                                          u"remove temp/Temp_user.uVorex"_s,
-                                          u"remove temp/Temp_user.uVorex-journal"_s,
                                           u"unload frmFromFile"_s,
                                           u"unload frmInitapp"_s,
                                           u"unload frmToFile"_s,
@@ -298,7 +317,7 @@ TEST_F(StartupTest, ADatabaseThatCannotBeOpenedIsToldWithTheAdvice) {
   SpoilingFiles disk;
   Startup start(folders, ports, screens, disk);
   EXPECT_FALSE(start.start());
-  EXPECT_EQ(ports.log, QStringList({u"splash"_s,
+  EXPECT_EQ(ports.log, QStringList({u"splash"_s, u"unload frmInitapp"_s,
                                     u"info [] 打开数据文件失败：文件不是有效的数据库（%1）。"
                                     "(文件丢失,需要重新安装!)"_s.arg(folders.workingFile())}));
 }
@@ -306,14 +325,15 @@ TEST_F(StartupTest, ADatabaseThatCannotBeOpenedIsToldWithTheAdvice) {
 TEST_F(StartupTest, TooFewBallsEndIt) {
   prepare("DELETE FROM BallColor WHERE 号码 > 10");
   EXPECT_FALSE(startup.start());
-  EXPECT_EQ(ports.log, QStringList({u"splash"_s, u"bind history"_s, u"grid"_s,
+  EXPECT_EQ(ports.log, QStringList({u"splash"_s, u"bind history"_s, u"grid"_s, u"unload frmInitapp"_s,
                                     u"plain [] 程序初始化出错,即将退出。。。"_s, u"release"_s}));
 }
 
 TEST_F(StartupTest, AHistoryThatCannotBeBoundIsToldWithTheAdvice) {
   screens.historyFault = u"读取失败。"_s;
   EXPECT_FALSE(startup.start());
-  EXPECT_EQ(ports.log[2], u"info [] 读取失败。(文件丢失,需要重新安装!)"_s);
+  EXPECT_EQ(ports.log.sliced(2, 2),
+            QStringList({u"unload frmInitapp"_s, u"info [] 读取失败。(文件丢失,需要重新安装!)"_s}));
 }
 
 TEST_F(StartupTest, WhatTheStartHadToRepairIsToldOnceTheMainFormIsUp) {
@@ -434,6 +454,38 @@ TEST_F(StartupTest, ALogonThatIsShutLeavesTheOldUser) {
   EXPECT_EQ(startup.workspace().gUserName, u"甲"_s);
   screens.noLogOn = LogOn::end;
   EXPECT_EQ(startup.switchUser(), UserSwitch::end);
+}
+
+TEST_F(StartupTest, LeavingTheSystemWhileSwitchingPacksNothingAndTheNextStartKeepsWhatWasEntered) {
+  screens.mode = 2;
+  screens.userName = u"甲"_s;
+  ASSERT_TRUE(startup.start());
+  ASSERT_TRUE(startup.close(true));
+  const auto pack = [&] {
+    QFile file(folders.packedFile());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+  };
+  const QByteArray before = pack();
+  ASSERT_TRUE(startup.start());
+  startup.workspace().gConn.execute("test",
+                                    "INSERT INTO 历史记录 (期号, 开奖日期, 号码1, 号码2, 号码3, 号码4, 号码5)"
+                                    " VALUES (11031511, 40000, 1, 2, 3, 4, 5)");
+  screens.userName.clear();
+  screens.noLogOn = LogOn::end;
+  ASSERT_EQ(startup.switchUser(), UserSwitch::end);
+  startup.quit();
+  EXPECT_EQ(pack(), before);
+  ports.log.clear();
+  screens.userName = u"甲"_s;
+  ASSERT_TRUE(startup.start());
+  EXPECT_EQ(startup.workspace().gConn.value("test", "SELECT COUNT(*) FROM 历史记录"), 0);
+  const QString sentence = u"critical [] 上次没有正常退出，当时没有保存的数据留在 "_s;
+  const QStringList told = ports.log.filter(sentence);
+  ASSERT_EQ(told.size(), 1);
+  const QString copy = told.first().mid(sentence.size()).chopped(1);
+  EXPECT_TRUE(copy.startsWith(folders.bakFolder()));
+  Store kept(copy, StoreAccess::readOnly);
+  EXPECT_EQ(kept.value("test", "SELECT 期号 FROM 历史记录"), 11031511);
 }
 
 TEST_F(StartupTest, WithoutTheTemplateTheConditionsAreNotLostUnasked) {

@@ -81,11 +81,43 @@ TEST_F(UserFilesTest, AFileIsACompleteDatabaseOfTheTemplatesTables) {
   EXPECT_EQ(userFiles(), QStringList{u"a.uVorex"_s});
 }
 
-TEST_F(UserFilesTest, TheTemplateIsNeverWritten) {
-  const QByteArray before = read(folders.templateFile());
+TEST_F(UserFilesTest, AFileIsTheTemplateByteForByte) {
   setValue(3);
   ASSERT_TRUE(files.save(u"a"_s));
-  EXPECT_EQ(read(folders.templateFile()), before);
+  EXPECT_EQ(read(files.path(u"a"_s)), read(folders.templateFile()));
+  setValue(9);
+  ASSERT_TRUE(QFile::remove(files.path(u"a"_s)) && QFile::copy(folders.templateFile(), files.path(u"a"_s)));
+  ASSERT_TRUE(files.load(u"a"_s));
+  EXPECT_EQ(value(), 3);
+}
+
+TEST_F(UserFilesTest, WhatTheTemplateHeldBeforeDoesNotGetIntoTheNextFile) {
+  w.store().execute("test", "UPDATE 号码特性 SET 自定义组1 = 1");
+  ASSERT_TRUE(files.save(u"a"_s));
+  w.store().execute("test", "UPDATE 号码特性 SET 自定义组1 = 0");
+  setValue(4);
+  ASSERT_TRUE(files.save(u"b"_s));
+  setValue(9);
+  ASSERT_TRUE(files.load(u"b"_s));
+  EXPECT_EQ(value(), 4);
+  EXPECT_EQ(w.rows("SELECT SUM(自定义组1) FROM 号码特性"), QStringList{u"0"_s});
+}
+
+TEST_F(UserFilesTest, ATemplateWithARowTooManyMakesNoFile) {
+  {
+    Store store(folders.templateFile(), StoreAccess::readWrite);
+    store.execute("test", "INSERT INTO 过滤条件 VALUES (99999, 0)");
+  }
+  EXPECT_FALSE(files.save(u"a"_s));
+  EXPECT_EQ(userFiles(), QStringList());
+}
+
+TEST_F(UserFilesTest, AFaultInTheDatabasesOwnRowsBlamesNeitherTheFileNorTheTemplate) {
+  ASSERT_TRUE(files.save(u"a"_s));
+  w.store().execute("test", "DELETE FROM 过滤条件 WHERE ID = 1");
+  EXPECT_THROW(files.save(u"a"_s), StoreError);
+  EXPECT_THROW(files.load(u"a"_s), StoreError);
+  EXPECT_EQ(userFiles(), QStringList{u"a.uVorex"_s});
 }
 
 TEST_F(UserFilesTest, WithoutTheTemplateNothingIsSaved) {
@@ -196,7 +228,7 @@ TEST_F(UserFilesTest, AFileThatAnotherProgramHasStaysWhereItIs) {
 TEST_F(UserFilesTest, WheneverTheDiskFillsTheOldFileOrTheNewOneStands) {
   const qint64 size = QFileInfo(folders.templateFile()).size();
   std::vector<qint64> places{0, 1, size - 1, size, size + 1, 2 * size - 1, 2 * size};
-  for (qint64 place = 4099; place < 3 * size; place += size / 13)
+  for (qint64 place = 4099; place < 4 * size; place += size / 13)
     places.push_back(place);
   int failed = 0;
   for (const qint64 place : places) {
@@ -252,6 +284,7 @@ TEST_F(UserFilesTest, WhicheverStepFailsTheOldFileOrTheNewOneStands) {
     ASSERT_TRUE(files.load(u"a"_s)) << steps;
     EXPECT_TRUE(value() == 3 || value() == 4) << steps;
     EXPECT_EQ(userFiles().filter(u"damaged"_s), QStringList()) << steps;
+    EXPECT_NO_THROW(checkDatabase(folders.templateFile(), StoreKind::conditionTemplate)) << steps;
   }
   EXPECT_EQ(value(), 4);
   EXPECT_GT(steps, 8);

@@ -1,5 +1,6 @@
 // frmFirstrun, frmODBCLogon and 切换用户 as the window shows them.
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
@@ -96,6 +97,56 @@ TEST_F(UserFormsTest, TheFirstRunFormBearsItsTextsAndBeginsWithOneUser) {
   EXPECT_EQ(startup->workspace().gUserName, QString());
   EXPECT_TRUE(screens.window()->close());
   EXPECT_EQ(stored("SELECT 模式 FROM 用户模式"), 1);
+}
+
+TEST_F(UserFormsTest, AFreshInstallationWithSeveralUsersFromTheFirstStartToTheSecond) {
+  QStringList captions;  // of the forms, each with the boxes that were shown before it
+  const auto met = [&](QWidget& form) { captions << form.windowTitle() << ports.boxTexts(); };
+  inForms({[&](QWidget& form) {
+             met(form);
+             control<QRadioButton>(form, u"Option_userMode_2"_s).click();
+             click(control<QPushButton>(form, u"cmdOK"_s));
+           },
+           [&](QWidget& form) {
+             met(form);
+             EXPECT_TRUE(screens.window()->isVisible());
+             logOnAs(form, u"张三"_s, u"pw"_s);
+           },
+           [&](QWidget& form) {
+             met(form);
+             EXPECT_TRUE(screens.window()->windowTitle().endsWith(u"  —— 张三"_s));
+             control<QRadioButton>(form, u"OptionSSC_4"_s).click();
+             QTest::keyClick(&form, Qt::Key_Escape);
+           }});
+  start(quick);
+  const QString question = u"用户不存在，要以当前的用户名及密码来建立新用户吗？"_s;
+  const QString noDraws = u"历史开奖数据库中无记录，请选择相应的开奖数据添加！"_s;
+  EXPECT_EQ(captions, QStringList({u"设置用户模式"_s, u"用户登录"_s, u"选择彩种"_s, question, noDraws}));
+  EXPECT_TRUE(control<QMenu>(u"mnu_User"_s).menuAction()->isVisible());
+  setValue(3);
+  ASSERT_TRUE(screens.window()->close());
+
+  ports.boxes.clear();
+  captions.clear();
+  inForms({[&](QWidget& form) {
+             met(form);
+             logOnAs(form, u"临时用户"_s, u"anything"_s);
+           },
+           [&](QWidget& form) {
+             met(form);
+             QTest::keyClick(&form, Qt::Key_Escape);
+           }});
+  start(quick);
+  const QString noFile = u"用户文件丢失或损坏,无法打开！"_s;  // 临时用户 has none, ever
+  EXPECT_EQ(captions, QStringList({u"用户登录"_s, u"选择彩种"_s, noFile, noDraws}));
+  EXPECT_EQ(startup->workspace().gUserName, u"临时用户"_s);
+  EXPECT_EQ(startup->workspace().gConn.value("test", "SELECT 序号 FROM 彩票类型 WHERE 使用 = 1"), 4);
+  startup->workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 7 WHERE ID = 3900");
+  inForms({[&](QWidget& form) { logOnAs(form, u"张三"_s, u"pw"_s); }});
+  switchUser();
+  EXPECT_EQ(value(), 3);
+  EXPECT_FALSE(QFile::exists(fileOf(u"临时用户"_s)));
+  EXPECT_TRUE(screens.window()->close());
 }
 
 TEST_F(UserFormsTest, LeavingTheFirstRunFormEndsTheProgramWithNothingSaved) {
@@ -227,7 +278,7 @@ TEST_F(UserFormsTest, AFormThatIsShutLeavesUserAndTabAsTheyAre) {
   EXPECT_TRUE(screens.window()->close());
 }
 
-TEST_F(UserFormsTest, LeavingTheSystemWhileSwitchingAsksNothingAndSavesNothingMore) {
+TEST_F(UserFormsTest, LeavingTheSystemWhileSwitchingAsksNothingAndPacksNothing) {
   startAs(u"甲"_s);
   ASSERT_TRUE(screens.window()->close());
   ASSERT_EQ(stored("SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 5);
@@ -239,8 +290,9 @@ TEST_F(UserFormsTest, LeavingTheSystemWhileSwitchingAsksNothingAndSavesNothingMo
   switchUser();
   EXPECT_FALSE(screens.window()->isVisible());
   EXPECT_TRUE(ports.boxes.empty());
-  EXPECT_FALSE(QFile::exists(folders.workingFile()));
+  EXPECT_TRUE(QFile::exists(folders.workingFile()));  // for the next start to keep
   EXPECT_EQ(stored("SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 5);
+  EXPECT_EQ(QDir(folders.bakFolder()).entryList({u"*.bak"_s}).size(), 1);
   Store saved(fileOf(u"甲"_s), StoreAccess::readOnly);  // saved as the switching began
   EXPECT_EQ(saved.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
 }

@@ -90,10 +90,10 @@ TEST_F(UsersTest, ANameThatWouldLeaveTheFolderIsRefusedWithOneSentence) {
   for (const QString& name : {u"../x"_s, u"a/b"_s, u"a\\b"_s, u".."_s, u"CON"_s, u"a:b"_s}) {
     ports.log.clear();
     EXPECT_FALSE(users.cmdOK(name, u""_s));
-    EXPECT_EQ(
-        ports.log,
-        QStringList{
-            u"critical [] 用户名不能用作文件名（最多50个字符，不能含有 / \\ : * ? \" < > | 等符号），请换一个用户名！"_s});
+    EXPECT_EQ(ports.log,
+              QStringList{
+                  u"critical [] 用户名不能用作文件名（最多50个字符，不能含有 / \\ : * ? \" < > | 等符号，首尾不能是点，"
+                  "也不能是 CON、NUL、COM1 等设备名），请换一个用户名！"_s});
   }
   EXPECT_EQ(accounts(), QStringList{u"临时用户"_s});
 }
@@ -102,6 +102,23 @@ TEST_F(UsersTest, APasswordOf51CharactersIsRefused) {
   EXPECT_FALSE(users.cmdOK(u"a"_s, QString(51, u'x')));
   EXPECT_EQ(ports.log, QStringList{u"critical [] 密码太长，最多50个字符！"_s});
   EXPECT_TRUE(users.cmdOK(u"a"_s, QString(50, u'x')));
+}
+
+TEST_F(UsersTest, ACharacterOutsideTheBasicPlaneCountsAsTwo) {
+  const QString face = u"\U0001F600"_s;
+  EXPECT_FALSE(users.cmdOK(face.repeated(26), u""_s));
+  EXPECT_TRUE(ports.log.last().startsWith(u"critical [] 用户名不能用作文件名"_s));
+  EXPECT_FALSE(users.cmdOK(u"a"_s, face.repeated(26)));
+  EXPECT_EQ(ports.log.last(), u"critical [] 密码太长，最多50个字符！"_s);
+  EXPECT_TRUE(users.cmdOK(face.repeated(25), face.repeated(25)));
+}
+
+TEST_F(UsersTest, WhatAnEndedRunHasLeftOfAFileGoesAtALogon) {
+  QFile half(fileOf(u"乙"_s) + u".new"_s);
+  ASSERT_TRUE(half.open(QIODevice::WriteOnly));
+  ASSERT_TRUE(users.cmdOK(u"a.uVorex.new"_s, u""_s));  // a user of a queer name loses nothing
+  EXPECT_FALSE(half.exists());
+  EXPECT_TRUE(QFile::exists(fileOf(u"a.uVorex.new"_s)));
 }
 
 TEST_F(UsersTest, WhoHasAnAccountMayTypeAsLongAPasswordAsTheyLike) {

@@ -149,6 +149,16 @@ TEST_F(WindowScreensTest, TheSplashIsAsLargeAsItsPictureAndGoesWhenTheWindowCome
   EXPECT_TRUE(screens.window()->close());
 }
 
+TEST_F(WindowScreensTest, TheSplashDoesNotLieOverTheBoxOfAStartThatFails) {
+  prepare("DELETE FROM BallColor WHERE 号码 = 11");
+  int splashes = -1;
+  boxes.onShow = [&] { splashes = topLevel(u"frmInitapp"_s) == nullptr ? 0 : 1; };
+  Startup failing(folders, boxes, screens, quick);
+  EXPECT_FALSE(failing.start());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"程序初始化出错,即将退出。。。"_s});
+  EXPECT_EQ(splashes, 0);
+}
+
 TEST_F(WindowScreensTest, TheSplashStandsWhileTheWindowIsMade) {
   prepare("UPDATE 用户模式 SET 模式 = 1");
   bool seen = false;
