@@ -38,13 +38,14 @@ class ChoicesTest : public MainWindowTest {
 
   void openTab(int tab) { the<QListWidget>(u"TabStrip_TiaoJian"_s).setCurrentRow(tab - 1); }
 
-  /// Turns the wheel one notch up and one down over a control. Each turn must be seen below it, unless the control took it.
+  /// Turns the wheel by three notches over a control, and tells how many of them the widget below it saw.
   int turnsPassedOn(QWidget& control) {
-    const WheelBelow below(*control.parentWidget());
+    WheelBelow below(*control.parentWidget());
     for (const int angle : {120, -120, -120}) {
       QWheelEvent turn(control.rect().center(), control.mapToGlobal(control.rect().center()), {}, {0, angle},
                        Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-      QApplication::sendEvent(&control, &turn);
+      QSpontaneKeyEvent::setSpontaneous(&turn);  // only what the system sends is passed on
+      QCoreApplication::instance()->notify(&control, &turn);
     }
     return below.turns;
   }
