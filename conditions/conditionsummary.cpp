@@ -152,7 +152,7 @@ QStringList reductionLines(Store& store) {
 
 QString buildConditionSummary(Store& store, RunState* run) {
   const QStringList groups[] = {
-      pickLines(store),  positionLines(store), listLines(store, rangeLines), listLines(store, formLines),
+      pickLines(store),       positionLines(store), listLines(store, rangeLines), listLines(store, formLines),
       groupLines(store, run), matchLines(store),    parityLines(store),           reductionLines(store),
   };
   QStringList lines;

@@ -65,8 +65,8 @@ TEST_F(ChoicesTest, TheWheelOverABoxChoosesNothingAndGoesOnBelow) {
     int tab;  ///< 0: the parity panel
     QStringView box;
   };
-  constexpr Place places[] = {{22, u"ComboZDYcyfz"}, {23, u"Combo_HistoryGuoLu_0"},    {23, u"Combo_HistoryGuoLu_1"},
-                              {23, u"Combo_PiPei"},  {0, u"Combo1_dansuang_11"}, {0, u"Combo1_dansuang_55"}};
+  constexpr Place places[] = {{22, u"ComboZDYcyfz"}, {23, u"Combo_HistoryGuoLu_0"}, {23, u"Combo_HistoryGuoLu_1"},
+                              {23, u"Combo_PiPei"},  {0, u"Combo1_dansuang_11"},    {0, u"Combo1_dansuang_55"}};
   for (const Place& place : places) {
     if (place.tab == 0)
       triggerMenu(u"paicu"_s);

@@ -205,8 +205,7 @@ TEST_F(ConditionListsTest, ShiftSelectsARangeOfAPositionList) {
   openTab(15);
   auto& list = the<QListWidget>(u"List_DingweiNumber_3"_s);
   clickItem(list, 1);
-  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ShiftModifier,
-                    list.visualItemRect(list.item(4)).center());
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ShiftModifier, list.visualItemRect(list.item(4)).center());
   EXPECT_EQ(numbersWith(u"第3位"_s), u"2 3 4 5"_s);
   auto& next = the<QListWidget>(u"List_DingweiNumber_4"_s);
   next.setFocus();
@@ -225,10 +224,8 @@ TEST_F(ConditionListsTest, ADragAndShiftSelectTheCountsOfAGroup) {
   auto& list = the<QListWidget>(u"List_ZDYset"_s);
   drag(list, 1, 2);
   EXPECT_EQ(changed(), (QStringList{u"v3801 1"_s, u"v3802 1"_s, u"u20 1"_s, u"n5 0"_s}));
-  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ShiftModifier,
-                    list.visualItemRect(list.item(4)).center());
-  EXPECT_EQ(changed(),
-            (QStringList{u"v3801 1"_s, u"v3802 1"_s, u"v3803 1"_s, u"v3804 1"_s, u"u20 1"_s, u"n5 0"_s}));
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ShiftModifier, list.visualItemRect(list.item(4)).center());
+  EXPECT_EQ(changed(), (QStringList{u"v3801 1"_s, u"v3802 1"_s, u"v3803 1"_s, u"v3804 1"_s, u"u20 1"_s, u"n5 0"_s}));
 }
 
 TEST_F(ConditionListsTest, ANumberOfAPositionListChangesItsOneFieldAndBack) {

@@ -153,7 +153,8 @@ TEST_F(SettingPagesTest, TheTabsWithoutStretchesAndWithoutAGroupInUseLeaveTheBuf
 }
 
 TEST_F(SettingPagesTest, TheCountsOfAGroupInUseGoThroughTheBufferOfTheRun) {
-  data.store().execute("test", "UPDATE 号码特性 SET 自定义组2 = 1 WHERE 号码 = 4");  // the factory set allows 2 and 4 of it
+  data.store().execute("test",
+                       "UPDATE 号码特性 SET 自定义组2 = 1 WHERE 号码 = 4");  // the factory set allows 2 and 4 of it
   data.store().execute("test", "UPDATE 过滤条件使用情况 SET 使用情况 = 1 WHERE 条件 = 21");
   auto& buffer = window.driver().state().tiaojianValue;
   for (const int tab : {22, 25}) {
