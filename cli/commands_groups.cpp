@@ -55,12 +55,10 @@ void setCounts(Session& session, int k, const std::vector<int>& counts) {
   const CustomGroups::GroupState state = groups.showZdyGroup(k);
   if (!counts.empty() && !state.countsEnabled)
     throw MissingData(u"自定义组%1 中没有号码，请先设置号码。"_s.arg(k));
-  StoreTransaction transaction(session.store());
-  for (const bool wanted : {true, false})
-    for (int v = 0; v <= zdyLargestCount; ++v)
-      if (holds(counts, v) == wanted && state.counts.at(static_cast<std::size_t>(v)) != wanted)
-        groups.clickCount(k, v, wanted);
-  transaction.commit();
+  std::vector<bool> selected;
+  for (int v = 0; v <= zdyLargestCount; ++v)
+    selected.push_back(holds(counts, v));
+  groups.selectCounts(k, selected);
 }
 
 Action prepareCounts(const Arguments& arguments) {

@@ -50,6 +50,9 @@ class ConditionPanel final {
 
   bool loadingPanel = false;
 
+  /// The state whose buffer is filled with what the screen reads; nullptr where there is none.
+  [[nodiscard]] RunState* run() const noexcept { return run_; }
+
   /// The lists of a tab (index 1 to 25); empty for tabs without value lists. Tab 15 has the seven position lists.
   std::vector<ListState> valueLists(int tab);
 

@@ -13,6 +13,7 @@
 #include "conditions/conditionmap.h"
 #include "conditions/conditionsummary.h"
 #include "conditions/widgets/tabcaptions.h"
+#include "conditions/widgets/wheelguard.h"
 #include "model/widgets/faultbox.h"
 
 namespace elevenfive {
@@ -103,6 +104,7 @@ QComboBox* MatchPage::box(const QString& name, const QString& accessibleName, in
   auto* made = new QComboBox(this);
   made->setObjectName(name);
   made->setAccessibleName(accessibleName);
+  passWheelOn(*made);
   for (int value = 1; value <= last; ++value)
     made->addItem(QString::number(value), value);
   connect(made, &QComboBox::currentIndexChanged, this, [this, field](int index) {
@@ -170,7 +172,8 @@ void ReductionPage::reload() {
   panel_.loadingPanel = false;
 }
 
-SummaryPage::SummaryPage(Store& gConn, Boxes& boxes, QWidget* parent) : QWidget(parent), gConn_(gConn), boxes_(boxes) {
+SummaryPage::SummaryPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, QWidget* parent)
+    : QWidget(parent), gConn_(gConn), panel_(panel), boxes_(boxes) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   auto* title = new QLabel(tabCaption(summaryTab), this);
@@ -185,7 +188,7 @@ SummaryPage::SummaryPage(Store& gConn, Boxes& boxes, QWidget* parent) : QWidget(
 }
 
 void SummaryPage::reload() {
-  withFaultBox(boxes_, [this] { text_->setPlainText(buildConditionSummary(gConn_)); });
+  withFaultBox(boxes_, [this] { text_->setPlainText(buildConditionSummary(gConn_, panel_.run())); });
   text_->verticalScrollBar()->setValue(0);
 }
 

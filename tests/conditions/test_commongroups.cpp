@@ -50,6 +50,7 @@ TEST_F(CommonGroups, OddAndEven) {
 
 TEST_F(CommonGroups, Remainders) {
   EXPECT_EQ(of(u"除3余0(0路)"_s), u"3 6 9"_s);
+  EXPECT_EQ(of(u"除3余1(1路)"_s), u"1 4 7 10"_s);
   EXPECT_EQ(of(u"除3余2(2路)"_s), u"2 5 8 11"_s);
   EXPECT_EQ(of(u"除4余0"_s), u"4 8"_s);
   EXPECT_EQ(of(u"除4余1"_s), u"1 5 9"_s);
@@ -61,6 +62,10 @@ TEST_F(CommonGroups, Remainders) {
   EXPECT_EQ(of(u"除5余3"_s), u"3 8"_s);
   EXPECT_EQ(of(u"除5余4"_s), u"4 9"_s);
   EXPECT_EQ(of(u"除6余0"_s), u"6"_s);
+  EXPECT_EQ(of(u"除6余1"_s), u"1 7"_s);
+  EXPECT_EQ(of(u"除6余2"_s), u"2 8"_s);
+  EXPECT_EQ(of(u"除6余3"_s), u"3 9"_s);
+  EXPECT_EQ(of(u"除6余4"_s), u"4 10"_s);
   EXPECT_EQ(of(u"除6余5"_s), u"5 11"_s);
 }
 
