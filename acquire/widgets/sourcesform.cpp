@@ -43,8 +43,14 @@ QPushButton* formButton(const QString& name, const QString& caption, QWidget* pa
 
 }  // namespace
 
-SourcesForm::SourcesForm(Store& gConn, Boxes& boxes, PageLoaderFactory loaders, QWidget* parent)
-    : QDialog(parent), gConn_(gConn), boxes_(boxes), reader_(std::move(loaders)), verdict_(new QLabel(this)) {
+SourcesForm::SourcesForm(Store& gConn, Boxes& boxes, PageLoaderFactory loaders, QWidget* parent,
+                         const SourcesTimes& times)
+    : QDialog(parent),
+      gConn_(gConn),
+      boxes_(boxes),
+      reader_(std::move(loaders), times.tickMs),
+      server_(times.serverMs),
+      verdict_(new QLabel(this)) {
   setObjectName(u"frmSources"_s);
   setWindowTitle(u"数据源设置"_s);
   auto* layout = new QVBoxLayout(this);

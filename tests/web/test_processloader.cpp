@@ -286,5 +286,45 @@ TEST_F(ProcessLoaderTest, ThePlainReaderGivesTextAndMarkup) {
   EXPECT_TRUE(reader.openUrlText(QUrl(server.url(u"/08118.html"_s)), false).startsWith(u"<html>"_s));
 }
 
+class PlainReader : public WebTest {
+ protected:
+  /// Ticks are shortened so that 50 of them take one and a half seconds.
+  QString read(const QString& path) {
+    OpenUrlText reader(processLoaders(), 30);
+    waited.start();
+    const QString text = reader.openUrlText(QUrl(server.url(path)), true);
+    EXPECT_LT(waited.elapsed(), 60 * 30 + 1500);
+    return text;
+  }
+
+  QElapsedTimer waited;
+};
+
+TEST_F(PlainReader, AServerThatHangsGivesNothingAfterItsTime) {
+  HttpReply reply;
+  reply.ending = HttpEnding::silent;
+  server.answer("/08118.html", reply);
+  EXPECT_EQ(read(u"/08118.html"_s), QString());
+  EXPECT_GE(waited.elapsed(), 49 * 30);
+}
+
+TEST_F(PlainReader, APageThatStaysUnfinishedGivesWhatHasCome) {
+  HttpReply reply = pageReply(QByteArray("<h1>奖池</h1>") + QByteArray(5000, ' '));
+  reply.ending = HttpEnding::hang;
+  server.answer("/08118.html", reply);
+  EXPECT_EQ(read(u"/08118.html"_s), u"奖池"_s);
+  EXPECT_GE(waited.elapsed(), 49 * 30);
+}
+
+TEST_F(PlainReader, AScriptThatNeverEndsIsNotWaitedForAnyLonger) {
+  page("/08118.html", u"<h1>奖池</h1><script>for(;;){}</script>"_s);
+  EXPECT_EQ(read(u"/08118.html"_s), QString());
+}
+
+TEST_F(PlainReader, AScriptThatHangsThePageOnceItHasComeIsNotWaitedForEither) {
+  page("/08118.html", u"<h1>奖池</h1><script>onload=()=>setTimeout(()=>{for(;;);},0)</script>"_s);
+  read(u"/08118.html"_s);  // its text, where the reading came before the script
+}
+
 }  // namespace
 }  // namespace elevenfive
