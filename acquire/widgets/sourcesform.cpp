@@ -151,7 +151,9 @@ void SourcesForm::test(const Row& row) {
   testing_ = false;
   for (const Row& other : rows_)
     other.test->setEnabled(true);
-  if (text.isEmpty())
+  if (!isVisible())  // closed meanwhile: nobody wants to know any more
+    verdict_->clear();
+  else if (text.isEmpty())
     tellWhyNot(row.name, page);
   else if (row.name == resultsSite.name && !text.contains(resultsPageMark))
     verdict_->setText(u"“%1”：网页可以打开，但不是开奖数据的网页。"_s.arg(row.name));
