@@ -1,4 +1,5 @@
 // Draws from the web: a page kept in a file, or the page of the game in use.
+#include <QScopeGuard>
 #include <QString>
 #include <ostream>
 
@@ -78,6 +79,8 @@ Action prepareUpdate(const Arguments&) {
                      {ports, ports, panels, ports, view, processLoaders(),
                       [&session](const QUrl& page) { printText(session.out(), page.toString()); }},
                      times);
+    update.setNoticeDone(session.noticeDone);
+    const auto kept = qScopeGuard([&] { session.noticeDone = update.isNoticeDone(); });
     if (update.updateHistory())
       return;
     if (!update.leftSiteText().isEmpty())  // which the panel alone has told
