@@ -19,12 +19,12 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Prints what the panel of running passes tells.
+/// Prints what the panel of running passes tells; what a derivation tells again and again comes once.
 class PrintedPanels final : public StatusPanels {
  public:
   explicit PrintedPanels(std::ostream& out) : out_(out) {}
   void setPanel(int panel, const QString& text) override {
-    if (panel != runningPass || text == last_)
+    if (panel != runningPass || (text == last_ && !text.startsWith(u"数据下载中"_s)))
       return;
     last_ = text;
     printText(out_, text);

@@ -110,7 +110,7 @@ bool SourcesForm::areAddresses() {
     for (const Row& row : rows_) {
       QString address = row.address->text().trimmed();
       if (address.isEmpty() || address == sourceAddress(gConn_, row.name) ||
-          isWebAddress(QUrl(address.replace(provincePlace.toString(), u"x"_s))))
+          isWebAddress(QUrl::fromUserInput(address.replace(provincePlace.toString(), u"x"_s))))
         continue;
       boxes_.critical(u"“%1”的地址不正确，要以 http:// 或 https:// 开头。"_s.arg(row.name));
       row.address->setFocus();

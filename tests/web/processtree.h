@@ -31,4 +31,10 @@ inline QList<qint64> descendants(qint64 process) {
   return found;
 }
 
+/// Whether a process still runs; one that has ended and waits for its parent's word does not.
+inline bool isAtWork(qint64 process) {
+  const QString state = statusOf(process, QStringLiteral("State"));
+  return !state.isEmpty() && !state.startsWith(u'Z');
+}
+
 }  // namespace elevenfive

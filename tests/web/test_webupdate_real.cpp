@@ -203,5 +203,17 @@ TEST_F(RealUpdate, TheCompanionUpdatesTheHistory) {
   EXPECT_EQ(out.str(), "期号\t和值\n110315001\t15\n110315002\t16\n");
 }
 
+TEST_F(RealUpdate, ABatchAsksForTheNoticeOnce) {
+  page("/", tablePage({u"11031501 01 02 03 04 05"_s}));
+  page("/notice", u"nothing new"_s);
+  QTemporaryDir folder;
+  std::istringstream in("init\nsource set 开奖网站 " + server.url({}).toStdString() + "\nsource set 版本公告 " +
+                        server.url(u"/notice"_s).toStdString() + "\nhistory update\nhistory update\n");
+  std::ostringstream out;
+  std::ostringstream err;
+  EXPECT_EQ(runProgram({u"--folder"_s, folder.path(), u"--temp"_s, folder.path(), u"batch"_s}, {in, out, err}), 0);
+  EXPECT_EQ(askedOf(server), (QStringList{u"/"_s, u"/notice"_s, u"/"_s}));
+}
+
 }  // namespace
 }  // namespace elevenfive
