@@ -11,6 +11,8 @@ OpenUrlText::OpenUrlText(PageLoaderFactory loaders, int tickMs) : loaders_(std::
   QObject::connect(&timerOpenURL_, &QTimer::timeout, &timerOpenURL_, [this] {
     if (++ticked_ >= ticks)
       done_ = true;
+    if (ticked_ >= ticks + readingTicks)
+      webBrowserOpenURL_->stop();  // a page caught in a script gives no answer to the reading
   });
 }
 
@@ -41,10 +43,10 @@ QString OpenUrlText::openUrlText(const QUrl& url, bool asText) {
   page.navigate(url);
   timerOpenURL_.start();
   runEventsUntil([&] { return done_ || stopRequested_ || !page.fault().isEmpty(); });
-  timerOpenURL_.stop();
   QString read;
   if (!stopRequested_)
     read = (asText ? page.bodyText() : page.markup()).trimmed();
+  timerOpenURL_.stop();
   page.stop();
   running_ = false;
   return read;

@@ -11,13 +11,14 @@ namespace elevenfive {
 class OpenUrlText final {
  public:
   static constexpr int ticks = 50;
+  static constexpr int readingTicks = 10;  ///< for a page that has not come by then to show what it has
 
   /// The control, WebBrowserOpenURL, is made on first use. tickMs: between two ticks of TimerOpenURL.
   explicit OpenUrlText(PageLoaderFactory loaders, int tickMs = 100);
   ~OpenUrlText();
 
   /// The trimmed text of the page, or its trimmed markup. Runs the event loop until the page has a body, or for 50 ticks; then
-  /// whatever there is by that time, empty where nothing is. A call during another gives an empty text.
+  /// whatever there is by that time, empty where nothing is or the page does not answer for ten ticks more. A call during another gives an empty text.
   QString openUrlText(const QUrl& url, bool asText);
 
   /// Ends a running call, which then gives an empty text.

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "acquire/catalogue.h"
 #include "acquire/pagewait.h"
 #include "model/texts.h"
 
@@ -41,6 +42,15 @@ void waitForDocument(PageLoader& page, const QUrl& url, int loadMs) {
 }
 
 }  // namespace
+
+QUrl siteListUrl(const QString& siteAddress, const QString& lotteryName) {
+  QString site = provinceAddress(siteAddress, lotteryName);
+  if (site.isEmpty())
+    return {};
+  while (site.endsWith(u'/'))
+    site.chop(1);
+  return QUrl::fromUserInput(site + u"/chart.asp?siteid=2"_s);
+}
 
 SiteList::SiteList(PageLoaderFactory loaders, QUrl page, int loadMs)
     : loaders_(std::move(loaders)), page_(std::move(page)), loadMs_(loadMs) {}

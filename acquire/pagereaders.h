@@ -15,6 +15,9 @@
 
 namespace elevenfive {
 
+/// The page of the list of provinces on the results site of a game; empty where the site's address is unset.
+QUrl siteListUrl(const QString& siteAddress, const QString& lotteryName);
+
 /// The list of provinces on a page of the results site.
 class SiteList final {
  public:
@@ -25,7 +28,7 @@ class SiteList final {
     QString name;
   };
 
-  /// page: the address of the list, "/chart.asp?siteid=2" on the results site. loadMs: how long it is waited for.
+  /// page: what siteListUrl gives. loadMs: how long it is waited for.
   SiteList(PageLoaderFactory loaders, QUrl page, int loadMs = 120'000);
 
   /// Reads the list out of a text; out of the stretch of the page where it stands when the text is empty. The page is loaded

@@ -64,6 +64,11 @@ bool isSameSite(const QUrl& asked, const QUrl& address) {
   return siteName(asked.host()) == siteName(address.host());
 }
 
+QStringList hostPatterns(const QUrl& asked) {
+  const QString site = siteName(asked.host(QUrl::FullyEncoded));
+  return isNumericHost(site) ? QStringList{site} : QStringList{site, u"*."_s + site};
+}
+
 bool mayHoldPage(const QUrl& asked, const QUrl& address) {
   if (asked.host() == address.host())
     return isSameHost(asked, address);

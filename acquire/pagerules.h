@@ -25,6 +25,9 @@ enum class LeaveKind {
   person,    ///< a link or form, for which there is nobody
 };
 
+/// The names of the hosts of a page's site, with * for any part of a name.
+QStringList hostPatterns(const QUrl& asked);
+
 /// Whether an address can be loaded at all: http or https with a host.
 bool isWebAddress(const QUrl& address);
 

@@ -4,7 +4,6 @@
 #include <array>
 
 #include "history/derivation.h"
-#include "history/pass.h"
 #include "model/errors.h"
 #include "model/store.h"
 #include "model/texts.h"
@@ -78,8 +77,7 @@ std::optional<Qihao> PageScan::takeLine(QStringView line) {
   if (!read)
     return std::nullopt;
   ++counts_.qualified;
-  if (read->numbers && read->qihao >= 1 &&
-      noted([this, &read] { writer_.write(read->qihao, date_, *read->numbers); })) {
+  if (read->numbers && read->qihao >= 1 && isStored(read->qihao, *read->numbers)) {
     if (counts_.lowQihao == 0 || counts_.lowQihao > read->qihao)
       counts_.lowQihao = read->qihao;
     counts_.highQihao = std::max(counts_.highQihao, read->qihao);
@@ -88,9 +86,10 @@ std::optional<Qihao> PageScan::takeLine(QStringView line) {
   return read->qihao;
 }
 
-bool PageScan::noted(const std::function<void()>& step) {
+/// Each draw is written for itself, so that a full disk takes none of those before it along.
+bool PageScan::isStored(Qihao period, const Draw& numbers) {
   try {
-    step();
+    writer_.write(period, date_, numbers);
     return true;
   } catch (const StoreError& fault) {
     if (counts_.fault.isEmpty())
@@ -100,25 +99,20 @@ bool PageScan::noted(const std::function<void()>& step) {
 }
 
 PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qihao lastQihao, Events& events,
-                    const PageLineTold& told) {
+                    const PageLineTold& told, const std::function<bool()>& stopped) {
   const QString text = scanText(bodyText);
   PageScan scan(store, date, lastQihao);
-  PassTransaction transaction(store);
-  for (qsizetype begin = 0; begin <= text.size();) {
+  for (qsizetype begin = 0; begin <= text.size() && !(stopped && stopped());) {
     const qsizetype end = text.indexOf(u"\r\n"_s, begin);
     const qsizetype length = (end < 0 ? text.size() : end) - begin;
     const std::optional<Qihao> period = scan.takeLine(QStringView(text).mid(begin, length));
-    if (period) {
-      scan.noted([&transaction] { transaction.rowDone(); });
-      if (told && !told(*period))
-        break;
-    }
+    if (period && told && !told(*period))
+      break;
     events.yield();
     if (end < 0)
       break;
     begin = end + 2;
   }
-  scan.noted([&transaction] { transaction.commit(); });
   return scan.counts();
 }
 

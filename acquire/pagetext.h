@@ -57,10 +57,9 @@ class PageScan final {
 
   [[nodiscard]] const PageCounts& counts() const noexcept { return counts_; }
 
-  /// Runs a step of the scan that writes, and notes its fault. False where it failed.
-  bool noted(const std::function<void()>& step);
-
  private:
+  bool isStored(Qihao period, const Draw& numbers);
+
   HistoryWriter writer_;
   QDate date_;
   PageCounts counts_;
@@ -69,10 +68,10 @@ class PageScan final {
 /// Told of each line with the form of a draw, with its period; false ends the scan.
 using PageLineTold = std::function<bool(Qihao)>;
 
-/// Scans a whole text, yielding after each line. A fault of the table ends neither the scan nor
-/// what was stored: it stands in the counts, for whoever derives what there is and then tells it.
+/// Scans a whole text, yielding after each line; `stopped` is asked before each, and true ends the scan. A fault of the table
+/// ends neither the scan nor what was stored: it stands in the counts, for whoever derives what there is and then tells it.
 PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qihao lastQihao, Events& events,
-                    const PageLineTold& told = {});
+                    const PageLineTold& told = {}, const std::function<bool()>& stopped = {});
 
 /// Derives the columns of the draws a scan has stored, in two calls: the whole range and its oldest draw alone. Nothing where
 /// none was stored. A draw with numbers out of range, from elsewhere, ends it in silence: the draws themselves are in.

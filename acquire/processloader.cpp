@@ -1,9 +1,12 @@
 #include "acquire/processloader.h"
 
+#include <unistd.h>
+
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QProcessEnvironment>
+#include <csignal>
 
 #include "acquire/pagerules.h"
 
@@ -48,6 +51,7 @@ ProcessLoader::~ProcessLoader() {
 }
 
 void ProcessLoader::stop() {
+  ++load_;
   busy_ = false;
   limit_.stop();
   pending_.clear();
@@ -55,6 +59,8 @@ void ProcessLoader::stop() {
   if (!process_)
     return;
   process_->disconnect();
+  if (const qint64 group = process_->processId(); group > 0)
+    ::kill(static_cast<pid_t>(-group), SIGKILL);  // with its renderer, which may be caught in a script
   process_->kill();
   process_->waitForFinished(1000);
   // It may be one of its own signals that led here.
@@ -63,7 +69,6 @@ void ProcessLoader::stop() {
 
 void ProcessLoader::navigate(const QUrl& url) {
   stop();
-  ++load_;
   fault_.clear();
   address_ = url;
   busy_ = true;
@@ -96,6 +101,7 @@ void ProcessLoader::startProcess() {
     endReading();
     complete();
   });
+  process_->setChildProcessModifier([] { ::setpgid(0, 0); });
   process_->start(program_.isEmpty() ? pageProgram() : program_, QStringList());
 }
 
@@ -121,7 +127,10 @@ void ProcessLoader::told(const PageTold& message) {
     case PageTold::Kind::complete:
       if (busy_ && mayHoldPage(address_, message.address))
         address_ = message.address;
-      complete();
+      if (busy_)
+        complete();
+      else  // a script has put another document in its place
+        tellLater([this] { tellDocument(); });
       break;
     case PageTold::Kind::away:
       address_ = message.address;
@@ -145,7 +154,17 @@ void ProcessLoader::complete() {
   limit_.stop();
   // From the event loop, not from inside one of the process's signals: whoever is told may read the page at once.
   if (busy_)
-    QTimer::singleShot(0, &limit_, [this, load = load_] { tellComplete(load); });
+    tellLater([this] {
+      if (std::exchange(busy_, false))
+        tellDocument();
+    });
+}
+
+void ProcessLoader::tellLater(std::function<void()> tell) {
+  QTimer::singleShot(0, &limit_, [this, load = load_, tell = std::move(tell)] {
+    if (load == load_)
+      tell();
+  });
 }
 
 void ProcessLoader::endReading() {
@@ -153,9 +172,7 @@ void ProcessLoader::endReading() {
     answered_();
 }
 
-void ProcessLoader::tellComplete(int load) {
-  if (load != load_ || !std::exchange(busy_, false))
-    return;
+void ProcessLoader::tellDocument() {
   if (documentComplete)
     documentComplete(true);
 }

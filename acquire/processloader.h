@@ -46,7 +46,8 @@ class ProcessLoader final : public PageLoader {
   void told(const PageTold& message);
   void complete();
   void endReading();
-  void tellComplete(int load);
+  void tellLater(std::function<void()> tell);
+  void tellDocument();
   QString read(PagePart part);
 
   LoaderTimes times_;
@@ -60,7 +61,7 @@ class ProcessLoader final : public PageLoader {
   std::function<void()> answered_;  ///< set while a reading waits
   int reading_ = 0;                 ///< counts the readings, so that a late answer is not taken for a later one's
   bool busy_ = false;
-  int load_ = 0;  ///< counts the loads, so that nothing late is taken for a later one's
+  int load_ = 0;  ///< counts loads and stops, so that nothing is told of a load that is over
 };
 
 /// Makes a ProcessLoader with the usual times.

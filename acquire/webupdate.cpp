@@ -180,11 +180,14 @@ QString WebUpdate::readBody() {
 }
 
 void WebUpdate::scan(const QString& text, const QDate& date, Qihao lastQihao, PageCounts& counts) {
-  counts = scanPage(gConn_, text, date, lastQihao, ports_.events, [this](Qihao period) {
-    timerXZ_.stop();
-    setPanel(u"数据下载中：   正在下载 "_s + QString::number(period) + u" 期的数据。。。"_s);
-    return !stopRequested_;
-  });
+  counts = scanPage(
+      gConn_, text, date, lastQihao, ports_.events,
+      [this](Qihao period) {
+        timerXZ_.stop();
+        setPanel(u"数据下载中：   正在下载 "_s + QString::number(period) + u" 期的数据。。。"_s);
+        return true;
+      },
+      [this] { return stopRequested_; });
   const auto step = [&counts](const auto& work) {
     try {
       work();

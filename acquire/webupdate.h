@@ -72,6 +72,10 @@ class WebUpdate final {
   /// What the panel said of the last page where it was led off its site, which no box tells; empty after any other outcome.
   [[nodiscard]] const QString& leftSiteText() const noexcept { return leftSiteText_; }
 
+  /// Whether the version notice has run; who makes a second flow in one run of the program hands that on.
+  [[nodiscard]] bool isNoticeDone() const noexcept { return noticeDone_; }
+  void setNoticeDone(bool done) noexcept { noticeDone_ = done; }
+
   [[nodiscard]] bool isRunning() const noexcept { return running_; }
 
  private:

@@ -1,4 +1,5 @@
 // Draws from the web: a page kept in a file, or the page of the game in use.
+#include <QScopeGuard>
 #include <QString>
 #include <ostream>
 
@@ -18,12 +19,12 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Prints what the panel of running passes tells.
+/// Prints what the panel of running passes tells; what a derivation tells again and again comes once.
 class PrintedPanels final : public StatusPanels {
  public:
   explicit PrintedPanels(std::ostream& out) : out_(out) {}
   void setPanel(int panel, const QString& text) override {
-    if (panel != runningPass || text == last_)
+    if (panel != runningPass || (text == last_ && !text.startsWith(u"数据下载中"_s)))
       return;
     last_ = text;
     printText(out_, text);
@@ -78,6 +79,8 @@ Action prepareUpdate(const Arguments&) {
                      {ports, ports, panels, ports, view, processLoaders(),
                       [&session](const QUrl& page) { printText(session.out(), page.toString()); }},
                      times);
+    update.setNoticeDone(session.noticeDone);
+    const auto kept = qScopeGuard([&] { session.noticeDone = update.isNoticeDone(); });
     if (update.updateHistory())
       return;
     if (!update.leftSiteText().isEmpty())  // which the panel alone has told

@@ -58,6 +58,9 @@ class Session final {
   [[nodiscard]] OpenProgram& program();
   [[nodiscard]] Store& store() { return program().workspace.gConn; }
 
+  /// Whether the version notice was asked for, once a session.
+  bool noticeDone = false;
+
   /// Runs an action; throws Refused where one of its boxes said no.
   void run(const std::function<void(Session&)>& action);
 

@@ -80,7 +80,10 @@ LeaveKind leaveKindOf(QWebEnginePage::NavigationType type) {
       return LeaveKind::asked;
     case QWebEnginePage::NavigationTypeRedirect:
       return LeaveKind::redirect;
+    // Nobody presses anything on a hidden page: a reload, too, is a script's.
     case QWebEnginePage::NavigationTypeOther:
+    case QWebEnginePage::NavigationTypeReload:
+    case QWebEnginePage::NavigationTypeFormSubmitted:
       return LeaveKind::script;
     default:
       return LeaveKind::person;

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <QGuiApplication>
+#include <QNetworkProxyFactory>
 #include <QSocketNotifier>
 #include <cerrno>
 #include <csignal>
@@ -24,7 +25,18 @@ using namespace elevenfive;
 constexpr const char* engineFlags =
     "--disable-gpu --disable-gpu-compositing --disable-dev-shm-usage --disable-background-networking"
     " --disable-component-update --disable-domain-reliability --disable-sync --disable-breakpad --no-first-run"
-    " --no-pings --mute-audio --js-flags=--max-old-space-size=512";
+    " --no-pings --mute-audio --js-flags=--max-old-space-size=512"
+    " --force-webrtc-ip-handling-policy=disable_non_proxied_udp";
+
+/// Only the page's site can be found at all, and what the person goes through to reach it. This holds also for what the engine
+/// asks of no gate, such as a page's own connections to other machines.
+QByteArray hostFlag(const QUrl& asked) {
+  QStringList found = hostPatterns(asked);
+  for (const QNetworkProxy& proxy : QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(asked)))
+    if (!proxy.hostName().isEmpty())
+      found << proxy.hostName();
+  return " --host-resolver-rules=\"MAP * ~NOTFOUND,EXCLUDE " + found.join(QStringLiteral(",EXCLUDE ")).toUtf8() + '"';
+}
 
 /// What the surroundings say of the engine does not count here. Only root, for whom the sandbox cannot work, goes without it.
 void setEnvironment() {
@@ -32,7 +44,6 @@ void setEnvironment() {
     unsetenv(name);
   if (geteuid() == 0)
     setenv("QTWEBENGINE_DISABLE_SANDBOX", "1", 1);
-  setenv("QTWEBENGINE_CHROMIUM_FLAGS", engineFlags, 1);
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   setenv("QT_QUICK_BACKEND", "software", 1);
 }
@@ -82,6 +93,7 @@ class Conversation final {
     }
     if (page_ || !isWebAddress(request.address))
       end(2);
+    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", engineFlags + hostFlag(request.address));  // read with the first profile
     profile_ = std::make_unique<HiddenProfile>(request.address);
     page_ = std::make_unique<HiddenPage>(*profile_, [this](const PageTold& told) {
       writeAll(lineOf(told));

@@ -43,8 +43,14 @@ QPushButton* formButton(const QString& name, const QString& caption, QWidget* pa
 
 }  // namespace
 
-SourcesForm::SourcesForm(Store& gConn, Boxes& boxes, PageLoaderFactory loaders, QWidget* parent)
-    : QDialog(parent), gConn_(gConn), boxes_(boxes), reader_(std::move(loaders)), verdict_(new QLabel(this)) {
+SourcesForm::SourcesForm(Store& gConn, Boxes& boxes, PageLoaderFactory loaders, QWidget* parent,
+                         const SourcesTimes& times)
+    : QDialog(parent),
+      gConn_(gConn),
+      boxes_(boxes),
+      reader_(std::move(loaders), times.tickMs),
+      server_(times.serverMs),
+      verdict_(new QLabel(this)) {
   setObjectName(u"frmSources"_s);
   setWindowTitle(u"数据源设置"_s);
   auto* layout = new QVBoxLayout(this);
@@ -104,7 +110,7 @@ bool SourcesForm::areAddresses() {
     for (const Row& row : rows_) {
       QString address = row.address->text().trimmed();
       if (address.isEmpty() || address == sourceAddress(gConn_, row.name) ||
-          isWebAddress(QUrl(address.replace(provincePlace.toString(), u"x"_s))))
+          isWebAddress(QUrl::fromUserInput(address.replace(provincePlace.toString(), u"x"_s))))
         continue;
       boxes_.critical(u"“%1”的地址不正确，要以 http:// 或 https:// 开头。"_s.arg(row.name));
       row.address->setFocus();
@@ -145,7 +151,9 @@ void SourcesForm::test(const Row& row) {
   testing_ = false;
   for (const Row& other : rows_)
     other.test->setEnabled(true);
-  if (text.isEmpty())
+  if (!isVisible())  // closed meanwhile: nobody wants to know any more
+    verdict_->clear();
+  else if (text.isEmpty())
     tellWhyNot(row.name, page);
   else if (row.name == resultsSite.name && !text.contains(resultsPageMark))
     verdict_->setText(u"“%1”：网页可以打开，但不是开奖数据的网页。"_s.arg(row.name));

@@ -16,11 +16,18 @@ namespace elevenfive {
 
 class Store;
 
+/// How long a test waits, in milliseconds.
+struct SourcesTimes {
+  int tickMs = 100;  ///< of the page's reader
+  int serverMs = NetworkAddressTester::longestMs;
+};
+
 class SourcesForm final : public QDialog {
   Q_OBJECT
 
  public:
-  SourcesForm(Store& gConn, Boxes& boxes, PageLoaderFactory loaders, QWidget* parent = nullptr);
+  SourcesForm(Store& gConn, Boxes& boxes, PageLoaderFactory loaders, QWidget* parent = nullptr,
+              const SourcesTimes& times = {});
 
   void done(int result) override;
 

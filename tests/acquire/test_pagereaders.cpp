@@ -124,5 +124,12 @@ TEST(DrawAfterMark, SaysWhereTheMarkIsMissing) {
   EXPECT_EQ(draw.numbers, (std::array<int, 5>{}));
 }
 
+TEST(SiteListPage, StandsOnTheResultsSiteOfTheGame) {
+  EXPECT_EQ(siteListUrl(u"http://{province}.results.test/"_s, u"广东11选5"_s),
+            QUrl(u"http://gd.results.test/chart.asp?siteid=2"_s));
+  EXPECT_EQ(siteListUrl(u"http://{province}.results.test"_s, u"重庆11选5"_s), QUrl());
+  EXPECT_EQ(siteListUrl(QString(), u"广东11选5"_s), QUrl());
+}
+
 }  // namespace
 }  // namespace elevenfive

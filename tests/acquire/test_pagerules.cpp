@@ -120,5 +120,13 @@ TEST(PageMessages, AnyOtherLineReadsAsNothing) {
   }
 }
 
+TEST(PageRules, OnlyTheHostsOfThePagesSiteAreToBeFound) {
+  EXPECT_EQ(hostPatterns(QUrl(u"http://gd.site.test/x"_s)), (QStringList{u"site.test"_s, u"*.site.test"_s}));
+  EXPECT_EQ(hostPatterns(QUrl(u"http://gd.site.com.cn"_s)), (QStringList{u"site.com.cn"_s, u"*.site.com.cn"_s}));
+  EXPECT_EQ(hostPatterns(QUrl(u"http://127.0.0.1:80/"_s)), QStringList{u"127.0.0.1"_s});
+  EXPECT_EQ(hostPatterns(QUrl(u"http://[::1]/"_s)), QStringList{u"::1"_s});
+  EXPECT_EQ(hostPatterns(QUrl(u"http://开奖.test/"_s)), (QStringList{u"xn--1tsr5k.test"_s, u"*.xn--1tsr5k.test"_s}));
+}
+
 }  // namespace
 }  // namespace elevenfive

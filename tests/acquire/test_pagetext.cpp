@@ -9,6 +9,7 @@
 #include "model/daycount.h"
 #include "model/errors.h"
 #include "model/texts.h"
+#include "tests/history/historytools.h"
 #include "tests/support/recordingports.h"
 #include "tests/support/testworkspace.h"
 
@@ -135,6 +136,28 @@ TEST_F(PageText, ADrawThatTheTableRefusesEndsNeitherTheScanNorTheOthers) {
   EXPECT_EQ(counts.rowsDone, 2);
   EXPECT_EQ(counts.fault, u"保存开奖记录失败：数值超出允许的范围。"_s);
   EXPECT_EQ(draws(), (QStringList{u"110315011 1 2 3 4 5"_s, u"110315013 1 2 3 4 7"_s}));
+}
+
+TEST_F(PageText, AFullDiskTakesNoneOfTheDrawsBeforeItAlong) {
+  QString text;
+  for (int i = 0; i < 4000; ++i)
+    text += u"%1 01 02 03 04 05 17:50:00\n"_s.arg(11010100 + i);
+  limitGrowth(data.store(), 8);
+  const PageCounts counts = scan(text);
+  EXPECT_FALSE(counts.fault.isEmpty());
+  EXPECT_GT(counts.rowsDone, 0);
+  EXPECT_LT(counts.rowsDone, 4000);
+  EXPECT_EQ(data.store().value("test", "SELECT COUNT(*) FROM 历史记录"), counts.rowsDone);
+  EXPECT_EQ(data.store().value("test", "SELECT MAX(期号) FROM 历史记录"), counts.highQihao);
+}
+
+TEST_F(PageText, AStopIsAskedForBeforeEachLine) {
+  int asked = 0;
+  const PageCounts counts =
+      scanPage(data.store(), u"11031510 01 02 03 04 05 17:50:00\nnothing\n11031511 01 02 03 04 06 17:50:00"_s, today, 0,
+               ports, {}, [&asked] { return ++asked == 3; });
+  EXPECT_EQ(counts.lines, 2);
+  EXPECT_EQ(draws(), QStringList{u"110315010 1 2 3 4 5"_s});
 }
 
 TEST_F(PageText, AFaultOfTheFirstDerivationDoesNotKeepTheSecondFromRunning) {

@@ -149,6 +149,32 @@ TEST_F(WebUpdateTest, AGameWithoutAPageIsToldAndNothingIsLoaded) {
   EXPECT_EQ(web.log, QStringList());
 }
 
+class NoPage : public WebUpdateTest, public ::testing::WithParamInterface<QString> {};
+
+TEST_P(NoPage, TheServerAlwaysHasNoDataYet) {
+  data.store().execute("test", "UPDATE 彩票类型 SET 使用 = 0");
+  const int used = data.store().execute("test", "UPDATE 彩票类型 SET 使用 = 1 WHERE 名称 LIKE ?", GetParam() + u'%');
+  ASSERT_EQ(used, 1);
+  EXPECT_FALSE(fetch());
+  EXPECT_EQ(ports.boxTexts(),
+            QStringList{u"抱歉，"_s + day.toString(Qt::ISODate) + u"的开奖数据在服务器中还没有更新，请稍后下载。"_s});
+  EXPECT_EQ(screen.panel.last(), day.toString(Qt::ISODate) + u"  数据：   服务器数据还没有更新，请稍后下载。  "_s);
+  EXPECT_EQ(web.log, QStringList());
+  EXPECT_EQ(draws(), QStringList());
+}
+
+INSTANTIATE_TEST_SUITE_P(Games, NoPage,
+                         ::testing::Values(QStringLiteral("重庆"), QStringLiteral("四川"), QStringLiteral("河南"),
+                                           QStringLiteral("青海"), QStringLiteral("西藏")));
+
+TEST_F(WebUpdateTest, WithoutAGameInUseTheServerHasNoDataEither) {
+  data.store().execute("test", "UPDATE 彩票类型 SET 使用 = 0");
+  EXPECT_FALSE(fetch());
+  EXPECT_EQ(ports.boxTexts(),
+            QStringList{u"抱歉，"_s + day.toString(Qt::ISODate) + u"的开奖数据在服务器中还没有更新，请稍后下载。"_s});
+  EXPECT_EQ(web.log, QStringList());
+}
+
 TEST_F(WebUpdateTest, AnAddressThatWasNeverSetIsToldWithThePlaceToSetIt) {
   for (const QString& address : {u"http://{province}.results.example"_s, QString()}) {
     setSourceAddress(data.store(), resultsSite.name.toString(), address);
@@ -317,8 +343,19 @@ TEST_F(WebUpdateTest, AStopEndsTheWaitAtOnceAndAsksNothing) {
   EXPECT_TRUE(screen.enabled);
 }
 
-TEST_F(WebUpdateTest, AStopBetweenTwoLinesKeepsWhatWasStored) {
+TEST_F(WebUpdateTest, AStopBeforeTheFirstDrawStoresNone) {
   ports.onYield = [this](int) { update().requestStop(); };
+  EXPECT_FALSE(update().updateHistory());
+  ports.onYield = {};
+  EXPECT_EQ(ports.boxes.size(), 0U);
+  EXPECT_EQ(draws(), QStringList());
+}
+
+TEST_F(WebUpdateTest, AStopBetweenTwoDrawsKeepsTheFirst) {
+  ports.onYield = [this](int yields) {
+    if (yields == 3)  // behind the two lines of the head and the first draw
+      update().requestStop();
+  };
   EXPECT_FALSE(update().updateHistory());
   ports.onYield = {};
   EXPECT_EQ(ports.boxes.size(), 0U);
@@ -377,6 +414,61 @@ TEST_F(WebUpdateTest, ANoticeIsToldAndItsPageOpened) {
   EXPECT_EQ(ports.boxTexts(), (QStringList{completed, noticeText()}));
   EXPECT_EQ(opened, QStringList{notice});
   EXPECT_EQ(screen.panel.last(), QString());
+}
+
+TEST_F(WebUpdateTest, TheNoticeIsReadWhileTheButtonsAreStillOff) {
+  setSourceAddress(data.store(), noticeServer.name.toString(), notice);
+  web.pages[noticeAddress(notice).toString()].texts = QStringList{u"elevenfive-new-version"_s};
+  update().updateHistory();
+  EXPECT_EQ(ports.log.mid(ports.log.size() - 4),
+            (QStringList{u"chart mode"_s, u"refresh views"_s, u"info [] "_s + noticeText(), u"buttons on"_s}));
+}
+
+TEST_F(WebUpdateTest, ANoticeFollowsAFailedUpdateToo) {
+  setSourceAddress(data.store(), noticeServer.name.toString(), notice);
+  web.pages.remove(page);
+  EXPECT_FALSE(update().updateHistory());
+  EXPECT_EQ(web.log.filter(u"navigate http://notice"_s).size(), 1);
+}
+
+TEST_F(WebUpdateTest, ANoticeServerThatFailsIsNotAskedAgain) {
+  setSourceAddress(data.store(), noticeServer.name.toString(), notice);
+  web.pages[noticeAddress(notice).toString()].fault = u"gone"_s;
+  update().updateHistory();
+  update().updateHistory();
+  EXPECT_EQ(web.log.filter(u"navigate http://notice"_s).size(), 1);
+  EXPECT_EQ(ports.boxTexts(), (QStringList{completed, completed}));
+}
+
+TEST_F(WebUpdateTest, AStopEndsTheWaitForTheNotice) {
+  setSourceAddress(data.store(), noticeServer.name.toString(), notice);
+  times.noticeMs = 60'000;
+  web.pages[noticeAddress(notice).toString()].afterMs = -1;
+  QTimer stop;
+  QObject::connect(&stop, &QTimer::timeout, [this] {
+    if (web.log.contains(u"navigate "_s + noticeAddress(notice).toString()))
+      update().requestStop();
+  });
+  stop.start(10);
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_TRUE(update().updateHistory());
+  EXPECT_LT(waited.elapsed(), 5000);
+  EXPECT_FALSE(update().isRunning());
+}
+
+TEST_F(WebUpdateTest, AFramesDocumentDoesNotStandForTheNotice) {
+  setSourceAddress(data.store(), noticeServer.name.toString(), notice);
+  times.noticeMs = 5000;
+  FakePage& told = web.pages[noticeAddress(notice).toString()];
+  told.frameMs = 1;
+  told.afterMs = 80;
+  told.texts = QStringList{u"elevenfive-new-version"_s};
+  QElapsedTimer waited;
+  waited.start();
+  update().updateHistory();
+  EXPECT_GE(waited.elapsed(), 80);
+  EXPECT_EQ(opened, QStringList{notice});
 }
 
 TEST_F(WebUpdateTest, ANoticeServerThatHangsEndsWithItsTime) {

@@ -1,6 +1,7 @@
 // Draws from the web in the window: from the button to the panel that follows, and the form of the addresses.
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTimer>
 
@@ -151,6 +152,20 @@ TEST_F(HistoryUpdateTest, AFaultOfTheTableBringsTheButtonsBack) {
   EXPECT_TRUE(button(1).isEnabled());
 }
 
+TEST_F(HistoryUpdateTest, TheRangeThatIsShownStaysAndASearchEnds) {
+  QString lines;
+  for (int i = 0; i < 120; ++i)
+    lines += u"%1 01 02 03 04 06\n"_s.arg(110101000 + i);
+  data.addDraws(lines);
+  openWindow();
+  click(the<QRadioButton>(u"OptionHistoryMode_0"_s));
+  click(the<QPushButton>(u"CmmSousuo"_s));
+  click(button(1));
+  EXPECT_TRUE(the<QRadioButton>(u"OptionHistoryMode_0"_s).isChecked());
+  EXPECT_EQ(historyRows().rowCount(), 100);
+  EXPECT_TRUE(shownPeriods().endsWith(u" 110315011 110315012"_s));
+}
+
 class SourcesFormTest : public HistoryUpdateTest {
  protected:
   SourcesForm& form() {
@@ -185,6 +200,28 @@ TEST_F(SourcesFormTest, ConfirmedAddressesAreStoredAndCancelledOnesAreNot) {
   address(0).setText(u"http://other.test"_s);
   clickForm(u"cmdCancel"_s);
   EXPECT_EQ(sourceAddress(data.store(), resultsSite.name), u"http://{province}.new.test"_s);
+}
+
+TEST_F(SourcesFormTest, WhatIsNoAddressKeepsTheFormOpenAndStoresNothing) {
+  address(3).setText(u"http://new.test/"_s);
+  for (const QString& typed : {u"file:///etc/hostname"_s, u"ftp://results.test"_s, u"two words"_s}) {
+    ports.boxes.clear();
+    address(0).setText(typed);
+    clickForm(u"cmdOK"_s);
+    EXPECT_EQ(ports.boxTexts(), QStringList{u"“开奖网站”的地址不正确，要以 http:// 或 https:// 开头。"_s});
+    EXPECT_TRUE(form().isVisible());
+    EXPECT_TRUE(address(0).hasFocus());
+  }
+  EXPECT_EQ(sourceAddress(data.store(), resultsSite.name), u"http://{province}.results.test"_s);
+  EXPECT_NE(sourceAddress(data.store(), detailPage.name), u"http://new.test/"_s);
+}
+
+TEST_F(SourcesFormTest, AnAddressWithoutItsSchemeIsTakenAsItsTestTakesIt) {
+  address(0).setText(u"{province}.results.test"_s);
+  clickForm(u"cmm_ceshi_0"_s);
+  EXPECT_TRUE(verdict().startsWith(u"“开奖网站”：网页可以打开，共 "_s));
+  clickForm(u"cmdOK"_s);
+  EXPECT_EQ(sourceAddress(data.store(), resultsSite.name), u"{province}.results.test"_s);
 }
 
 TEST_F(SourcesFormTest, ATestReadsThePageOfTheGameInUse) {

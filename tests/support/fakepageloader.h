@@ -18,12 +18,13 @@ struct FakePage {
   bool frameFirst = false;  ///< a frame's document is complete before the page's
   QUrl endsAt;              ///< where it stands at last; empty: where it was asked for
   QString fault;
+  int frameMs = -1;  ///< until a frame's document is complete before the page's; negative: there is none such
 };
 
 /// The pages by address, and the log of all controls made over them.
 struct FakeWeb {
   QMap<QString, FakePage> pages;
-  FakePage other{{}, {}, 0, false, {}, {}};
+  FakePage other{{}, {}, 0, false, {}, {}, -1};
   QStringList log;  ///< "made", "navigate ADDRESS", "stop", "text", "markup", "refresh"
 
   [[nodiscard]] PageLoaderFactory loaders();
@@ -52,6 +53,8 @@ class FakePageLoader final : public PageLoader {
     QObject::connect(timer_.get(), &QTimer::timeout, timer_.get(), [this] { arrive(); });
     if (page_.afterMs >= 0)
       timer_->start(page_.afterMs);
+    if (page_.frameMs >= 0)
+      QTimer::singleShot(page_.frameMs, timer_.get(), [told = documentComplete] { told(false); });
   }
 
   [[nodiscard]] QUrl address() const override { return address_; }

@@ -4,10 +4,14 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QStandardPaths>
+#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QUdpSocket>
+#include <algorithm>
 
 #include "acquire/openurltext.h"
+#include "tests/web/processtree.h"
 #include "tests/web/webtest.h"
 
 namespace elevenfive {
@@ -107,6 +111,38 @@ TEST_F(ProcessLoaderTest, NothingButThePageIsFetched) {
   EXPECT_EQ(asked, (QStringList{u"/"_s, u"/ok.js"_s}));
 }
 
+TEST_F(ProcessLoaderTest, NoOtherWayLeadsOutOfThePageEither) {
+  const QHostAddress other(u"127.0.0.2"_s);
+  QTcpServer connections;
+  QUdpSocket datagrams;
+  ASSERT_TRUE(connections.listen(other));
+  ASSERT_TRUE(datagrams.bind(other));
+  QStringList told;
+  QObject::connect(&connections, &QTcpServer::newConnection, [&told] { told << u"connection"_s; });
+  QObject::connect(&datagrams, &QUdpSocket::readyRead, [&told] { told << u"datagram"_s; });
+  page("/",
+       u"<html><head><link rel=preconnect href='http://127.0.0.2:%1'><link rel=dns-prefetch href='//127.0.0.2:%1'>"
+       "<link rel=prefetch href='http://127.0.0.2:%1/a'><link rel=preload as=script href='http://127.0.0.2:%1/b'>"
+       "<link rel=prerender href='http://127.0.0.2:%1/c'></head><body><p id=p>page</p><iframe id=f></iframe><script>"
+       "for(const w of [window,f.contentWindow]){"
+       "for(const urls of ['stun:127.0.0.2:%2','turn:127.0.0.2:%2','turn:127.0.0.2:%1?transport=tcp']){try{"
+       "const c=new w.RTCPeerConnection({iceServers:[{urls,username:'u',credential:'c'}]});c.createDataChannel('d');"
+       "c.createOffer().then(o=>c.setLocalDescription(o))}catch(e){}}"
+       "try{new w.WebTransport('https://127.0.0.2:%2/')}catch(e){}"
+       "try{new w.WebSocket('ws://127.0.0.2:%1/')}catch(e){}"
+       "try{new w.EventSource('http://127.0.0.2:%1/')}catch(e){}"
+       "try{new w.Worker('http://127.0.0.2:%1/w.js')}catch(e){}"
+       "try{w.navigator.serviceWorker.register('http://127.0.0.2:%1/s.js').catch(()=>{})}catch(e){}"
+       "}new Worker(URL.createObjectURL(new Blob([\"fetch('http://127.0.0.2:%1/');new WebSocket('ws://127.0.0.2:%1/');"
+       "new WebTransport('https://127.0.0.2:%2/')\"])))</script></body></html>"_s.arg(connections.serverPort())
+           .arg(datagrams.localPort()));
+  ProcessLoader loader;
+  EXPECT_TRUE(load(loader, root()));
+  runEventsFor(2500, [] { return false; });
+  EXPECT_TRUE(loader.bodyText().startsWith(u"page"_s));
+  EXPECT_EQ(told, QStringList());
+}
+
 TEST_F(ProcessLoaderTest, ADownloadIsNotSavedAndGivesNoPage) {
   HttpReply reply = pageReply(resultsPageMark.toUtf8(), "application/octet-stream");
   reply.headers.emplace_back("Content-Disposition", "attachment; filename=elevenfive-test.bin");
@@ -192,8 +228,36 @@ TEST_F(ProcessLoaderTest, NoProcessIsLeftBehindAStop) {
   load(loader, root());
   const QString place = u"/proc/%1"_s.arg(loader.processId());
   EXPECT_TRUE(QFile::exists(place));
+  const QList<qint64> started = descendants(loader.processId());
+  EXPECT_GE(started.size(), 2);
   loader.stop();
   EXPECT_FALSE(QFile::exists(place));
+  const auto left = [&started] { return std::any_of(started.begin(), started.end(), isAtWork); };
+  runEventsFor(1000, [&left] { return !left(); });
+  EXPECT_FALSE(left());
+}
+
+TEST_F(ProcessLoaderTest, APageThatReloadsItselfOrSubmitsAFormToItselfIsReadAtLast) {
+  server.answer("/", [](const HttpRequest& request) {
+    if (!request.header("Cookie").contains("seen=1"))
+      return pageReply("<script>document.cookie='seen=1';location.reload()</script>");
+    return pageReply(request.method + " seen");
+  });
+  server.answer("/form", [](const HttpRequest& request) {
+    if (request.target.contains("passed"))
+      return pageReply("passed");
+    return pageReply("<form id=f><input name=passed></form><script>f.submit()</script>");
+  });
+  for (const auto& [path, text] : {std::pair(u"/"_s, u"GET seen"_s), std::pair(u"/form"_s, u"passed"_s)}) {
+    ProcessLoader loader;
+    ASSERT_TRUE(load(loader, QUrl(server.url(path))));
+    QString read;
+    runEventsFor(5000, [&] {
+      read = loader.bodyText();
+      return !read.isEmpty();
+    });
+    EXPECT_EQ(read, text);
+  }
 }
 
 /// A page process out of a few shell commands, which find the number of a reading by `number`.
@@ -258,6 +322,28 @@ TEST_F(ScriptedLoader, AProcessThatEndsEndsAReading) {
   EXPECT_FALSE(loader.fault().isEmpty());
 }
 
+TEST_F(ScriptedLoader, AnEmptyDocumentIsWaitedOnUntilAnotherStandsInItsPlace) {
+  const QString file =
+      program("number; text '' $id; sleep 0.3; complete; number; text later $id; number; text later $id");
+  OpenUrlText reader([&file] { return std::make_unique<ProcessLoader>(LoaderTimes{}, file); });
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_EQ(reader.openUrlText(QUrl(u"http://a.test/"_s), true), u"later"_s);
+  EXPECT_LT(waited.elapsed(), 4000);
+}
+
+TEST_F(ScriptedLoader, WhatComesOfAStoppedLoadIsNotTold) {
+  ProcessLoader loader({}, program("complete; complete"));
+  int told = 0;
+  loader.documentComplete = [&](bool) {
+    ++told;
+    loader.stop();
+  };
+  loader.navigate(QUrl(u"http://a.test/"_s));
+  runEventsFor(1500, [] { return false; });
+  EXPECT_EQ(told, 1);
+}
+
 TEST_F(ScriptedLoader, AStopOfThePlainReaderEndsItsReading) {
   const QString file = program("");
   OpenUrlText reader([&file] { return std::make_unique<ProcessLoader>(LoaderTimes{180'000, 20'000}, file); });
@@ -284,6 +370,46 @@ TEST_F(ProcessLoaderTest, ThePlainReaderGivesTextAndMarkup) {
   OpenUrlText reader(processLoaders(), 400);
   EXPECT_EQ(reader.openUrlText(QUrl(server.url(u"/08118.html"_s)), true), u"奖池"_s);
   EXPECT_TRUE(reader.openUrlText(QUrl(server.url(u"/08118.html"_s)), false).startsWith(u"<html>"_s));
+}
+
+class PlainReader : public WebTest {
+ protected:
+  /// Ticks are shortened so that 50 of them take one and a half seconds.
+  QString read(const QString& path) {
+    OpenUrlText reader(processLoaders(), 30);
+    waited.start();
+    const QString text = reader.openUrlText(QUrl(server.url(path)), true);
+    EXPECT_LT(waited.elapsed(), 60 * 30 + 1500);
+    return text;
+  }
+
+  QElapsedTimer waited;
+};
+
+TEST_F(PlainReader, AServerThatHangsGivesNothingAfterItsTime) {
+  HttpReply reply;
+  reply.ending = HttpEnding::silent;
+  server.answer("/08118.html", reply);
+  EXPECT_EQ(read(u"/08118.html"_s), QString());
+  EXPECT_GE(waited.elapsed(), 49 * 30);
+}
+
+TEST_F(PlainReader, APageThatStaysUnfinishedGivesWhatHasCome) {
+  HttpReply reply = pageReply(QByteArray("<h1>奖池</h1>") + QByteArray(5000, ' '));
+  reply.ending = HttpEnding::hang;
+  server.answer("/08118.html", reply);
+  EXPECT_EQ(read(u"/08118.html"_s), u"奖池"_s);
+  EXPECT_GE(waited.elapsed(), 49 * 30);
+}
+
+TEST_F(PlainReader, AScriptThatNeverEndsIsNotWaitedForAnyLonger) {
+  page("/08118.html", u"<h1>奖池</h1><script>for(;;){}</script>"_s);
+  EXPECT_EQ(read(u"/08118.html"_s), QString());
+}
+
+TEST_F(PlainReader, AScriptThatHangsThePageOnceItHasComeIsNotWaitedForEither) {
+  page("/08118.html", u"<h1>奖池</h1><script>onload=()=>setTimeout(()=>{for(;;);},0)</script>"_s);
+  read(u"/08118.html"_s);  // its text, where the reading came before the script
 }
 
 }  // namespace

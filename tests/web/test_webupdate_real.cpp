@@ -2,85 +2,15 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTimer>
-
 #include <sstream>
 
 #include "cli/program.h"
-#include "tests/web/webtest.h"
+#include "tests/web/realupdate.h"
 
 namespace elevenfive {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-constexpr int guangdong = 1;
-
-const QString completed = u"下载完成！(如果没有取得最新的数据请过几分钟后重试，多试几次即可。)"_s;
-
-struct Quiet final : UpdateView, StatusPanels {
-  QString panel;
-  void setButtonsEnabled(bool) override {}
-  void selectDataMode(bool) override {}
-  void showNextPeriod() override {}
-  void reloadHistoryGrid() override {}
-  void refreshViews() override {}
-  void setPanel(int, const QString& text) override { panel = text; }
-};
-
-/// A page whose script makes a table of these rows, each "11031510 01 02 03 04 05".
-QString tablePage(const QStringList& rows, const QString& script = u"make()"_s) {
-  return u"<html><head><meta charset=utf-8></head><body><h1>广东11选5</h1><table id=t></table><script>"
-         "const rows='%1'.split(';');"
-         "function make(){t.innerHTML='<tr><th>期号</th><th>号码</th></tr>'+rows.map(r=>'<tr>'+r.split(' "
-         "').map(c=>'<td>'+c+"
-         "'</td>').join('')+'<td>03-15 17:50</td></tr>').join('')}%2</script></body></html>"_s.arg(rows.join(u';'),
-                                                                                                   script);
-}
-
-class RealUpdate : public WebTest {
- protected:
-  void SetUp() override {
-    WebTest::SetUp();
-    Catalogue(data.store()).selectCaizong(guangdong);
-    setSourceAddress(data.store(), resultsSite.name.toString(), server.url({}));
-    times.betweenReadsMs = 150;
-    times.documentSeconds = 30;
-  }
-
-  WebUpdate& update() {
-    const auto make = [this] {
-      auto page = std::make_unique<ProcessLoader>(loader);
-      control = page.get();
-      return page;
-    };
-    update_ =
-        std::make_unique<WebUpdate>(data.store(), UpdatePorts{ports, ports, screen, ports, screen, make, {}}, times);
-    return *update_;
-  }
-
-  bool fetch() { return update().updateFromWeb(QDate(2011, 3, 16), true, {}, lastQihaoForUpdate(data.store())); }
-
-  int count() { return data.store().value("test", "SELECT COUNT(*) FROM 历史记录").value_or(-1); }
-
-  /// The flow gave up with its box of a page that could not be had, and the table is as it was.
-  void expectFailed() {
-    EXPECT_FALSE(fetch());
-    EXPECT_EQ(ports.boxTexts(), QStringList{failedUpdateText()});
-    EXPECT_EQ(screen.panel, QString());
-    EXPECT_EQ(count(), 0);
-    EXPECT_EQ(control->processId(), 0);  // nothing works on, although the update may be asked for again
-  }
-
-  TestWorkspace data;
-  RecordingPorts ports;
-  Quiet screen;
-  UpdateTimes times;
-  LoaderTimes loader;
-  ProcessLoader* control = nullptr;
-
- private:
-  std::unique_ptr<WebUpdate> update_;
-};
 
 TEST_F(RealUpdate, AHundredDrawsInAnyOrderAreStoredAscendingAndDerived) {
   QStringList rows;
@@ -88,7 +18,7 @@ TEST_F(RealUpdate, AHundredDrawsInAnyOrderAreStoredAscendingAndDerived) {
     rows << u"110315%1 11 0%2 03 10 02"_s.arg(i * 37 % 101 - 1, 2, 10, QChar(u'0')).arg(4 + i % 6);
   page("/", tablePage(rows));
   EXPECT_TRUE(fetch());
-  EXPECT_EQ(ports.boxTexts(), QStringList{completed});
+  EXPECT_EQ(ports.boxTexts(), QStringList{completedText()});
   EXPECT_EQ(count(), 100);
   EXPECT_EQ(data.rows("SELECT COUNT(*) FROM 历史记录 WHERE 号码1 = 2 AND 号码2 = 3 AND 号码4 = 10 AND 号码5 = 11"),
             QStringList{u"100"_s});
@@ -126,7 +56,7 @@ TEST_F(RealUpdate, LinesOfOtherLayoutsAreRead) {
 TEST_F(RealUpdate, APageWithoutDrawsIsCompleteAndTellsItsLines) {
   page("/", u"<p>11选5</p><p>维护中</p>"_s);
   EXPECT_TRUE(fetch());
-  EXPECT_EQ(ports.boxTexts(), QStringList{completed});
+  EXPECT_EQ(ports.boxTexts(), QStringList{completedText()});
   EXPECT_EQ(screen.panel, u"网页共 3 行，其中 0 行符合开奖记录的格式。"_s);
 }
 
@@ -218,7 +148,7 @@ TEST_F(RealUpdate, ARedirectToAnotherHostOfTheSiteIsFollowed) {
   server.answer("/", redirectTo(place.arg(u"www"_s).arg(server.port()) + u"/gd"_s));
   page("/gd", tablePage({u"11031501 01 02 03 04 05"_s}));
   EXPECT_TRUE(fetch());
-  EXPECT_EQ(ports.boxTexts(), QStringList{completed});
+  EXPECT_EQ(ports.boxTexts(), QStringList{completedText()});
   EXPECT_EQ(count(), 1);
 }
 
@@ -268,9 +198,21 @@ TEST_F(RealUpdate, TheCompanionUpdatesTheHistory) {
   EXPECT_EQ(out.str(),
             "数据下载中：   正在下载 110315002 期的数据。。。\n数据下载中：   正在下载 110315001 期的数据。。。\n"
             "   正在统计 110315002 期号码的温度值。。。。。。  \n");
-  EXPECT_EQ(err.str(), "[info] elevenfive 11选5: " + completed.toStdString() + "\n");
+  EXPECT_EQ(err.str(), "[info] elevenfive 11选5: " + completedText().toStdString() + "\n");
   ASSERT_EQ(call({u"sql"_s, u"SELECT 期号, 和值 FROM 历史记录 ORDER BY 期号"_s}), 0);
   EXPECT_EQ(out.str(), "期号\t和值\n110315001\t15\n110315002\t16\n");
+}
+
+TEST_F(RealUpdate, ABatchAsksForTheNoticeOnce) {
+  page("/", tablePage({u"11031501 01 02 03 04 05"_s}));
+  page("/notice", u"nothing new"_s);
+  QTemporaryDir folder;
+  std::istringstream in("init\nsource set 开奖网站 " + server.url({}).toStdString() + "\nsource set 版本公告 " +
+                        server.url(u"/notice"_s).toStdString() + "\nhistory update\nhistory update\n");
+  std::ostringstream out;
+  std::ostringstream err;
+  EXPECT_EQ(runProgram({u"--folder"_s, folder.path(), u"--temp"_s, folder.path(), u"batch"_s}, {in, out, err}), 0);
+  EXPECT_EQ(askedOf(server), (QStringList{u"/"_s, u"/notice"_s, u"/"_s}));
 }
 
 }  // namespace

@@ -68,6 +68,22 @@ inline HttpReply redirectTo(const QString& address) {
   return reply;
 }
 
+/// A page whose script makes a table of these rows, each "11031510 01 02 03 04 05"; the script calls make() for it.
+inline QString tablePage(const QStringList& rows, const QString& script = QStringLiteral("make()")) {
+  return QStringLiteral(
+             "<html><head><meta charset=utf-8></head><body><h1>广东11选5</h1><table id=t></table><script>"
+             "const rows='%1'.split(';');"
+             "function make(){t.innerHTML='<tr><th>期号</th><th>号码</th></tr>'+rows.map(r=>'<tr>'"
+             "+r.split(' ').map(c=>'<td>'+c+'</td>').join('')+'<td>03-15 17:50</td></tr>').join('')}"
+             "%2</script></body></html>")
+      .arg(rows.join(u';'), script);
+}
+
+/// The box at the end of an update.
+inline QString completedText() {
+  return QStringLiteral("下载完成！(如果没有取得最新的数据请过几分钟后重试，多试几次即可。)");
+}
+
 /// The paths that a server was asked for, in order of arrival.
 inline QStringList askedOf(const HttpServer& server) {
   QStringList paths;
