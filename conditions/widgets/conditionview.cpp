@@ -56,12 +56,15 @@ QPixmap markPicture(const QColor& color, bool inUse, const QWidget& widget) {
   return picture;
 }
 
-/// The mark of what is in use: green, and white on a selected row.
+/// The mark of what is in use: green, and white on a selected row and on a button that is down.
 QIcon markIcon(bool inUse, const QWidget& widget) {
   const QPixmap green = markPicture(QColor(rgbOfBgr(49152)), inUse, widget);
   QIcon icon(green);
   icon.addPixmap(green, QIcon::Active);
-  icon.addPixmap(markPicture(Qt::white, inUse, widget), QIcon::Selected);
+  const QPixmap white = markPicture(Qt::white, inUse, widget);
+  icon.addPixmap(white, QIcon::Selected);
+  icon.addPixmap(white, QIcon::Normal, QIcon::On);
+  icon.addPixmap(white, QIcon::Active, QIcon::On);
   return icon;
 }
 
