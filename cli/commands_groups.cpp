@@ -1,6 +1,7 @@
 // Custom groups and zones, as their screens do them.
 #include <QString>
 #include <algorithm>
+#include <optional>
 
 #include "cli/command.h"
 #include "cli/output.h"
@@ -95,7 +96,8 @@ Action prepareCommon(const Arguments& arguments) {
   const int k = groupOf(arguments);
   const QString entry = arguments.text(u"ENTRY"_s);
   return [k, entry](Session& session) {
-    if (!session.program().groups.chooseCommon(k, entry))
+    const std::optional<QString> meant = entryMeant(session.program().commonEntries, entry);
+    if (!meant || !session.program().groups.chooseCommon(k, *meant))
       throw MissingData(u"常用分组中没有“%1”。"_s.arg(entry.left(40)));
     printGroup(session, k);
   };
@@ -118,7 +120,7 @@ Action prepareGroupList(const Arguments&) {
 
 Action prepareEntries(const Arguments&) {
   return [](Session& session) {
-    for (const QString& entry : commonGroupEntries(getNextQihao(session.store())))
+    for (const QString& entry : session.program().commonEntries)
       printText(session.out(), entry);
   };
 }

@@ -19,6 +19,10 @@ struct ValueList;
 /// Marks in a tip text the place from which the preview of the allowed values stands.
 inline constexpr QStringView previewMarker = u"当前取值阅览：";
 
+/// What the boxes of the history match offer: 1 up to these.
+inline constexpr int mostMatchPeriods = 100;
+inline constexpr int mostMatches = 5;
+
 class ConditionPanel final {
  public:
   /// run: whose buffer tiaojianValue is filled with the lists; nullptr where none is.

@@ -47,6 +47,13 @@ std::vector<int> countsOf(Store& store, int k) {
   return allowedOffsets(store, zdyCountId(k, 0), zdyCountId(k, blockSize - 1));
 }
 
+/// Whether a character of a name would break the one line that tells of a group.
+bool breaksLines(QChar ch) {
+  const QChar::Category category = ch.category();
+  return category == QChar::Other_Control || category == QChar::Separator_Line ||
+         category == QChar::Separator_Paragraph;
+}
+
 /// Switches a group on where it allows a count that the list shows, off where it allows none. True where it allows one.
 bool switchByCounts(Store& store, int k) {
   const std::vector<int> counts = countsOf(store, k);
@@ -89,6 +96,8 @@ QString getZdyAlias(Store& store, int k) {
 void CustomGroups::setZdyAlias(int k, const QString& text) {
   if (text.size() > zdyAliasLength)
     throw Error(u"自定义组名称太长，最多 %1 个字符，请缩短后再试。"_s.arg(zdyAliasLength));
+  if (std::any_of(text.begin(), text.end(), breaksLines))
+    throw Error(u"自定义组名称不能含有换行等控制字符，请修改后再试。"_s);
   gConn_.execute("写入自定义组名称", "UPDATE 自定义别名 SET 别名 = ? WHERE 序号 = ?", text, k);
 }
 

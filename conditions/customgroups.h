@@ -76,7 +76,7 @@ class CustomGroups final {
   };
 
   QString getZdyAlias(int k) { return elevenfive::getZdyAlias(gConn_, k); }
-  /// Throws Error where the text is longer than zdyAliasLength.
+  /// Throws Error where the text is longer than zdyAliasLength or holds line breaks or other control characters.
   void setZdyAlias(int k, const QString& text);
 
   GroupState showZdyGroup(int k);

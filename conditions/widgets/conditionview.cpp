@@ -40,8 +40,8 @@ constexpr std::array<ValuePageFacts, 5> valuePages{{
     {16, 21, u"List_TiaojianElse", -1, 1, u"Check_useTiaojiao_else", -1, u"Text_elseTiaojianTip"},
 }};
 
-/// A dot in the highlight colour, or nothing of the same size.
-QIcon markIcon(bool inUse, const QWidget& widget) {
+/// A dot, or nothing of the same size.
+QPixmap markPicture(const QColor& color, bool inUse, const QWidget& widget) {
   const int side = widget.fontMetrics().height() / 2;
   QPixmap picture(QSize(side, side) * widget.devicePixelRatioF());
   picture.setDevicePixelRatio(widget.devicePixelRatioF());
@@ -50,12 +50,21 @@ QIcon markIcon(bool inUse, const QWidget& widget) {
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(rgbOfBgr(49152)));
+    painter.setBrush(color);
     painter.drawEllipse(QRectF(0.5, 0.5, side - 1, side - 1));
   }
-  QIcon icon;
-  for (const auto mode : {QIcon::Normal, QIcon::Selected, QIcon::Active})
-    icon.addPixmap(picture, mode);
+  return picture;
+}
+
+/// The mark of what is in use: green, and white on a selected row and on a button that is down.
+QIcon markIcon(bool inUse, const QWidget& widget) {
+  const QPixmap green = markPicture(QColor(rgbOfBgr(49152)), inUse, widget);
+  QIcon icon(green);
+  icon.addPixmap(green, QIcon::Active);
+  const QPixmap white = markPicture(Qt::white, inUse, widget);
+  icon.addPixmap(white, QIcon::Selected);
+  icon.addPixmap(white, QIcon::Normal, QIcon::On);
+  icon.addPixmap(white, QIcon::Active, QIcon::On);
   return icon;
 }
 

@@ -9,22 +9,11 @@
 
 namespace elevenfive {
 
-/// Every blank of Unicode, line and paragraph ends among them.
-inline bool isBlank(QChar ch) {
-  static constexpr char16_t ranges[][2] = {{0x09, 0x0D},     {0x20, 0x20},     {0x85, 0x85},     {0xA0, 0xA0},
-                                           {0x1680, 0x1680}, {0x2000, 0x200A}, {0x2028, 0x2029}, {0x202F, 0x202F},
-                                           {0x205F, 0x205F}, {0x3000, 0x3000}};
-  for (const auto& [first, last] : ranges)
-    if (ch.unicode() >= first && ch.unicode() <= last)
-      return true;
-  return false;
-}
-
 /// Brings a typed text into the plain form, one rule at a time over the whole text.
 inline QString slowClean(const QString& typed) {
   QString text;
   for (const QChar ch : typed)  // commas and blanks go
-    if (ch != u',' && ch != u'，' && !isBlank(ch))
+    if (ch != u',' && ch != u'，' && ch != u' ')
       text += ch;
   const QString wide = QStringLiteral("【】－—");
   const QString plain = QStringLiteral("[]--");

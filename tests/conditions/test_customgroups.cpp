@@ -315,6 +315,14 @@ TEST_F(Groups, NameOfFiftyOneCharactersIsRefused) {
   EXPECT_EQ(groups.getZdyAlias(3), QString(50, u'名'));
 }
 
+TEST_F(Groups, NameWithLineBreaksOrControlCharactersIsRefused) {
+  for (const QString& name :
+       {u"a\nb"_s, u"a\rb"_s, u"a\tb"_s, u"\x01"_s, u"a\u0085"_s, u"\u2028"_s, u"\u2029x"_s, u"\x7F"_s}) {
+    EXPECT_THROW(groups.setZdyAlias(3, name), Error);
+    EXPECT_EQ(groups.getZdyAlias(3), u"自定义组3"_s);
+  }
+}
+
 TEST_F(Groups, NameMayHoldQuotes) {
   const QString name = u"'; DROP TABLE 自定义别名; --\"“"_s;
   groups.setZdyAlias(3, name);
