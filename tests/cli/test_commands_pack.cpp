@@ -62,7 +62,8 @@ TEST_F(PackCommands, PacksThatLieLeaveTheOldFiles) {
 
 TEST_F(PackCommands, TheProgramsOwnFilesAreNoTargetsOfAnyExport) {
   cli.call({u"init"_s});
-  cli.call({u"source"_s, u"set"_s, u"版本公告"_s, u"http://a"_s});
+  const QString rows = file(u"rows"_s, "01 02 03 04 05\r\n");
+  ASSERT_EQ(cli.call({u"rows"_s, u"import"_s, rows, u"11031510"_s, u"--format"_s, u"0"_s}).status, exitDone);
   const QString one = file(u"one"_s, "1");
   const QString pack = file(u"pack"_s, QByteArray::fromHex("0300000002000000") + "abcxy");
   for (const QString& name : {u"elevenfive.dat"_s, u"elevenfive.bak"_s, u"TJmode.tjmod"_s, u"Bak/elevenfive.dat"_s}) {
@@ -71,7 +72,7 @@ TEST_F(PackCommands, TheProgramsOwnFilesAreNoTargetsOfAnyExport) {
     QList<QStringList> calls{{u"unpack"_s, pack, cli.path(u"x"_s), own},
                              {u"unpack"_s, pack, own, cli.path(u"x"_s)},
                              {u"history"_s, u"export"_s, own},
-                             {u"rows"_s, u"export"_s, own, u"1"_s},
+                             {u"rows"_s, u"export"_s, own, u"11031510"_s},
                              {u"conditions"_s, u"export"_s, own}};
     if (name != u"elevenfive.dat"_s)  // pack makes packs
       calls << QStringList{u"pack"_s, one, one, own};
