@@ -1,10 +1,12 @@
 // Packs of plain files; the data itself stays closed.
+#include <QFileInfo>
 #include <QString>
 
 #include "cli/command.h"
 #include "cli/session.h"
 #include "cli/values.h"
 #include "model/errors.h"
+#include "model/ownfiles.h"
 #include "model/packfile.h"
 
 namespace elevenfive {
@@ -17,14 +19,20 @@ Action preparePack(const Arguments& arguments) {
   const QString file1 = pathOf(arguments, u"FILE1"_s);
   const QString file2 = pathOf(arguments, u"FILE2"_s);
   const QString pack = pathOf(arguments, u"PACK"_s);
-  return [file1, file2, pack](Session&) { writePack(file1, file2, pack, realFiles()); };
+  return [file1, file2, pack](Session& session) {
+    if (QFileInfo(pack) != QFileInfo(session.folders().packedFile()))  // which is a pack, and meant where it is named
+      demandForeignFile(pack, session.folders());
+    writePack(file1, file2, pack, realFiles());
+  };
 }
 
 Action prepareUnpack(const Arguments& arguments) {
   const QString pack = pathOf(arguments, u"PACK"_s);
   const QString file2 = pathOf(arguments, u"FILE2"_s);
   const QString file1 = pathOf(arguments, u"FILE1"_s);
-  return [pack, file2, file1](Session&) {
+  return [pack, file2, file1](Session& session) {
+    for (const QString& path : {file1, file2})
+      demandForeignFile(path, session.folders());
     try {
       readPack(pack, file2, file1, realFiles(), [](const QString&) {});
     } catch (const DamagedData& fault) {

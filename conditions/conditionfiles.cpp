@@ -8,6 +8,7 @@
 #include "conditions/conditiontemplate.h"
 #include "conditions/customgroups.h"
 #include "model/errors.h"
+#include "model/ownfiles.h"
 #include "model/store.h"
 #include "model/texts.h"
 
@@ -27,10 +28,7 @@ bool isFile(const QString& path) {
 
 /// The program's own files are no condition sets, whatever a dialog answers.
 void demandForeign(const QString& path, const DataFolders& folders) {
-  const QString own[] = {folders.templateFile(), folders.packedFile(), folders.backupFile(), folders.workingFile()};
-  for (const QString& file : own)
-    if (QFileInfo(file) == QFileInfo(path))
-      throw FileError(u"文件 %1 是程序自己的文件，请换一个文件名。"_s.arg(path));
+  demandForeignFile(path, folders);
 }
 
 /// A condition-set file has some forty thousand bytes; anything far above holds something else.

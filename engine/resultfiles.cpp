@@ -7,6 +7,7 @@
 #include "history/textlines.h"
 #include "model/errors.h"
 #include "model/navigators.h"
+#include "model/ownfiles.h"
 #include "model/store.h"
 #include "model/texts.h"
 
@@ -24,6 +25,7 @@ constexpr qsizetype shortestPeriod = 8;
 class LineFile final {
  public:
   explicit LineFile(const QString& path) : file_(path) {
+    demandForeignFile(path);
     if (!file_.open(QIODevice::WriteOnly))
       fail();
   }

@@ -5,6 +5,7 @@
 #include "history/historytable.h"
 #include "history/textfiles.h"
 #include "model/errors.h"
+#include "model/ownfiles.h"
 #include "model/texts.h"
 
 namespace elevenfive {
@@ -20,6 +21,7 @@ QByteArray exportLine(const DrawRow& row) {
 }  // namespace
 
 int exportHistoryText(Store& store, const QString& path, LineProgress& lines, Events& events) {
+  demandForeignFile(path);
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly))
     throw FileError(u"无法写入文件 %1。"_s.arg(path));

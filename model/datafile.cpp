@@ -1,8 +1,10 @@
 #include "model/datafile.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
 #include <algorithm>
+#include <utility>
 
 #include "model/compaction.h"
 #include "model/errors.h"
@@ -298,11 +300,28 @@ void DataFile::settleInterrupted() {
       notices_ << u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(interrupted_);
   }
   copies_.prune();
+  removeLeftovers();
 }
 
 void DataFile::removeJournals() {
   for (const QLatin1StringView suffix : journalSuffixes)
     files_.remove(folders_.workingFile() + suffix);
+}
+
+/// What processes that were ended left of files that never came into their places. All of it is ours: the folders are locked.
+void DataFile::removeLeftovers() noexcept {
+  const std::pair<QString, QStringList> leftovers[] = {
+      {folders_.program, {u"elevenfive.*.new"_s, u"TJmode.tjmod.new"_s, u"*.uVorex.new"_s}},
+      {folders_.bakFolder(), {u"elevenfive.dat.new"_s}},
+      {folders_.temporary, {u"elevenfive.*.new"_s, u"Temp_fu*.mdb*"_s, u"Temp_user.uVorex*"_s}},
+  };
+  try {
+    for (const auto& [folder, names] : leftovers)
+      for (const QString& name : QDir(folder).entryList(names, QDir::Files))
+        files_.remove(folder + u'/' + name);
+  } catch (const FileError&) {
+    // They are in nobody's way; the next start tries again.
+  }
 }
 
 void DataFile::writeSideFile() {

@@ -75,6 +75,7 @@ class DataFile final {
   void restoreBackup();
   void settleInterrupted();
   void removeJournals();
+  void removeLeftovers() noexcept;
   void writeSideFile();
 
   DataFolders folders_;

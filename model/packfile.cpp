@@ -31,7 +31,10 @@ void demandDifferent(const QString& first, const QString& second) {
 }
 
 void openPack(QFile& pack) {
-  if (!QFileInfo(pack.fileName()).isFile() || !pack.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+  const QFileInfo file(pack.fileName());
+  if (file.exists() && !file.isFile())  // opening a pipe would wait for ever
+    throw FileError(u"无法打开文件 %1：它不是普通文件。"_s.arg(pack.fileName()));
+  if (!pack.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
     throw FileError(u"无法打开文件 %1。"_s.arg(pack.fileName()));
 }
 

@@ -36,12 +36,21 @@ DataFolders apart(DataFolders folders) {
   return folders;
 }
 
+/// Why the system's temporary folder cannot hold one of the program's.
+QString temporaryFault() {
+  const QString system = QDir::tempPath();  // empty where it does not exist
+  if (system.isEmpty())
+    return u"系统的临时文件夹 %1 不存在，请检查环境变量 TMPDIR。"_s.arg(qEnvironmentVariable("TMPDIR"));
+  if (!isWritableFolder(system))
+    return u"系统的临时文件夹 %1 不能写入。"_s.arg(system);
+  return u"系统的临时文件夹 %1 中不能建立本程序的文件夹：同名的文件已存在，或属于其他用户。"_s.arg(system);
+}
+
 std::vector<FolderLock> lockFolders(const DataFolders& folders, FileAccess& files) {
   if (!QFileInfo(folders.program).isDir())
     throw FileError(u"找不到程序文件夹 %1。"_s.arg(folders.program));
   if (folders.temporary.isEmpty())
-    throw FileError(
-        u"系统的临时文件夹 %1 中不能建立本程序的文件夹：同名的文件已存在，或属于其他用户。"_s.arg(QDir::tempPath()));
+    throw FileError(temporaryFault());
   files.makeFolder(folders.temporary);
   std::vector<FolderLock> locks;
   locks.emplace_back(folders.program);

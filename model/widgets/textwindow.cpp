@@ -9,6 +9,9 @@
 #include <QSaveFile>
 #include <QVBoxLayout>
 
+#include "model/errors.h"
+#include "model/ownfiles.h"
+
 namespace elevenfive {
 
 using namespace Qt::StringLiterals;
@@ -54,6 +57,12 @@ void TextWindow::saveAs() {
   if (path.isEmpty())
     return;
   const QByteArray bytes = edit_->toPlainText().replace(u'\n', u"\r\n"_s).toUtf8();
+  try {
+    demandForeignFile(path);
+  } catch (const FileError& fault) {
+    boxes_.critical(fault.message());
+    return;
+  }
   QSaveFile file(path);  // the old file goes only when the new one is whole
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
     boxes_.critical(u"无法写入文件 %1：%2"_s.arg(path, file.errorString()));

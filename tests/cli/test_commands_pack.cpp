@@ -60,6 +60,44 @@ TEST_F(PackCommands, PacksThatLieLeaveTheOldFiles) {
   EXPECT_FALSE(QFile::exists(cli.path(u"p"_s)));
 }
 
+TEST_F(PackCommands, TheProgramsOwnFilesAreNoTargetsOfAnyExport) {
+  cli.call({u"init"_s});
+  const QString rows = file(u"rows"_s, "01 02 03 04 05\r\n");
+  ASSERT_EQ(cli.call({u"rows"_s, u"import"_s, rows, u"11031510"_s, u"--format"_s, u"0"_s}).status, exitDone);
+  const QString one = file(u"one"_s, "1");
+  const QString pack = file(u"pack"_s, QByteArray::fromHex("0300000002000000") + "abcxy");
+  for (const QString& name : {u"elevenfive.dat"_s, u"elevenfive.bak"_s, u"TJmode.tjmod"_s, u"Bak/elevenfive.dat"_s}) {
+    const QString own = cli.path(name);
+    const QByteArray before = content(own);
+    QList<QStringList> calls{{u"unpack"_s, pack, cli.path(u"x"_s), own},
+                             {u"unpack"_s, pack, own, cli.path(u"x"_s)},
+                             {u"history"_s, u"export"_s, own},
+                             {u"rows"_s, u"export"_s, own, u"11031510"_s},
+                             {u"conditions"_s, u"export"_s, own}};
+    if (name != u"elevenfive.dat"_s)  // pack makes packs
+      calls << QStringList{u"pack"_s, one, one, own};
+    for (const QStringList& words : calls) {
+      const auto outcome = cli.call(words);
+      EXPECT_EQ(outcome.status, exitFailed) << words.join(u' ').toStdString();
+      EXPECT_TRUE(outcome.err.contains(u"文件 %1 是程序自己的文件，请换一个文件名。"_s.arg(own)))
+          << words.join(u' ').toStdString() << outcome.err.toStdString();
+    }
+    if (name != u"elevenfive.bak"_s) {  // which each start takes anew
+      EXPECT_EQ(content(own), before);
+    }
+  }
+  EXPECT_FALSE(QFile::exists(cli.path(u"x"_s)));
+}
+
+TEST_F(PackCommands, WhatWasUnpackedCanBePackedIntoTheDataFileAgain) {
+  cli.call({u"init"_s});
+  const QString pack = cli.path(u"elevenfive.dat"_s);
+  const QByteArray before = content(pack);
+  EXPECT_EQ(cli.call({u"unpack"_s, pack, cli.path(u"icon"_s), cli.path(u"database"_s)}).status, exitDone);
+  EXPECT_EQ(cli.call({u"pack"_s, cli.path(u"database"_s), cli.path(u"icon"_s), pack}).status, exitDone);
+  EXPECT_EQ(content(pack), before);
+}
+
 TEST_F(PackCommands, EmptyFileNamesAreNone) {
   const QString one = file(u"one"_s, "1");
   for (const QStringList& words :

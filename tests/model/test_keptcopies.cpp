@@ -93,6 +93,29 @@ TEST_F(KeptCopiesLife, OnlyTheNewestThreeInterruptedRunsStay) {
   EXPECT_EQ(values, (QList<int>{13, 14, 15}));
 }
 
+TEST_F(KeptCopiesLife, WhatProcessesThatWereEndedLeftHalfDoneIsRemovedAndNothingElse) {
+  runWriting(7);
+  QDir().mkpath(folders.temporary);
+  const QStringList ours{folders.packedFile() + u".new"_s,
+                         folders.backupFile() + u".new"_s,
+                         folders.templateFile() + u".new"_s,
+                         folders.program + u"/甲.uVorex.new"_s,
+                         folders.packInTransit() + u".new"_s,
+                         folders.workingFile() + u".new"_s,
+                         folders.sideFile() + u".new"_s,
+                         folders.temporary + u"/Temp_user.uVorex-journal"_s,
+                         folders.mainScratch()};
+  const QStringList others{folders.program + u"/notes.new"_s, folders.program + u"/甲.uVorex"_s,
+                           folders.temporary + u"/Temp.txt"_s};
+  for (const QString& path : ours + others)
+    write(path, "half");
+  EXPECT_EQ(nextStart(), 7);
+  for (const QString& path : ours)
+    EXPECT_FALSE(QFile::exists(path)) << path.toStdString();
+  for (const QString& path : others)
+    EXPECT_EQ(read(path), "half") << path.toStdString();
+}
+
 TEST_F(KeptCopiesLife, OfEqualWorkTheLastTimeCounts) {
   for (const char* content : {"a", "b", "c", "a"})
     keepFile(content);

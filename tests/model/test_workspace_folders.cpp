@@ -3,6 +3,7 @@
 
 #include <QStandardPaths>
 
+#include "model/texts.h"
 #include "tests/model/datalife.h"
 #include "tests/support/diskfaults.h"
 
@@ -51,6 +52,20 @@ TEST_F(WorkspaceFolders, APackedDataFileBesideTheExecutablesIsTakenWhateverElseS
   ASSERT_EQ(chmod(QFile::encodeName(executables).constData(), 0555), 0);
   EXPECT_EQ(Workspace::programFolder(executables), executables);
   ASSERT_EQ(chmod(QFile::encodeName(executables).constData(), 0755), 0);
+}
+
+TEST_F(WorkspaceFolders, ATemporaryFolderOfTheSystemThatIsNotThereIsNamed) {
+  const QByteArray before = qgetenv("TMPDIR");
+  const bool wasSet = qEnvironmentVariableIsSet("TMPDIR");
+  const QString none = folder.filePath(u"nowhere"_s);
+  qputenv("TMPDIR", none.toLocal8Bit());
+  try {
+    const Workspace workspace({folders.program, getTempDir()});
+    ADD_FAILURE() << "opened";
+  } catch (const FileError& fault) {
+    EXPECT_EQ(fault.message(), u"系统的临时文件夹 %1 不存在，请检查环境变量 TMPDIR。"_s.arg(none));
+  }
+  wasSet ? qputenv("TMPDIR", before) : qunsetenv("TMPDIR");
 }
 
 TEST_F(WorkspaceFolders, WorkWhoseTemporaryFolderWasRemovedIsStillPutBack) {
