@@ -23,9 +23,9 @@ constexpr QStringView closingForms[] = {u"frmFromFile", u"frmInitapp", u"frmToFi
 std::vector<BallColors> readBallColors(Store& store) {
   std::vector<BallColors> colors;
   Statement query =
-      store.query("读取球的颜色", "SELECT 号码, 基本号, 特别号 FROM BallColor ORDER BY 号码 LIMIT ?", numberCount);
-  while (query.next())
-    colors.push_back({query.integer(0), query.integer(1), query.integer(2)});
+      store.query("读取球的颜色", "SELECT 基本号, 特别号 FROM BallColor ORDER BY 号码 LIMIT ?", numberCount);
+  for (int number = 1; query.next(); ++number)
+    colors.push_back({number, query.integer(0), query.integer(1)});
   return colors;
 }
 

@@ -25,7 +25,8 @@ struct BallColors {
   int special;
 };
 
-/// The balls of the game's numbers from BallColor; fewer than numberCount where the table has fewer rows.
+/// The balls of the game's numbers from BallColor, whose first row is of number 1; fewer than numberCount where the table has
+/// fewer rows.
 std::vector<BallColors> readBallColors(Store& store);
 
 /// How frmODBCLogon was left.
