@@ -218,6 +218,23 @@ TEST_F(WorkspaceLife, InstallCopiesTheShippedFilesAndNeverChangesThem) {
   EXPECT_EQ(read(shipped.templateFile()), conditions);
 }
 
+TEST_F(WorkspaceLife, InstallPutsALostTemplateBackAndTouchesNothingElse) {
+  runWriting(7);
+  QFile::remove(folders.templateFile());
+  FaultyFiles broken;
+  broken.failingStep = 0;
+  EXPECT_NO_THROW(Workspace::install(folders, {folder.filePath(u"none"_s), {}}, broken));
+  EXPECT_FALSE(QFile::exists(folders.templateFile()));
+  const QByteArray pack = read(folders.packedFile());
+  Workspace::install(folders, {folder.filePath(u"none"_s), {}}, unflushed);
+  EXPECT_NO_THROW(checkDatabase(folders.templateFile(), StoreKind::conditionTemplate));
+  EXPECT_EQ(read(folders.packedFile()), pack);
+  const QByteArray filled = read(folders.templateFile()) + "changed";
+  write(folders.templateFile(), filled);
+  Workspace::install(folders, {folder.filePath(u"none"_s), {}}, unflushed);
+  EXPECT_EQ(read(folders.templateFile()), filled);
+}
+
 TEST_F(WorkspaceLife, AnInstallThatWasCutOffAtAnyStepIsFinishedByTheNextOne) {
   const Workspace::Folders none{folder.filePath(u"none"_s), {}};
   for (const Workspace::Folders& shipped : {folders, none}) {
