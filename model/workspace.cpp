@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "model/compaction.h"
+#include "model/defaultrows.h"
 #include "model/errors.h"
 #include "model/packfile.h"
 #include "model/schema.h"
@@ -147,6 +148,7 @@ Workspace::Workspace(const Folders& folders, const Options& options)
       gConn((made(data_, options.unpacked), folders_.workingFile()), StoreAccess::readWrite) {
   checkSchema(gConn, StoreKind::main);
   changeCounter_ = changeCounter(gConn.path());
+  insertLostRows(gConn);
   gUserMode = gConn.value("读取用户模式", "SELECT 模式 FROM 用户模式").value_or(0);
 }
 

@@ -139,7 +139,7 @@ bool Startup::askForUserMode() {
   mode = static_cast<int>(UserMode::one);
   if (!screens_.askUserMode(mode))
     return false;
-  storeUserMode(workspace_->gConn, mode);
+  workspace_->gConn.execute("保存用户模式", "UPDATE 用户模式 SET 模式 = ?", mode);
   return true;
 }
 
