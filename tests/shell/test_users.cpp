@@ -113,14 +113,6 @@ TEST_F(UsersTest, ACharacterOutsideTheBasicPlaneCountsAsTwo) {
   EXPECT_TRUE(users.cmdOK(face.repeated(25), face.repeated(25)));
 }
 
-TEST_F(UsersTest, WhatAnEndedRunHasLeftOfAFileGoesAtALogon) {
-  QFile half(fileOf(u"乙"_s) + u".new"_s);
-  ASSERT_TRUE(half.open(QIODevice::WriteOnly));
-  ASSERT_TRUE(users.cmdOK(u"a.uVorex.new"_s, u""_s));  // a user of a queer name loses nothing
-  EXPECT_FALSE(half.exists());
-  EXPECT_TRUE(QFile::exists(fileOf(u"a.uVorex.new"_s)));
-}
-
 TEST_F(UsersTest, WhoHasAnAccountMayTypeAsLongAPasswordAsTheyLike) {
   ASSERT_TRUE(users.cmdOK(u"张三"_s, u"pw"_s));
   ports.log.clear();
