@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "model/errors.h"
-#include "shell/startup.h"
 #include "model/navigators.h"
+#include "shell/startup.h"
 
 namespace elevenfive {
 
