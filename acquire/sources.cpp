@@ -1,9 +1,7 @@
 #include "acquire/sources.h"
 
 #include <QUrl>
-#include <algorithm>
 
-#include "acquire/pagerules.h"
 #include "model/errors.h"
 #include "model/store.h"
 
@@ -38,13 +36,6 @@ QString sourceAddress(Store& store, QStringView name) {
 void setSourceAddress(Store& store, const QString& name, const QString& address) {
   if (store.execute("修改数据源", "UPDATE 数据源 SET 地址 = ? WHERE 名称 = ?", address.trimmed(), name) == 0)
     throw MissingData(u"没有名为“%1”的地址。"_s.arg(name));
-}
-
-bool isSourceAddress(const QString& address) {
-  QString sample = address.trimmed();
-  if (std::any_of(sample.begin(), sample.end(), [](QChar ch) { return ch.isSpace() || !ch.isPrint(); }))
-    return false;
-  return sample.isEmpty() || isWebAddress(QUrl::fromUserInput(sample.replace(provincePlace.toString(), u"x"_s)));
 }
 
 bool isUnsetAddress(const QString& address) {

@@ -39,9 +39,6 @@ QString sourceAddress(Store& store, QStringView name);
 /// address is longer than 200 characters.
 void setSourceAddress(Store& store, const QString& name, const QString& address);
 
-/// Whether a text can be an address: one of the web, with http:// or https:// in front or nothing, in one piece; or empty.
-bool isSourceAddress(const QString& address);
-
 /// Whether an address was never set: it is empty or still names a reserved example host.
 bool isUnsetAddress(const QString& address);
 

@@ -43,11 +43,6 @@ Action prepareSourceList(const Arguments&) {
 Action prepareSourceSet(const Arguments& arguments) {
   const QString name = arguments.text(u"NAME"_s);
   const QString address = arguments.text(u"ADDRESS"_s);
-  constexpr int longestAddress = 200;
-  if (address.trimmed().size() > longestAddress)
-    throw UsageError(u"参数 ADDRESS 最多 %1 个字符。"_s.arg(longestAddress));
-  if (!isSourceAddress(address))
-    throw UsageError(u"参数 ADDRESS 应为 http:// 或 https:// 开头的网址。"_s);
   return [name, address](Session& session) { setSourceAddress(session.store(), name, address); };
 }
 

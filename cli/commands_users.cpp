@@ -5,7 +5,7 @@
 #include "cli/readonlyquery.h"
 #include "cli/session.h"
 #include "cli/values.h"
-#include "shell/usermode.h"
+#include "shell/startup.h"
 
 namespace elevenfive {
 
@@ -23,7 +23,7 @@ Action prepareUserMode(const Arguments& arguments) {
   const int mode =
       numberOf(arguments, u"N"_s, static_cast<int>(UserMode::notAsked), static_cast<int>(UserMode::several));
   return [mode](Session& session) {
-    storeUserMode(session.store(), mode);
+    session.store().execute("保存用户模式", "UPDATE 用户模式 SET 模式 = ?", mode);
     session.program().workspace.gUserMode = mode;
   };
 }

@@ -143,8 +143,15 @@ int runBatch(Session& session, const Streams& streams, std::istream& lines) {
 
 /// batch [FILE | -]
 int runBatchCommand(Session& session, const Streams& streams, const QStringList& arguments) {
-  if (arguments.size() > 1 || (arguments.size() == 1 && arguments.first().isEmpty())) {
-    printText(streams.err, u"batch 之后只能有一个文件名。"_s);
+  QString wrong;
+  if (arguments.size() > 1)
+    wrong = u"batch 之后只能有一个文件名。"_s;
+  else if (!arguments.isEmpty() && arguments.first().isEmpty())
+    wrong = u"batch 之后的文件名不能为空。"_s;
+  else if (!arguments.isEmpty() && arguments.first().startsWith(u"--"_s))
+    wrong = u"没有这个选项：%1。"_s.arg(arguments.first().left(40));
+  if (!wrong.isEmpty()) {
+    printText(streams.err, wrong);
     printCallUsage(streams.err);
     return exitUsage;
   }

@@ -5,8 +5,11 @@
 
 #include "model/errors.h"
 #include "model/navigators.h"
+#include "shell/startup.h"
 
 namespace elevenfive {
+
+using namespace Qt::StringLiterals;
 
 OpenProgram::OpenProgram(const Workspace::Folders& folders, CliPorts& ports, ResultFileDialogs& dialogs)
     : workspace(folders),
@@ -28,6 +31,12 @@ OpenProgram& Session::program() {
     if (fillsFolder_)
       Workspace::install(folders_);
     program_ = std::make_unique<OpenProgram>(folders_, ports_, resultFiles_);
+    if (readBallColors(program_->workspace.gConn).size() < std::size_t{numberCount}) {  // as the window's start
+      ports_.plain(u"程序初始化出错,即将退出。。。"_s);
+      program_->workspace.abandon();
+      program_.reset();
+      throw Refused();
+    }
     for (const QString& notice : program_->workspace.notices())
       ports_.information(notice);
   }

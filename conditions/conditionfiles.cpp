@@ -34,17 +34,22 @@ void demandForeign(const QString& path, const DataFolders& folders) {
 /// A condition-set file has some forty thousand bytes; anything far above holds something else.
 constexpr qint64 largestFile = qint64{4} * 1024 * 1024;
 
-/// What is read in the place of a file that someone chose: opened where it lies, a file in write-ahead mode would get two
-/// more files beside it. Gone with the object.
+/// What stands beside a database file of this name belongs to its content, as long as it is the same file.
+constexpr QStringView sideSuffixes[] = {u"-wal", u"-shm", u"-journal"};
+
+void removeBeside(const QString& path) {
+  for (const QStringView suffix : sideSuffixes)
+    QFile::remove(path + suffix.toString());
+}
+
+/// What is read in the place of a file that someone chose. Opened where it lies, a file in write-ahead mode would get two more
+/// files beside it, and what another program has left there would be taken for a part of it. Gone with the object.
 class FileCopy final {
  public:
   FileCopy(const QString& from, const QString& folder) : path(folder + u"/Temp_daoru.Vorex"_s) {
     remove();
-    for (const QString& suffix : {QString(), u"-wal"_s})
-      if (QFile::exists(from + suffix) && !QFile::copy(from + suffix, path + suffix)) {
-        remove();
-        throw FileError(u"无法读取文件 %1。"_s.arg(from));
-      }
+    if (!QFile::copy(from, path))
+      throw FileError(u"无法读取文件 %1。"_s.arg(from));
   }
   ~FileCopy() { remove(); }
   FileCopy(const FileCopy&) = delete;
@@ -54,10 +59,9 @@ class FileCopy final {
 
  private:
   void remove() const {
-    for (const QString& suffix : {QString(), u"-wal"_s, u"-shm"_s, u"-journal"_s}) {
-      QFile::setPermissions(path + suffix, QFile::ReadOwner | QFile::WriteOwner);
-      QFile::remove(path + suffix);
-    }
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    QFile::remove(path);
+    removeBeside(path);
   }
 };
 
@@ -82,6 +86,7 @@ bool ConditionFiles::exportConditions(const QDate& today) {
   demandForeign(path, folders);
   if (isFile(path) && !boxes_.ask(u"要覆盖这个文件吗？"_s))
     return false;
+  removeBeside(path);  // a journal of the old file would be rolled back into the new one
   replaceByCopy(realFiles(), folders.templateFile(), path);
   boxes_.plain(u"导出完成！"_s);
   return true;

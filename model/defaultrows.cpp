@@ -229,9 +229,20 @@ void insertBallColors(Store& store) {
 }
 
 void insertAliases(Store& store) {
-  Statement insert = store.query("写入自定义组别名", "INSERT INTO 自定义别名 VALUES (?, ?, ?)");
+  Statement insert = store.query("写入自定义组别名",
+                                 "INSERT INTO 自定义别名 SELECT ?, ?, ? WHERE NOT EXISTS (SELECT 1 FROM 自定义别名 "
+                                 "WHERE 序号 = ?)");
   for (int k = 1; k <= 20; ++k)
-    insert.run(k, u"自定义组%1"_s.arg(k), u"自定义组%1"_s.arg(k));
+    insert.run(k, u"自定义组%1"_s.arg(k), u"自定义组%1"_s.arg(k), k);
+}
+
+void insertMatchRow(Store& store) {
+  store.execute("写入历史数据过滤",
+                "INSERT INTO 历史数据过滤 SELECT 1, 5, 2008266, 4 WHERE NOT EXISTS (SELECT 1 FROM 历史数据过滤)");
+}
+
+void insertUserMode(Store& store) {
+  store.execute("写入用户模式", "INSERT INTO 用户模式 SELECT 0 WHERE NOT EXISTS (SELECT 1 FROM 用户模式)");
 }
 
 void insertProbabilities(Store& store) {
@@ -249,14 +260,14 @@ void insertAddresses(Store& store) {
 void insertMainRows(Store& store) {
   insertConditions(store, "默认过滤条件", true);
   insertUses(store, "默认过滤条件使用情况");
-  store.execute("写入历史数据过滤", "INSERT INTO 历史数据过滤 VALUES (1, 5, 2008266, 4)");
+  insertMatchRow(store);
   insertGames(store);
   insertProbabilities(store);
   insertBallColors(store);
   insertAliases(store);
   insertQuickRows(store);
   store.execute("写入用户表", "INSERT INTO 用户表 VALUES (?, '', ?)", u"临时用户"_s, dayCountOf(QDate(2007, 10, 22)));
-  store.execute("写入用户模式", "INSERT INTO 用户模式 VALUES (0)");
+  insertUserMode(store);
   insertAddresses(store);
 }
 
@@ -287,6 +298,12 @@ int defaultConditionUse(int code) {
 const std::vector<AttributeColumn>& attributeColumns() {
   static const std::vector<AttributeColumn> columns = buildAttributeColumns();
   return columns;
+}
+
+void insertLostRows(Store& store) {
+  insertMatchRow(store);
+  insertUserMode(store);
+  insertAliases(store);
 }
 
 void insertDefaultRows(Store& store, StoreKind kind) {

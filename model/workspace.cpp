@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "model/compaction.h"
+#include "model/defaultrows.h"
 #include "model/errors.h"
 #include "model/packfile.h"
 #include "model/schema.h"
@@ -133,6 +134,28 @@ void writePackedFile(const DataFolders& folders, FileAccess& files) {
   files.remove(icon);
 }
 
+bool isShipped(const DataFolders& shipped) {
+  return Workspace::exists(shipped) && QFileInfo::exists(shipped.templateFile());
+}
+
+/// The template that an installation begins with.
+void installTemplate(const DataFolders& folders, const DataFolders& shipped, FileAccess& files) {
+  if (isShipped(shipped))
+    replaceByCopy(files, shipped.templateFile(), folders.templateFile());
+  else
+    writeTemplate(folders, files);
+}
+
+/// Beside data that stands. The program works without its template, so nothing of this keeps it from starting.
+void installLostTemplate(const DataFolders& folders, const DataFolders& shipped, FileAccess& files) {
+  try {
+    const std::vector<FolderLock> locks = lockFolders(folders, files);
+    installTemplate(folders, shipped, files);
+  } catch (const Error&) {
+    // What needs the template tells that it is lost.
+  }
+}
+
 }  // namespace
 
 Workspace::Workspace(const Folders& folders, const Options& options)
@@ -143,6 +166,7 @@ Workspace::Workspace(const Folders& folders, const Options& options)
       gConn((made(data_, options.unpacked), folders_.workingFile()), StoreAccess::readWrite) {
   checkSchema(gConn, StoreKind::main);
   changeCounter_ = changeCounter(gConn.path());
+  insertLostRows(gConn);
   gUserMode = gConn.value("读取用户模式", "SELECT 模式 FROM 用户模式").value_or(0);
 }
 
@@ -259,8 +283,11 @@ Workspace::Folders Workspace::shippedFolders(const QString& executables) {
 void Workspace::install(const Folders& given, const Folders& shipped, FileAccess& files) {
   const Folders folders = apart(given);
   const QString mark = fillingMark(folders);
-  if (!QFileInfo::exists(mark) && holdsAnything(folders))
+  if (!QFileInfo::exists(mark) && holdsAnything(folders)) {
+    if (exists(folders) && !QFileInfo::exists(folders.templateFile()))
+      installLostTemplate(folders, shipped, files);
     return;
+  }
   files.makeFolder(folders.program);
   const std::vector<FolderLock> locks = lockFolders(folders, files);
   if (!QFileInfo::exists(mark)) {
@@ -269,14 +296,10 @@ void Workspace::install(const Folders& given, const Folders& shipped, FileAccess
     replaceFile(
         files, mark, [](OutputFile&) {}, [](const QString&) {});
   }
-  const bool isShipped = exists(shipped) && QFileInfo::exists(shipped.templateFile());
-  if (isShipped)
-    replaceByCopy(files, shipped.templateFile(), folders.templateFile());
-  else
-    writeTemplate(folders, files);
+  installTemplate(folders, shipped, files);
   // Once the packed data file stands it is complete, and may hold a person's work.
   if (!exists(folders)) {
-    if (isShipped)
+    if (isShipped(shipped))
       replaceByCopy(files, shipped.packedFile(), folders.packedFile());
     else
       writePackedFile(folders, files);

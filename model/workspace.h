@@ -73,8 +73,8 @@ class Workspace final {
   static Folders shippedFolders();
 
   /// Fills a program folder in which nothing of the program stands yet: from the shipped files where there are any, else
-  /// with fresh ones. A folder that holds any of its files is left alone, unless a filling was cut off there: then it is
-  /// finished. Throws AlreadyRunning where an instance has the folder, FileError where it cannot be written.
+  /// with fresh ones. A folder that holds any of its files is left alone, but for a template that is lost, and unless a filling
+  /// was cut off there: then it is finished. Throws AlreadyRunning where an instance has the folder, FileError where it cannot be written.
   static void install(const Folders& folders, const Folders& shipped = shippedFolders(),
                       FileAccess& files = realFiles());
 

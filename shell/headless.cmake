@@ -2,5 +2,5 @@
 elevenfive_subsystem(
   shell
   SOURCES "${CMAKE_CURRENT_LIST_DIR}/startup.cpp" "${CMAKE_CURRENT_LIST_DIR}/userfiles.cpp"
-          "${CMAKE_CURRENT_LIST_DIR}/usermode.cpp" "${CMAKE_CURRENT_LIST_DIR}/users.cpp"
+          "${CMAKE_CURRENT_LIST_DIR}/users.cpp"
   LINK elevenfive::conditions elevenfive::acquire elevenfive::model)

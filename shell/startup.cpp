@@ -23,9 +23,9 @@ constexpr QStringView closingForms[] = {u"frmFromFile", u"frmInitapp", u"frmToFi
 std::vector<BallColors> readBallColors(Store& store) {
   std::vector<BallColors> colors;
   Statement query =
-      store.query("读取球的颜色", "SELECT 号码, 基本号, 特别号 FROM BallColor ORDER BY 号码 LIMIT ?", numberCount);
-  while (query.next())
-    colors.push_back({query.integer(0), query.integer(1), query.integer(2)});
+      store.query("读取球的颜色", "SELECT 基本号, 特别号 FROM BallColor ORDER BY 号码 LIMIT ?", numberCount);
+  for (int number = 1; query.next(); ++number)
+    colors.push_back({number, query.integer(0), query.integer(1)});
   return colors;
 }
 
@@ -139,7 +139,7 @@ bool Startup::askForUserMode() {
   mode = static_cast<int>(UserMode::one);
   if (!screens_.askUserMode(mode))
     return false;
-  storeUserMode(workspace_->gConn, mode);
+  workspace_->gConn.execute("保存用户模式", "UPDATE 用户模式 SET 模式 = ?", mode);
   return true;
 }
 

@@ -12,7 +12,6 @@
 #include "model/fileaccess.h"
 #include "model/ports.h"
 #include "model/workspace.h"
-#include "shell/usermode.h"
 #include "shell/users.h"
 #include "shell/userswitch.h"
 
@@ -25,7 +24,8 @@ struct BallColors {
   int special;
 };
 
-/// The balls of the game's numbers from BallColor; fewer than numberCount where the table has fewer rows.
+/// The balls of the game's numbers from BallColor, whose first row is of number 1; fewer than numberCount where the table has
+/// fewer rows.
 std::vector<BallColors> readBallColors(Store& store);
 
 /// How frmODBCLogon was left.
@@ -61,6 +61,9 @@ class Screens {
   virtual void unload(const QString& form) = 0;  ///< a form that may be open
   virtual void releaseData() = 0;                ///< no panel may use the workspace from here on
 };
+
+/// frmFirstrun's answers.
+enum class UserMode { notAsked = 0, one = 1, several = 2 };
 
 class Startup final {
  public:

@@ -1,6 +1,5 @@
 #include "shell/userfiles.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QStringList>
 #include <algorithm>
@@ -90,12 +89,6 @@ bool UserFiles::save(const QString& name) {
   }
   replaceByCopy(files_, folders_.templateFile(), place);
   return true;
-}
-
-void UserFiles::removeUnfinished() {
-  const QDir folder(folders_.program);
-  for (const QString& entry : folder.entryList({nameBeside(u"*.uVorex"_s)}, QDir::Files | QDir::Hidden))
-    files_.remove(folder.filePath(entry));
 }
 
 void UserFiles::remove(const QString& name) {

@@ -41,9 +41,6 @@ class UserFiles final {
   /// Gives a file that stands in the way of a new user's another name, which is the result; empty where there is none.
   QString setAside(const QString& name);
 
-  /// Removes what a run that was ended while it wrote a user's file has left of it beside its place. Throws FileError.
-  void removeUnfinished();
-
   /// Removes a user's file; none is no fault.
   void remove(const QString& name);
 

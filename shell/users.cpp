@@ -115,12 +115,8 @@ void Users::logonFinish(const QString& name) {
 }
 
 void Users::removeIdleUsers() {
-  try {
-    userFiles_.removeUnfinished();
-  } catch (const FileError&) {
-    // No reason to keep anyone out either.
-  }
-  const double limit = dayCountOf(now_()) - idleDays;
+  // Midnight of the thirtieth day before today: whoever logged on later on that day stays.
+  const double limit = elevenfive::dayCountOf(now_().date()) - idleDays;
   QStringList idle;
   {
     Statement query =

@@ -375,6 +375,24 @@ TEST_F(Files, AFileInWriteAheadModeGetsNoFilesBesideIt) {
   EXPECT_EQ(QDir(workspace.folders.temporary).entryList(QDir::Files), temporary);
 }
 
+TEST_F(Files, WhatAnotherProgramLeftBesideAFileIsNoPartOfIt) {
+  changeEverything();
+  exportSet();
+  const QStringList saved = set();
+  for (const QString& suffix : {u"-journal"_s, u"-wal"_s}) {
+    QFile beside(question.path + suffix);
+    ASSERT_TRUE(beside.open(QIODevice::WriteOnly));
+    beside.write("x");
+  }
+  changeEverything();
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(set(), saved);
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 3);
+  ASSERT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"set.Vorex"_s});
+}
+
 TEST_F(Files, AFileThatMayOnlyBeReadIsRead) {
   exportSet();
   ASSERT_TRUE(QFile::setPermissions(question.path, QFile::ReadOwner));

@@ -218,6 +218,44 @@ TEST_F(WorkspaceLife, InstallCopiesTheShippedFilesAndNeverChangesThem) {
   EXPECT_EQ(read(shipped.templateFile()), conditions);
 }
 
+TEST_F(WorkspaceLife, RowsThatAreAlwaysThereComeBackWhereTheyWereLost) {
+  {
+    Workspace workspace(folders, {&unflushed, {}});
+    workspace.gConn.executeScript(
+        "test",
+        "DELETE FROM 用户模式; DELETE FROM 历史数据过滤; DELETE FROM 自定义别名 WHERE 序号 = 3;"
+        "UPDATE 自定义别名 SET 别名 = '热号' WHERE 序号 = 4;");
+    workspace.close();
+  }
+  for (int start = 0; start < 2; ++start) {
+    Workspace workspace(folders, {&unflushed, {}});
+    Store& store = workspace.gConn;
+    EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 用户模式 WHERE 模式 = 0"), 1);
+    EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 历史数据过滤 WHERE 最小值 = 5 AND 匹配值 = 4"), 1);
+    EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 自定义别名"), 20);
+    EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 自定义别名 WHERE 别名 = '自定义组3' OR 别名 = '热号'"), 2);
+    EXPECT_EQ(workspace.hasChanged(), start == 0);
+    workspace.close();
+  }
+}
+
+TEST_F(WorkspaceLife, InstallPutsALostTemplateBackAndTouchesNothingElse) {
+  runWriting(7);
+  QFile::remove(folders.templateFile());
+  FaultyFiles broken;
+  broken.failingStep = 0;
+  EXPECT_NO_THROW(Workspace::install(folders, {folder.filePath(u"none"_s), {}}, broken));
+  EXPECT_FALSE(QFile::exists(folders.templateFile()));
+  const QByteArray pack = read(folders.packedFile());
+  Workspace::install(folders, {folder.filePath(u"none"_s), {}}, unflushed);
+  EXPECT_NO_THROW(checkDatabase(folders.templateFile(), StoreKind::conditionTemplate));
+  EXPECT_EQ(read(folders.packedFile()), pack);
+  const QByteArray filled = read(folders.templateFile()) + "changed";
+  write(folders.templateFile(), filled);
+  Workspace::install(folders, {folder.filePath(u"none"_s), {}}, unflushed);
+  EXPECT_EQ(read(folders.templateFile()), filled);
+}
+
 TEST_F(WorkspaceLife, AnInstallThatWasCutOffAtAnyStepIsFinishedByTheNextOne) {
   const Workspace::Folders none{folder.filePath(u"none"_s), {}};
   for (const Workspace::Folders& shipped : {folders, none}) {

@@ -329,6 +329,16 @@ TEST_F(StartupTest, TooFewBallsEndIt) {
                                     u"plain [] 程序初始化出错,即将退出。。。"_s, u"release"_s}));
 }
 
+TEST_F(StartupTest, TheRowsOfTheBallsCountByTheirOrder) {
+  TestWorkspace w;
+  w.store().execute("test", "UPDATE BallColor SET 号码 = 号码 + 100, 基本号 = 3, 特别号 = 2 WHERE 号码 = 1");
+  const std::vector<BallColors> colors = readBallColors(w.store());
+  ASSERT_EQ(colors.size(), 11U);
+  for (int n = 1; n <= 11; ++n)
+    EXPECT_EQ(colors[static_cast<std::size_t>(n - 1)].number, n);
+  EXPECT_EQ(colors[0].basic, w.store().value("test", "SELECT 基本号 FROM BallColor WHERE 号码 = 2"));
+}
+
 TEST_F(StartupTest, AHistoryThatCannotBeBoundIsToldWithTheAdvice) {
   screens.historyFault = u"读取失败。"_s;
   EXPECT_FALSE(startup.start());

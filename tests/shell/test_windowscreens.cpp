@@ -150,7 +150,7 @@ TEST_F(WindowScreensTest, TheSplashIsAsLargeAsItsPictureAndGoesWhenTheWindowCome
 }
 
 TEST_F(WindowScreensTest, TheSplashDoesNotLieOverTheBoxOfAStartThatFails) {
-  prepare("DELETE FROM BallColor WHERE 号码 = 11");
+  prepare("DELETE FROM BallColor WHERE 号码 > 10");
   int splashes = -1;
   boxes.onShow = [&] { splashes = topLevel(u"frmInitapp"_s) == nullptr ? 0 : 1; };
   Startup failing(folders, boxes, screens, quick);
