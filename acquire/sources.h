@@ -17,7 +17,7 @@ struct SourceKind {
 };
 
 inline constexpr SourceKind resultsSite{u"开奖网站", u"下载开奖数据的网站"};
-inline constexpr SourceKind secondSite{u"第二网站", u"按日期查开奖结果的网站"};
+inline constexpr SourceKind secondSite{u"第二网站", u"按日期查开奖结果的网站（目前不使用）"};
 inline constexpr SourceKind noticeServer{u"版本公告", u"查询新版本公告的服务器；留空则不查询"};
 inline constexpr SourceKind detailPage{u"开奖详情", u"一期开奖详情的网页"};
 

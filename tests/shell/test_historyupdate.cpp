@@ -1,4 +1,5 @@
 // Draws from the web in the window: from the button to the panel that follows, and the form of the addresses.
+#include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QRadioButton>
@@ -166,6 +167,57 @@ TEST_F(HistoryUpdateTest, TheRangeThatIsShownStaysAndASearchEnds) {
   EXPECT_TRUE(shownPeriods().endsWith(u" 110315011 110315012"_s));
 }
 
+/// Takes what would go to the person's browser.
+class Browser final : public QObject {
+  Q_OBJECT
+
+ public:
+  Browser() { QDesktopServices::setUrlHandler(u"http"_s, this, "show"); }
+  ~Browser() override { QDesktopServices::unsetUrlHandler(u"http"_s); }
+  QStringList shown;
+  Q_SLOT void show(const QUrl& address) { shown << address.toString(); }
+};
+
+TEST_F(HistoryUpdateTest, TheDetailsOfADrawOpenInTheBrowserAndNothingElseCanStartMeanwhile) {
+  const QString details = u"http://detail.test/08118.html"_s;
+  setSourceAddress(data.store(), detailPage.name.toString(), u"http://detail.test/"_s);
+  web.pages[details].texts = QStringList{u"奖池"_s};
+  web.pages[details].afterMs = 200;
+  openWindow();
+  const Browser browser;
+  ports.typed = {u"2008118"_s};
+  auto& asked = the<QPushButton>(u"cmm_kjqk"_s);
+  EXPECT_EQ(asked.text(), u"详细开奖情况查询"_s);
+  bool enabled = true;
+  QString told;
+  whileWaiting([&] {
+    enabled = asked.isEnabled() || button(1).isEnabled();
+    told = panel(2);
+  });
+  click(asked);
+  EXPECT_EQ(browser.shown, QStringList{details});
+  EXPECT_FALSE(enabled);
+  EXPECT_EQ(told, u"正在读取 "_s + details + u" ……"_s);
+  EXPECT_EQ(panel(2), QString());
+  EXPECT_TRUE(asked.isEnabled());
+  EXPECT_TRUE(asked.hasFocus());
+}
+
+TEST_F(HistoryUpdateTest, AWishToCloseEndsTheReadingOfTheDetails) {
+  setSourceAddress(data.store(), detailPage.name.toString(), u"http://detail.test/"_s);
+  web.other.afterMs = -1;
+  openWindow();
+  ports.typed = {u"2008118"_s};
+  QElapsedTimer waited;
+  waited.start();
+  whileWaiting([&] { window->close(); });
+  click(the<QPushButton>(u"cmm_kjqk"_s));
+  EXPECT_LT(waited.elapsed(), 3000);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"确认要退出吗？"_s});
+}
+
 class SourcesFormTest : public HistoryUpdateTest {
  protected:
   SourcesForm& form() {
@@ -271,3 +323,5 @@ TEST_F(SourcesFormTest, TheMenuOpensTheForm) {
 }  // namespace
 
 }  // namespace elevenfive
+
+#include "test_historyupdate.moc"
