@@ -1,4 +1,5 @@
 // history update and history page of the companion, over real pages.
+#include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
 
