@@ -5,6 +5,7 @@
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTimer>
+#include <algorithm>
 
 #include "acquire/catalogue.h"
 #include "acquire/sources.h"
@@ -151,6 +152,20 @@ TEST_F(HistoryUpdateTest, AFaultOfTheTableBringsTheButtonsBack) {
   ASSERT_EQ(ports.boxes.size(), 1U);
   EXPECT_EQ(ports.boxes[0].kind, BoxKind::critical);
   EXPECT_TRUE(button(1).isEnabled());
+}
+
+TEST_F(HistoryUpdateTest, TheWindowKeepsItsWidthThroughAnUpdateBesideASearch) {
+  openWindow();
+  click(the<QPushButton>(u"CmmSousuo"_s));
+  const int width = window->width();
+  int during = 0;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, [&] { during = std::max(during, window->width()); });
+  look.start(1);
+  web.pages[page].afterMs = 200;
+  click(button(1));
+  EXPECT_EQ(during, width);
+  EXPECT_TRUE(the<QPushButton>(u"cmm_kjqk"_s).isVisible());
 }
 
 TEST_F(HistoryUpdateTest, TheRangeThatIsShownStaysAndASearchEnds) {
