@@ -61,6 +61,11 @@ std::optional<PageLine> readPageLine(QStringView line) {
   return PageLine{periodOf(digits), numbersOf(digits)};
 }
 
+QString decodePage(const QByteArray& bytes) {
+  const QString text = QString::fromUtf8(bytes);
+  return text.contains(resultsPageMark) ? text : decodeText(bytes);
+}
+
 QString scanText(const QString& bodyText) {
   QString text = bodyText;
   text.replace(u"\r\n"_s, u"\n"_s).replace(u'\t', u' ');

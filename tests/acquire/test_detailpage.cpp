@@ -116,7 +116,7 @@ TEST_F(DetailPage, AnAddressThatWasNeverSetIsToldWithThePlaceToSetIt) {
 }
 
 TEST_F(DetailPage, AnAddressOfAnotherKindIsNotRead) {
-  setSourceAddress(data.store(), detailPage.name.toString(), u"file:///etc/"_s);
+  data.store().execute("test", "UPDATE 数据源 SET 地址 = 'file:///etc/'");
   show(u"2008118"_s);
   EXPECT_EQ(ports.boxTexts(), QStringList{notFound});
   EXPECT_EQ(web.log, QStringList());

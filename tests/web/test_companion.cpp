@@ -101,7 +101,7 @@ TEST_F(Companion, ARedirectCircleIsRefused) {
 TEST_F(Companion, APageThatIsLedOffItsSiteIsRefused) {
   HttpServer elsewhere;
   server.answer("/", redirectTo(elsewhere.url(u"/"_s)));
-  expectRefused(u"elevenfive 11选5"_s, u"网页被转到其它网站（127.0.0.1），没有读取。"_s);
+  expectRefused(u"elevenfive 11选5"_s, u"网页被转到其它网站（127.0.0.1:%1），没有读取。"_s.arg(elsewhere.port()));
 }
 
 TEST_F(Companion, AnAddressThatWasNeverSetIsRefused) {

@@ -136,7 +136,7 @@ TEST_F(RealUpdate, ARedirectAwayFromTheSiteIsNotFollowed) {
   EXPECT_EQ(askedOf(elsewhere), QStringList());
   EXPECT_EQ(count(), 0);
   EXPECT_EQ(ports.boxes.size(), 0U);
-  EXPECT_EQ(screen.panel, u"网页被转到其它网站（127.0.0.1），没有读取。"_s);
+  EXPECT_EQ(screen.panel, u"网页被转到其它网站（127.0.0.1:%1），没有读取。"_s.arg(elsewhere.port()));
 }
 
 TEST_F(RealUpdate, ARedirectToAnotherHostOfTheSiteIsFollowed) {
