@@ -103,7 +103,7 @@ QWidget* HistoryPanel::buildEntryStrip() {
     entry_[static_cast<std::size_t>(i)] = field;
     connect(field, &QLineEdit::returnPressed, this, [this, i] {
       if (i + 1 < static_cast<int>(entry_.size()))
-        entry_[static_cast<std::size_t>(i + 1)]->setFocus();
+        entry_[static_cast<std::size_t>(i) + 1]->setFocus();
       else
         addDraw();
     });
