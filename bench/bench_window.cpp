@@ -3,28 +3,22 @@
 // Draws off screen where no platform is named.
 //
 //   bench_window [DRAWS [NAME]]     draws in the history, default 100000; the large grid has three times as many
-//                                   NAME: start, scroll, entry, tabs, value, run, import or large alone
+//                                   NAME: start, scroll, entry, tabs, value, sets, run, import or large alone
 #include <QApplication>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTabBar>
-#include <QTemporaryDir>
 
 #include "bench/baresqlite.h"
 #include "bench/eventgaps.h"
 #include "bench/fullrun.h"
 #include "bench/measure.h"
-#include "bench/synthetichistory.h"
+#include "bench/windowbench.h"
+#include "bench/windowconditions.h"
 #include "bench/windowstart.h"
-#include "bench/windowtools.h"
 #include "history/attributes.h"
-#include "history/textfiles.h"
 #include "model/navigators.h"
 #include "model/widgets/gridview.h"
-#include "model/workspace.h"
-#include "shell/widgets/mainwindow.h"
 #include "shell/widgets/theme.h"
 
 namespace {
@@ -34,83 +28,6 @@ using namespace Qt::StringLiterals;
 
 constexpr int rounds = 15;
 constexpr int largeFactor = 3;  ///< the large grid against the usual history
-
-struct QuietImport final : Boxes, LineProgress, Progress, Events {
-  Answer show(const Box&) override { return Answer::yes; }
-  void show(int) override {}
-  void setDone(int) override {}
-  void hide() override {}
-  [[nodiscard]] bool stopRequested() const override { return false; }
-  void setMinimum(int) override {}
-  void setMaximum(int) override {}
-  void setValue(int) override {}
-  void setVisible(bool) override {}
-  void yield() override {}
-};
-
-/// A data folder with a derived history of that many draws, and the text it was read from.
-class Data final {
- public:
-  explicit Data(int draws) {
-    Workspace::create(folders, false);
-    writeHistory(text, draws);
-    Workspace workspace(folders);
-    QuietImport quiet;
-    importHistoryText(workspace.gConn, text, false, {quiet, quiet, quiet, quiet});
-    workspace.gConn.execute("bench", "UPDATE 用户模式 SET 模式 = 1");
-    workspace.close();
-  }
-
- private:
-  QTemporaryDir folder_;
-
- public:
-  const DataFolders folders{folder_.filePath(u"program"_s), folder_.filePath(u"temporary"_s)};
-  const QString text = folder_.filePath(u"history.txt"_s);
-  const QString copy = folder_.filePath(u"copy.db"_s);  ///< free for a floor
-};
-
-/// The window over data of its own, shown and painted.
-class Bench final {
- public:
-  explicit Bench(const Data& data)
-      : workspace(data.folders), window(workspace, {person, person, person, person}), copy(data.copy) {
-    workspace.gConn.execute("bench", "VACUUM INTO ?", copy);
-    window.show();
-    paints.settle();
-  }
-  ~Bench() { workspace.abandon(); }
-  Bench(const Bench&) = delete;
-  Bench& operator=(const Bench&) = delete;
-
-  template <typename Control>
-  Control& the(const QString& name) {
-    return control<Control>(window, name);
-  }
-
-  /// Adds the time of a piece of work until it is painted.
-  template <typename Work>
-  void time(Times& times, Work&& work) {
-    const Stopwatch watch(times);
-    work();
-    paints.settle();
-  }
-
-  /// Adds the time of painting a widget as it stands, with all below it.
-  void timePainting(Times& times, QWidget& widget) {
-    time(times, [&] {
-      widget.update();
-      for (QWidget* part : widget.findChildren<QWidget*>())
-        part->update();
-    });
-  }
-
-  PaintCount paints;
-  QuietPerson person;
-  Workspace workspace;
-  MainWindow window;
-  QString copy;
-};
 
 void measureScroll(Bench& bench, const char* name, double goal) {
   auto& grid = bench.the<GridView>(u"TDBGridHistory"_s);
@@ -187,38 +104,6 @@ void measureRun(Bench& bench) {
   report("full run with progress", ours, 150, "the same without a window", floor);
 }
 
-void measureTabs(Bench& bench) {
-  bench.window.selectTopTab(2);
-  auto& tabs = bench.the<QListWidget>(u"TabStrip_TiaoJian"_s);
-  Times ours;
-  Times floor;
-  for (int round = 0; round < 2 * tabs.count(); ++round) {
-    QListWidgetItem* item = tabs.item((round + 1) % tabs.count());
-    tabs.scrollToItem(item);
-    bench.time(ours, [&] { clickAt(*tabs.viewport(), tabs.visualItemRect(item).center()); });
-    bench.timePainting(floor, bench.the<QWidget>(u"Frm_Sub_1"_s));
-  }
-  report("condition tab changed", ours, 30, "painting that page again", floor);
-}
-
-void measureValueClick(Bench& bench) {
-  bench.window.selectTopTab(2);
-  bench.the<QListWidget>(u"TabStrip_TiaoJian"_s).setCurrentRow(1);
-  bench.paints.finish();
-  auto& list = bench.the<QListWidget>(u"List_TiaoJian"_s);
-  Times ours;
-  Times floor;
-  for (int round = 0; round < list.count(); ++round) {
-    const QPoint place = list.visualItemRect(list.item(round)).center();
-    const bool selected = list.item(round)->isSelected();
-    bench.time(ours, [&] { clickAt(*list.viewport(), place); });
-    if (list.item(round)->isSelected() == selected)
-      throw std::runtime_error("a click changed no value");
-    bench.timePainting(floor, *list.viewport());
-  }
-  report("value clicked, written and shown", ours, 10, "painting that list again", floor);
-}
-
 /// One draw typed in; the floor inserts its row and copies the derived cells of the row before.
 void measureEntry(Bench& bench) {
   bench.window.selectTopTab(1);
@@ -276,9 +161,11 @@ void measure(int draws, const QString& only) {
     if (wanted(u"entry"_s))
       measureEntry(bench);
     if (wanted(u"tabs"_s))
-      measureTabs(bench);
+      measureConditionTabs(bench);
     if (wanted(u"value"_s))
-      measureValueClick(bench);
+      measureConditionClicks(bench);
+    if (wanted(u"sets"_s))
+      measureConditionSets(bench);
     if (wanted(u"run"_s))
       measureRun(bench);
     if (wanted(u"import"_s))

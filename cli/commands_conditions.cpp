@@ -93,9 +93,9 @@ Action prepareAttribute(const Arguments& arguments) {
 }
 
 Action prepareMatch(const Arguments& arguments) {
-  const int use = numberOf(arguments, u"USE"_s);
-  const int periods = numberOf(arguments, u"N"_s);
-  const int match = numberOf(arguments, u"M"_s);
+  const int use = numberOf(arguments, u"USE"_s, 0, 1);
+  const int periods = numberOf(arguments, u"N"_s, 1, mostMatchPeriods);
+  const int match = numberOf(arguments, u"M"_s, 1, mostMatches);
   return [use, periods, match](Session& session) {
     session.store().execute("修改历史数据过滤", "UPDATE 历史数据过滤 SET 使用状态 = ?, 最小值 = ?, 匹配值 = ?", use,
                             periods, match);
@@ -112,7 +112,8 @@ constexpr Command commands[] = {
     {u"use CODE VALUE", u"a row of 过滤条件使用情况", u"", prepareUse},
     {u"attr COLUMN NUMBERS", u"a boolean column of 号码特性: true for exactly these numbers (1,5,11, or - for none)",
      u"", prepareAttribute},
-    {u"match USE N M", u"历史数据过滤: 使用状态, 最小值, 匹配值", u"", prepareMatch},
+    {u"match USE N M", u"历史数据过滤: 使用状态, 最小值, 匹配值", u"", prepareMatch,
+     u"USE: 0 or 1; N: 1 to 100; M: 1 to 5"},
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Custom groups and zones, as their screens do them.
 #include <QString>
 #include <algorithm>
+#include <optional>
 
 #include "cli/command.h"
 #include "cli/output.h"
@@ -55,12 +56,10 @@ void setCounts(Session& session, int k, const std::vector<int>& counts) {
   const CustomGroups::GroupState state = groups.showZdyGroup(k);
   if (!counts.empty() && !state.countsEnabled)
     throw MissingData(u"自定义组%1 中没有号码，请先设置号码。"_s.arg(k));
-  StoreTransaction transaction(session.store());
-  for (const bool wanted : {true, false})
-    for (int v = 0; v <= zdyLargestCount; ++v)
-      if (holds(counts, v) == wanted && state.counts.at(static_cast<std::size_t>(v)) != wanted)
-        groups.clickCount(k, v, wanted);
-  transaction.commit();
+  std::vector<bool> selected;
+  for (int v = 0; v <= zdyLargestCount; ++v)
+    selected.push_back(holds(counts, v));
+  groups.selectCounts(k, selected);
 }
 
 Action prepareCounts(const Arguments& arguments) {
@@ -97,7 +96,8 @@ Action prepareCommon(const Arguments& arguments) {
   const int k = groupOf(arguments);
   const QString entry = arguments.text(u"ENTRY"_s);
   return [k, entry](Session& session) {
-    if (!session.program().groups.chooseCommon(k, entry))
+    const std::optional<QString> meant = entryMeant(session.program().commonEntries, entry);
+    if (!meant || !session.program().groups.chooseCommon(k, *meant))
       throw MissingData(u"常用分组中没有“%1”。"_s.arg(entry.left(40)));
     printGroup(session, k);
   };
@@ -120,7 +120,7 @@ Action prepareGroupList(const Arguments&) {
 
 Action prepareEntries(const Arguments&) {
   return [](Session& session) {
-    for (const QString& entry : commonGroupEntries(getNextQihao(session.store())))
+    for (const QString& entry : session.program().commonEntries)
       printText(session.out(), entry);
   };
 }

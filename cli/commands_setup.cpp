@@ -2,6 +2,7 @@
 #include <QDate>
 #include <QString>
 #include <algorithm>
+#include <utility>
 
 #include "cli/command.h"
 #include "cli/output.h"
@@ -44,8 +45,12 @@ RowText rowTextOf(const QString& word) {
 
 Action prepareQuickSubmit(const Arguments& arguments) {
   std::vector<RowText> texts;
-  for (const QString& word : arguments.texts(u"ROW=TEXT"_s))
-    texts.push_back(rowTextOf(word));
+  for (const QString& word : arguments.texts(u"ROW=TEXT"_s)) {
+    RowText text = rowTextOf(word);
+    if (std::any_of(texts.begin(), texts.end(), [&](const RowText& other) { return other.row == text.row; }))
+      throw UsageError(u"编号 %1 的范围给出了两次。"_s.arg(text.row));
+    texts.push_back(std::move(text));
+  }
   return [texts](Session& session) {
     QuickSetup form(session.store(), session.ports());
     std::vector<QuickSetup::Row> rows = form.rows();
@@ -56,7 +61,7 @@ Action prepareQuickSubmit(const Arguments& arguments) {
       row->text = change.text;
     }
     if (form.submit(rows))
-      printForm(session, form.rows());
+      printForm(session, rows);
   };
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "model/errors.h"
+#include "model/navigators.h"
 
 namespace elevenfive {
 
@@ -14,7 +15,8 @@ OpenProgram::OpenProgram(const Workspace::Folders& folders, CliPorts& ports, Res
       picking(workspace.gConn, driver, ports, ports),
       groups(workspace.gConn, panel, ports, ports),
       zones(workspace.gConn, panel, ports),
-      users(workspace, ports) {}
+      users(workspace, ports),
+      commonEntries(commonGroupEntries(getNextQihao(workspace.gConn))) {}
 
 Session::Session(Workspace::Folders folders, bool fillsFolder, std::ostream& out, std::ostream& err)
     : folders_(std::move(folders)), fillsFolder_(fillsFolder), out_(out), ports_(err) {}

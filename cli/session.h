@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <exception>
 #include <functional>
 #include <iosfwd>
@@ -39,6 +40,8 @@ struct OpenProgram {
   CustomGroups groups;
   Zones zones;
   Users users;
+  const QStringList
+      commonEntries;  ///< the entries of ComboZDYcyfz, with the period that was next when the data was opened
 };
 
 class Session final {

@@ -66,6 +66,15 @@ CommonGroup groupOf(const Test& test) {
   return group;
 }
 
+/// An entry that looks at draws without the period in front, any other as it is.
+QString withoutPeriod(const QString& entry) {
+  qsizetype digits = 0;
+  while (digits < entry.size() && entry[digits] >= u'0' && entry[digits] <= u'9')
+    ++digits;
+  const QString rest = entry.sliced(digits);
+  return rest.startsWith(u'期') ? rest : entry;
+}
+
 CommonGroup missingDraw(const QString& message) {
   return {{}, message};
 }
@@ -111,6 +120,14 @@ QStringList commonGroupEntries(Qihao nextPeriod) {
       entries << u"除%1余%2"_s.arg(divisor).arg(r);
   }
   return entries;
+}
+
+std::optional<QString> entryMeant(const QStringList& entries, const QString& text) {
+  const QString wanted = withoutPeriod(text);
+  for (const QString& entry : entries)
+    if (withoutPeriod(entry) == wanted)
+      return entry;
+  return std::nullopt;
 }
 
 std::optional<CommonGroup> commonGroup(Store& store, const QString& entry) {

@@ -22,6 +22,10 @@ using GroupMembers = std::array<bool, numberCount + 1>;
 /// The entries of ComboZDYcyfz in order. Those that look at draws bear the period in front.
 QStringList commonGroupEntries(Qihao nextPeriod);
 
+/// The one of entries that a text means: the same text, the period in front of an entry not compared; nothing where there is
+/// none.
+std::optional<QString> entryMeant(const QStringList& entries, const QString& text);
+
 /// What an entry stands for.
 struct CommonGroup {
   GroupMembers members{};

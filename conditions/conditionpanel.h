@@ -19,6 +19,10 @@ struct ValueList;
 /// Marks in a tip text the place from which the preview of the allowed values stands.
 inline constexpr QStringView previewMarker = u"当前取值阅览：";
 
+/// What the boxes of the history match offer: 1 up to these.
+inline constexpr int mostMatchPeriods = 100;
+inline constexpr int mostMatches = 5;
+
 class ConditionPanel final {
  public:
   /// run: whose buffer tiaojianValue is filled with the lists; nullptr where none is.
@@ -49,6 +53,9 @@ class ConditionPanel final {
   enum class MatchField { minimum, maximum, match };
 
   bool loadingPanel = false;
+
+  /// The state whose buffer is filled with what the screen reads; nullptr where there is none.
+  [[nodiscard]] RunState* run() const noexcept { return run_; }
 
   /// The lists of a tab (index 1 to 25); empty for tabs without value lists. Tab 15 has the seven position lists.
   std::vector<ListState> valueLists(int tab);

@@ -115,9 +115,9 @@ QStringList listLines(Store& store, std::span<const RangeLine> rows) {
   return lines;
 }
 
-QStringList groupLines(Store& store) {
+QStringList groupLines(Store& store, RunState* run) {
   QStringList lines;
-  for (const QString& line : zdyLines(store))
+  for (const QString& line : zdyLines(store, run))
     lines << u' ' + line;
   return lines;
 }
@@ -150,10 +150,10 @@ QStringList reductionLines(Store& store) {
 
 }  // namespace
 
-QString buildConditionSummary(Store& store) {
+QString buildConditionSummary(Store& store, RunState* run) {
   const QStringList groups[] = {
-      pickLines(store),  positionLines(store), listLines(store, rangeLines), listLines(store, formLines),
-      groupLines(store), matchLines(store),    parityLines(store),           reductionLines(store),
+      pickLines(store),       positionLines(store), listLines(store, rangeLines), listLines(store, formLines),
+      groupLines(store, run), matchLines(store),    parityLines(store),           reductionLines(store),
   };
   QStringList lines;
   for (const QStringList& group : groups) {

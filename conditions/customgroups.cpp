@@ -5,6 +5,7 @@
 
 #include "conditions/conditionpanel.h"
 #include "conditions/conditionrows.h"
+#include "engine/conditionvalues.h"
 #include "model/errors.h"
 #include "model/store.h"
 #include "model/texts.h"
@@ -46,6 +47,30 @@ std::vector<int> countsOf(Store& store, int k) {
   return allowedOffsets(store, zdyCountId(k, 0), zdyCountId(k, blockSize - 1));
 }
 
+/// Whether a character of a name would break the one line that tells of a group.
+bool breaksLines(QChar ch) {
+  const QChar::Category category = ch.category();
+  return category == QChar::Other_Control || category == QChar::Separator_Line ||
+         category == QChar::Separator_Paragraph;
+}
+
+/// Switches a group on where it allows a count that the list shows, off where it allows none. True where it allows one.
+bool switchByCounts(Store& store, int k) {
+  const std::vector<int> counts = countsOf(store, k);
+  const bool any = !counts.empty() && counts.front() <= zdyLargestCount;  // ascending: the list shows 0 to 5 only
+  setConditionUse(store, zdyCode(k), any ? 1 : 0);
+  return any;
+}
+
+/// Gives a group no members, no counts, its first name, and switches it off.
+void clearGroup(Store& store, int k) {
+  store.execute("清空自定义组", "UPDATE 号码特性 SET " + columnSql(k) + " = 0");
+  store.execute("清空自定义组", "UPDATE 自定义别名 SET 别名 = 自定义名称 WHERE 序号 = ?", k);
+  store.execute("清空自定义组", "UPDATE 过滤条件 SET VALUE = 0 WHERE ID >= ? AND ID <= ?", zdyCountId(k, 0),
+                zdyCountId(k, blockSize - 1));
+  setConditionUse(store, zdyCode(k), 0);
+}
+
 }  // namespace
 
 QString zdyColumn(int k) {
@@ -71,6 +96,8 @@ QString getZdyAlias(Store& store, int k) {
 void CustomGroups::setZdyAlias(int k, const QString& text) {
   if (text.size() > zdyAliasLength)
     throw Error(u"自定义组名称太长，最多 %1 个字符，请缩短后再试。"_s.arg(zdyAliasLength));
+  if (std::any_of(text.begin(), text.end(), breaksLines))
+    throw Error(u"自定义组名称不能含有换行等控制字符，请修改后再试。"_s);
   gConn_.execute("写入自定义组名称", "UPDATE 自定义别名 SET 别名 = ? WHERE 序号 = ?", text, k);
 }
 
@@ -81,21 +108,26 @@ QString zdyMembersText(Store& store, int k) {
   return numbers.isEmpty() ? u"（ 无 号 码 ）"_s : u"　号码：（"_s + numbers.join(u',') + u"）"_s;
 }
 
-QString zdyCountsText(Store& store, int k) {
+QString zdyCountsText(Store& store, int k, RunState* run) {
+  RunState own;
+  RunState& state = run == nullptr ? own : *run;
+  if (isGroup(k))
+    loadTiaojianValues(store, state, zdyCountId(k, 0), zdyCountId(k, blockSize - 1));
   QStringList counts;
-  for (const int count : countsOf(store, k))
-    counts << toQuanjiaoDigits(count) + u"个"_s;
+  for (int count = 0; isGroup(k) && count < blockSize; ++count)
+    if (state.tiaojianValue[static_cast<std::size_t>(count)] > 0)
+      counts << toQuanjiaoDigits(count) + u"个"_s;
   return counts.isEmpty() ? u"（条 件 未 设 置）"_s : u" 允许开出个数（"_s + counts.join(u',') + u"）"_s;
 }
 
-QStringList zdyLines(Store& store) {
+QStringList zdyLines(Store& store, RunState* run) {
   QStringList lines;
   for (int k = 1; k <= zdyGroupCount; ++k) {
     if (!isConditionUsed(store, zdyCode(k))) {
       lines << getZdyAlias(store, k) + u" ——　未 使 用 "_s;
       continue;
     }
-    const QString counts = membersOf(store, k).empty() ? QString() : zdyCountsText(store, k);
+    const QString counts = membersOf(store, k).empty() ? QString() : zdyCountsText(store, k, run);
     lines << getZdyAlias(store, k) + u" ——"_s + zdyMembersText(store, k) + counts;
   }
   return lines;
@@ -125,12 +157,9 @@ void CustomGroups::clearZdyGroup(int k) {
   if (!isGroup(k))
     return;
   StoreTransaction transaction(gConn_);
-  gConn_.execute("清空自定义组", "UPDATE 号码特性 SET " + columnSql(k) + " = 0");
-  gConn_.execute("清空自定义组", "UPDATE 自定义别名 SET 别名 = 自定义名称 WHERE 序号 = ?", k);
-  gConn_.execute("清空自定义组", "UPDATE 过滤条件 SET VALUE = 0 WHERE ID >= ? AND ID <= ?", zdyCountId(k, 0),
-                 zdyCountId(k, blockSize - 1));
-  setConditionUse(gConn_, zdyCode(k), 0);
+  clearGroup(gConn_, k);
   transaction.commit();
+  openGroup(k);
 }
 
 void CustomGroups::clickMember(int k, int number) {
@@ -139,10 +168,17 @@ void CustomGroups::clickMember(int k, int number) {
   StoreTransaction transaction(gConn_);
   const std::string column = columnSql(k);
   gConn_.execute("设置自定义组", "UPDATE 号码特性 SET " + column + " = NOT " + column + " WHERE 号码 = ?", number);
-  if (membersOf(gConn_, k).empty())
+  const std::vector<int> members = membersOf(gConn_, k);
+  if (members.empty()) {
     for (int v = 0; v <= zdyLargestCount; ++v)
-      clickCount(k, v, false);
+      setConditionValue(gConn_, zdyCountId(k, v), 0);
+    switchByCounts(gConn_, k);
+  }
   transaction.commit();
+  if (members.empty())
+    closedGroup_ = k;
+  else if (std::find(members.begin(), members.end(), number) != members.end())
+    openGroup(k);
 }
 
 void CustomGroups::clickCount(int k, int count, bool selected) {
@@ -150,9 +186,7 @@ void CustomGroups::clickCount(int k, int count, bool selected) {
     return;
   StoreTransaction transaction(gConn_);
   setConditionValue(gConn_, zdyCountId(k, count), selected ? 1 : 0);
-  const std::vector<int> counts = countsOf(gConn_, k);
-  const bool any = !counts.empty() && counts.front() <= zdyLargestCount;  // ascending: the list shows 0 to 5 only
-  setConditionUse(gConn_, zdyCode(k), any ? 1 : 0);
+  const bool any = switchByCounts(gConn_, k);
   transaction.commit();
   closedGroup_ = any ? 0 : k;
 }
@@ -161,11 +195,28 @@ void CustomGroups::selectCounts(int k, const std::vector<bool>& selected) {
   if (panel_.loadingPanel || !isGroup(k))
     return;
   StoreTransaction transaction(gConn_);
-  const std::vector<bool> present = showZdyGroup(k).counts;
-  for (std::size_t count = 0; count < std::min(present.size(), selected.size()); ++count)
-    if (present[count] != selected[count])
-      clickCount(k, static_cast<int>(count), selected[count]);
+  const std::vector<int> present = countsOf(gConn_, k);
+  for (int count = 0; count <= std::min(zdyLargestCount, static_cast<int>(selected.size()) - 1); ++count) {
+    const bool wanted = selected[static_cast<std::size_t>(count)];
+    if (wanted != (std::find(present.begin(), present.end(), count) != present.end()))
+      setConditionValue(gConn_, zdyCountId(k, count), wanted ? 1 : 0);
+  }
+  const bool any = switchByCounts(gConn_, k);
   transaction.commit();
+  closedGroup_ = any ? 0 : k;
+}
+
+void CustomGroups::openGroup(int k) {
+  if (closedGroup_ == k)
+    closedGroup_ = 0;
+}
+
+QString CustomGroups::zdyCountsText(int k) {
+  return elevenfive::zdyCountsText(gConn_, k, panel_.run());
+}
+
+QStringList CustomGroups::fillZdyList() {
+  return zdyLines(gConn_, panel_.run());
 }
 
 void CustomGroups::clickUse(int k, bool checked) {
@@ -188,8 +239,9 @@ bool CustomGroups::rename(int k, const std::function<void()>& show) {
 void CustomGroups::clearAll() {
   StoreTransaction transaction(gConn_);
   for (int k = 1; k <= zdyGroupCount; ++k)
-    clearZdyGroup(k);
+    clearGroup(gConn_, k);
   transaction.commit();
+  closedGroup_ = 0;
 }
 
 bool CustomGroups::chooseCommon(int k, const QString& entry) {
@@ -206,6 +258,7 @@ bool CustomGroups::chooseCommon(int k, const QString& entry) {
     update.run(group->members[static_cast<std::size_t>(n)] ? 1 : 0, n);
   setZdyAlias(k, entry.trimmed());
   transaction.commit();
+  openGroup(k);
   return true;
 }
 

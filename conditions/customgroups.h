@@ -18,6 +18,7 @@ namespace elevenfive {
 
 class ConditionPanel;
 class Store;
+struct RunState;
 
 inline constexpr int zdyGroupCount = 20;
 
@@ -52,11 +53,13 @@ QString getZdyAlias(Store& store, int k);
 /// "　号码：（０１,１１）"; "（ 无 号 码 ）" where the group is empty.
 QString zdyMembersText(Store& store, int k);
 
-/// " 允许开出个数（１个,２个）"; "（条 件 未 设 置）" where no count is allowed.
-QString zdyCountsText(Store& store, int k);
+/// " 允许开出个数（１个,２个）"; "（条 件 未 设 置）" where no count is allowed. The block is read through the buffer
+/// tiaojianValue of run, where there is one.
+QString zdyCountsText(Store& store, int k, RunState* run = nullptr);
 
 /// The lines of List_ZDY, group 1 first: name, and members and counts of those in use; an empty one has no counts to tell.
-QStringList zdyLines(Store& store);
+/// Counts are read through the buffer of run.
+QStringList zdyLines(Store& store, RunState* run = nullptr);
 
 class CustomGroups final {
  public:
@@ -73,13 +76,13 @@ class CustomGroups final {
   };
 
   QString getZdyAlias(int k) { return elevenfive::getZdyAlias(gConn_, k); }
-  /// Throws Error where the text is longer than zdyAliasLength.
+  /// Throws Error where the text is longer than zdyAliasLength or holds line breaks or other control characters.
   void setZdyAlias(int k, const QString& text);
 
   GroupState showZdyGroup(int k);
   QString zdyMembersText(int k) { return elevenfive::zdyMembersText(gConn_, k); }
-  QString zdyCountsText(int k) { return elevenfive::zdyCountsText(gConn_, k); }
-  QStringList fillZdyList() { return zdyLines(gConn_); }
+  QString zdyCountsText(int k);
+  QStringList fillZdyList();
   void clearZdyGroup(int k);
 
   /// cmm_ZDY(number): puts the number in or takes it out. A group that loses its last number loses its counts and its switch.
@@ -88,7 +91,8 @@ class CustomGroups final {
   /// An item of List_ZDYset: a first selected count switches the group on, the last unselected one switches it off.
   void clickCount(int k, int count, bool selected);
 
-  /// The clicks that bring the whole of List_ZDYset to this selection; counts whose state is the same already are not touched.
+  /// Brings the whole of List_ZDYset to this selection: counts whose state is the same already are not written, and the group is
+  /// switched on where one is selected then, off where none is.
   void selectCounts(int k, const std::vector<bool>& selected);
 
   /// Check_Zdy.
@@ -104,7 +108,10 @@ class CustomGroups final {
   bool chooseCommon(int k, const QString& entry);
 
  private:
-  /// Its last count was unselected last: Check_Zdy stays disabled until a count is selected or another group shows. 0: none.
+  void openGroup(int k);
+
+  /// Its last count was unselected last: Check_Zdy stays disabled until a count is selected, a number is put in, a common group
+  /// is chosen, the group is cleared, or another group shows. 0: none. Only what is committed changes it.
   int closedGroup_ = 0;
   Store& gConn_;
   ConditionPanel& panel_;

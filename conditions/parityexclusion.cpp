@@ -54,8 +54,16 @@ std::array<ParityPanel::RowState, parityRowCount> ParityPanel::rows() {
     state.checked = isConditionUsed(gConn_, parityCode(row));
     for (const BlockRow slot : blockRows(gConn_, parityId(row, 1), parityId(row, parityColumnCount)))
       state.values[static_cast<std::size_t>(slot.offset)] = slot.value;
+    state.pattern = parityPattern(gConn_, row);
   }
   return states;
+}
+
+bool ParityPanel::inUse() {
+  for (int row = 0; row < parityRowCount; ++row)
+    if (isConditionUsed(gConn_, parityCode(row)))
+      return true;
+  return false;
 }
 
 void ParityPanel::clickRow(int row, bool checked) {

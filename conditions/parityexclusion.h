@@ -42,12 +42,16 @@ class ParityPanel final {
     QString caption;
     bool checked = false;
     std::array<int, parityColumnCount> values{};  ///< as stored, by column
+    QString pattern;                              ///< its signs, joined
   };
 
   /// Opening the panel: writes the parity of the newest draw into row 0. With no draw in the history row 0 stays.
   void open();
 
   std::array<RowState, parityRowCount> rows();
+
+  /// Whether any row is in use.
+  bool inUse();
 
   /// A click on Check1_paicu(row).
   void clickRow(int row, bool checked);

@@ -53,7 +53,7 @@ QString cleanRangeText(const QString& typed) {
   QString text;
   text.reserve(typed.size() + 2);
   for (const QChar ch : typed)
-    if (ch != u',' && ch != u'，' && !ch.isSpace())
+    if (ch != u',' && ch != u'，' && ch != u' ')
       text += plainForm(ch);
   text.remove(u"[]"_s);
   if (!text.startsWith(u'['))

@@ -40,8 +40,8 @@ constexpr std::array<ValuePageFacts, 5> valuePages{{
     {16, 21, u"List_TiaojianElse", -1, 1, u"Check_useTiaojiao_else", -1, u"Text_elseTiaojianTip"},
 }};
 
-/// A dot in the highlight colour, or nothing of the same size.
-QIcon markIcon(bool inUse, const QWidget& widget) {
+/// A dot, or nothing of the same size.
+QPixmap markPicture(const QColor& color, bool inUse, const QWidget& widget) {
   const int side = widget.fontMetrics().height() / 2;
   QPixmap picture(QSize(side, side) * widget.devicePixelRatioF());
   picture.setDevicePixelRatio(widget.devicePixelRatioF());
@@ -50,12 +50,21 @@ QIcon markIcon(bool inUse, const QWidget& widget) {
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(rgbOfBgr(49152)));
+    painter.setBrush(color);
     painter.drawEllipse(QRectF(0.5, 0.5, side - 1, side - 1));
   }
-  QIcon icon;
-  for (const auto mode : {QIcon::Normal, QIcon::Selected, QIcon::Active})
-    icon.addPixmap(picture, mode);
+  return picture;
+}
+
+/// The mark of what is in use: green, and white on a selected row and on a button that is down.
+QIcon markIcon(bool inUse, const QWidget& widget) {
+  const QPixmap green = markPicture(QColor(rgbOfBgr(49152)), inUse, widget);
+  QIcon icon(green);
+  icon.addPixmap(green, QIcon::Active);
+  const QPixmap white = markPicture(Qt::white, inUse, widget);
+  icon.addPixmap(white, QIcon::Selected);
+  icon.addPixmap(white, QIcon::Normal, QIcon::On);
+  icon.addPixmap(white, QIcon::Active, QIcon::On);
   return icon;
 }
 
@@ -94,6 +103,12 @@ QWidget* ConditionView::buildTabs() {
     new QListWidgetItem(tabCaption(tab), tabs_);
   }
   tabs_->installEventFilter(this);
+  parity_ = new QPushButton(u"排除特定的单双组合"_s, strip);
+  parity_->setObjectName(u"cmmPaicu"_s);
+  parity_->setProperty("small", true);
+  parity_->setCheckable(true);
+  parity_->setIconSize({side, side});
+  connect(parity_, &QPushButton::clicked, this, &ConditionView::showParityPage);
   count_ = new QLabel(strip);
   count_->setObjectName(u"Label_Zhushu"_s);
   count_->setAccessibleName(u"全部号码组合"_s);
@@ -109,6 +124,7 @@ QWidget* ConditionView::buildTabs() {
   column->setSpacing(4);
   column->addWidget(find_);
   column->addWidget(tabs_, 1);
+  column->addWidget(parity_);
   column->addWidget(count_);
   column->addWidget(quick);
   strip->setFixedWidth(fontMetrics().height() * 12);
@@ -158,12 +174,13 @@ void ConditionView::buildPages(Inputs& inputs) {
   addPage(groupsTab, groupPage_ = new GroupPage(gConn_, panel_, boxes_, inputs, pages_));
   addPage(matchTab, matchPage_ = new MatchPage(panel_, boxes_, pages_));
   addPage(reductionTab, reductionPage_ = new ReductionPage(panel_, boxes_, pages_));
-  addPage(summaryTab, summaryPage_ = new SummaryPage(gConn_, boxes_, pages_));
+  addPage(summaryTab, summaryPage_ = new SummaryPage(gConn_, panel_, boxes_, pages_));
   connect(groupPage_, &GroupPage::tabChanged, this, &ConditionView::markTab);
   connect(matchPage_, &MatchPage::tabChanged, this, &ConditionView::markTab);
   connect(reductionPage_, &ReductionPage::tabChanged, this, &ConditionView::markTab);
   parityPage_ = new ParityPage(gConn_, panel_, boxes_, pages_);
   pages_->addWidget(parityPage_);
+  connect(parityPage_, &ParityPage::changed, this, &ConditionView::markParity);
 }
 
 void ConditionView::addZoneTips(ValuePage& page) {
@@ -220,6 +237,7 @@ void ConditionView::showParityPage() {
   tabs_->clearSelection();
   parityPage_->open();
   pages_->setCurrentWidget(parityPage_);
+  parity_->setChecked(true);
 }
 
 /// The focus alone makes a row current, so that the selection decides; there is always one, unless the parity panel shows.
@@ -251,6 +269,7 @@ void ConditionView::showTab(int tab) {
   if (page == summaryPage_)
     summaryPage_->reload();
   pages_->setCurrentWidget(page);
+  parity_->setChecked(false);
 }
 
 void ConditionView::reload() {
@@ -259,6 +278,7 @@ void ConditionView::reload() {
     parityPage_->open();
   for (int tab = 1; tab <= lastConditionTab; ++tab)
     markTab(tab);
+  markParity();
 }
 
 void ConditionView::markTab(int tab) {
@@ -267,6 +287,14 @@ void ConditionView::markTab(int tab) {
   tabs_->item(tab - 1)->setIcon(markIcon(inUse, *this));
   tabs_->item(tab - 1)->setToolTip(inUse ? u"使用中"_s : QString());
   tabs_->item(tab - 1)->setData(Qt::AccessibleTextRole, tabCaption(tab) + (inUse ? u" 使用中"_s : QString()));
+}
+
+void ConditionView::markParity() {
+  bool inUse = false;
+  withFaultBox(boxes_, [&] { inUse = parityPage_->inUse(); });
+  parity_->setIcon(markIcon(inUse, *this));
+  parity_->setToolTip(inUse ? u"使用中"_s : QString());
+  parity_->setAccessibleName(parity_->text() + (inUse ? u" 使用中"_s : QString()));
 }
 
 void ConditionView::findTab(const QString& text) {

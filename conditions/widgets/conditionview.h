@@ -1,5 +1,5 @@
 // The second page of the window, Frm_Sub(1): the 25 tabs of the conditions at the left, the selected tab's page at the
-// right. A dot marks each tab of which something is in use.
+// right. A dot marks each tab of which something is in use, and the button of the parity panel, which has no tab.
 #pragma once
 
 #include <QWidget>
@@ -12,6 +12,7 @@
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QPushButton;
 class QStackedWidget;
 
 namespace elevenfive {
@@ -71,6 +72,7 @@ class ConditionView final : public QWidget {
   void selectionChanged();
   void showTab(int tab);
   void markTab(int tab);
+  void markParity();
   void addZoneTips(ValuePage& page);
   void addShortcuts();
   void stepTab(int step);
@@ -82,6 +84,7 @@ class ConditionView final : public QWidget {
   ConditionPanel panel_;
   QLineEdit* find_ = nullptr;
   QListWidget* tabs_ = nullptr;
+  QPushButton* parity_ = nullptr;  ///< leads to the parity panel and bears its mark
   QLabel* count_ = nullptr;
   QStackedWidget* pages_ = nullptr;
   PickPage* pickPage_ = nullptr;

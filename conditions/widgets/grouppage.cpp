@@ -14,6 +14,7 @@
 
 #include "conditions/conditionmap.h"
 #include "conditions/conditionpanel.h"
+#include "conditions/widgets/actionbox.h"
 #include "conditions/widgets/chiplist.h"
 #include "conditions/widgets/listbuttons.h"
 #include "conditions/widgets/pickpage.h"
@@ -101,7 +102,7 @@ QWidget* GroupPage::buildEditor() {
   alias_->setObjectName(u"Label_ZDYname"_s);
   alias_->setProperty("heading", true);
   alias_->setTextFormat(Qt::PlainText);
-  common_ = new QComboBox(card);
+  common_ = new ActionBox(card);
   common_->setObjectName(u"ComboZDYcyfz"_s);
   common_->setAccessibleName(commonGroupsCaption.toString());
   common_->setPlaceholderText(commonGroupsCaption.toString());

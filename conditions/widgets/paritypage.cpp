@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "conditions/conditionpanel.h"
+#include "conditions/widgets/wheelguard.h"
 #include "model/widgets/faultbox.h"
 
 namespace elevenfive {
@@ -50,9 +51,11 @@ void ParityPage::buildRow(int row, QGridLayout& grid) {
   connect(checks_[r], &QCheckBox::toggled, this, [this, row](bool checked) {
     if (!panel_.loadingPanel)
       withFaultBox(boxes_, [&] { parity_.clickRow(row, checked); });
+    Q_EMIT changed();
   });
   for (int column = 1; column <= parityColumnCount; ++column) {
     auto* signs = new QComboBox(this);
+    passWheelOn(*signs);
     signs->setObjectName(u"Combo1_dansuang_%1"_s.arg(row * 10 + column));
     signs->setAccessibleName(row == 0 ? u"上一期 号码%1 的单双"_s.arg(column)
                                       : u"排除%1 号码%2 的单双"_s.arg(row).arg(column));
@@ -64,9 +67,14 @@ void ParityPage::buildRow(int row, QGridLayout& grid) {
         return;
       withFaultBox(boxes_, [&] { parity_.choose(row, column, signs->currentData().toInt()); });
       fill();  // the choice has ticked the row's box
+      Q_EMIT changed();
     });
     signs_[r][static_cast<std::size_t>(column - 1)] = signs;
   }
+  patterns_[r] = new QLabel(this);
+  patterns_[r]->setObjectName(u"Label_paicu_%1"_s.arg(row));
+  patterns_[r]->setTextFormat(Qt::PlainText);
+  grid.addWidget(patterns_[r], row + 1, parityColumnCount + 1);
 }
 
 void ParityPage::open() {
@@ -82,6 +90,7 @@ void ParityPage::fill() {
       checks_[row]->setText(rows[row].caption);
       checks_[row]->setAccessibleName(rows[row].caption);
       checks_[row]->setChecked(rows[row].checked);
+      patterns_[row]->setText(rows[row].pattern);
       for (std::size_t column = 0; column < rows[row].values.size(); ++column)
         signs_[row][column]->setCurrentIndex(signs_[row][column]->findData(rows[row].values[column]));
     }

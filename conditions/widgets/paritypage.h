@@ -12,6 +12,7 @@
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
+class QLabel;
 
 namespace elevenfive {
 
@@ -24,6 +25,12 @@ class ParityPage final : public QFrame {
   /// Takes the newest draw into row 0 and fills all rows from the store.
   void open();
 
+  /// Whether any row is in use.
+  bool inUse() { return parity_.inUse(); }
+
+  /// A row was switched or its pattern changed.
+  Q_SIGNAL void changed();
+
  private:
   void buildRow(int row, QGridLayout& grid);
   void fill();
@@ -33,6 +40,7 @@ class ParityPage final : public QFrame {
   ParityPanel parity_;
   std::array<QCheckBox*, parityRowCount> checks_{};
   std::array<std::array<QComboBox*, parityColumnCount>, parityRowCount> signs_{};
+  std::array<QLabel*, parityRowCount> patterns_{};
 };
 
 }  // namespace elevenfive

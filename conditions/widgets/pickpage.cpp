@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "conditions/widgets/machinepickform.h"
+#include "conditions/widgets/wheelguard.h"
 #include "model/errors.h"
 #include "model/widgets/faultbox.h"
 
@@ -93,6 +94,7 @@ QWidget* PickPage::buildModes(Field& field) {
   field.modes->addTab(u"胆码"_s);
   field.modes->setDrawBase(false);
   field.modes->setExpanding(false);
+  passWheelOn(*field.modes);
   row->addWidget(new QLabel(u"点击号码设为："_s, strip));
   row->addWidget(field.modes);
   row->addStretch();

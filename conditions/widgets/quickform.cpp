@@ -217,7 +217,7 @@ bool QuickForm::eventFilter(QObject* watched, QEvent* event) {
 
 void QuickForm::submit() {
   for (std::size_t row = 0; row < lines_.size(); ++row) {
-    rows_[row].text = lines_[row].text->text().trimmed();
+    rows_[row].text = lines_[row].text->text();
     rows_[row].used = lines_[row].use->isChecked();
   }
   bool written = false;

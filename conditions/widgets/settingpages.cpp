@@ -13,6 +13,7 @@
 #include "conditions/conditionmap.h"
 #include "conditions/conditionsummary.h"
 #include "conditions/widgets/tabcaptions.h"
+#include "conditions/widgets/wheelguard.h"
 #include "model/widgets/faultbox.h"
 
 namespace elevenfive {
@@ -22,8 +23,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int positionOptions = 5;  ///< tolerances 0 to 4
-constexpr int recentPeriods = 100;
-constexpr int mostMatches = 5;
 
 /// Checks the button of an id alone; a group without that id shows none.
 void checkOnly(QButtonGroup& group, int id) {
@@ -76,9 +75,9 @@ MatchPage::MatchPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
   use_ = new QCheckBox(matchCaption.toString(), this);
   use_->setObjectName(u"Check_Historyguolu"_s);
   use_->setAccessibleName(u"使用历史数据过滤"_s);
-  periods_ = box(u"Combo_HistoryGuoLu_0"_s, u"最近期数"_s, recentPeriods, ConditionPanel::MatchField::minimum);
+  periods_ = box(u"Combo_HistoryGuoLu_0"_s, u"最近期数"_s, mostMatchPeriods, ConditionPanel::MatchField::minimum);
   match_ = box(u"Combo_PiPei"_s, u"最大匹配值"_s, mostMatches, ConditionPanel::MatchField::match);
-  newest_ = box(u"Combo_HistoryGuoLu_1"_s, u"最大值"_s, recentPeriods, ConditionPanel::MatchField::maximum);
+  newest_ = box(u"Combo_HistoryGuoLu_1"_s, u"最大值"_s, mostMatchPeriods, ConditionPanel::MatchField::maximum);
   newest_->hide();  // a field of the row that no filter reads: it has no place in the line
   auto* line = new QHBoxLayout;
   line->addWidget(new QLabel(u"过滤掉最近："_s, this));
@@ -103,6 +102,7 @@ QComboBox* MatchPage::box(const QString& name, const QString& accessibleName, in
   auto* made = new QComboBox(this);
   made->setObjectName(name);
   made->setAccessibleName(accessibleName);
+  passWheelOn(*made);
   for (int value = 1; value <= last; ++value)
     made->addItem(QString::number(value), value);
   connect(made, &QComboBox::currentIndexChanged, this, [this, field](int index) {
@@ -170,7 +170,8 @@ void ReductionPage::reload() {
   panel_.loadingPanel = false;
 }
 
-SummaryPage::SummaryPage(Store& gConn, Boxes& boxes, QWidget* parent) : QWidget(parent), gConn_(gConn), boxes_(boxes) {
+SummaryPage::SummaryPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, QWidget* parent)
+    : QWidget(parent), gConn_(gConn), panel_(panel), boxes_(boxes) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   auto* title = new QLabel(tabCaption(summaryTab), this);
@@ -185,7 +186,7 @@ SummaryPage::SummaryPage(Store& gConn, Boxes& boxes, QWidget* parent) : QWidget(
 }
 
 void SummaryPage::reload() {
-  withFaultBox(boxes_, [this] { text_->setPlainText(buildConditionSummary(gConn_)); });
+  withFaultBox(boxes_, [this] { text_->setPlainText(buildConditionSummary(gConn_, panel_.run())); });
   text_->verticalScrollBar()->setValue(0);
 }
 

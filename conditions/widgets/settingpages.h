@@ -72,11 +72,12 @@ class SummaryPage final : public QWidget {
   Q_OBJECT
 
  public:
-  SummaryPage(Store& gConn, Boxes& boxes, QWidget* parent = nullptr);
+  SummaryPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, QWidget* parent = nullptr);
   void reload();
 
  private:
   Store& gConn_;
+  ConditionPanel& panel_;
   Boxes& boxes_;
   QPlainTextEdit* text_ = nullptr;
 };

@@ -45,6 +45,8 @@ QPushButton { padding: 0.35em 0.9em; border: 1px solid #C3CCD5; border-radius: 4
 QPushButton:hover { background: #EAF1F8; }
 QPushButton:pressed { background: #D6E4F2; }
 QPushButton:focus { border: 1px solid palette(highlight); }
+QPushButton:checked { color: white; background: palette(highlight); border-color: palette(highlight); }
+QPushButton:checked:focus { border: 1px solid #1F2933; }
 QPushButton:disabled { color: #9AA5B1; background: palette(window); }
 QPushButton[small="true"] { padding: 0.15em 0.7em; }
 QPushButton[primary="true"] { color: white; background: palette(highlight); border-color: palette(highlight); }

@@ -126,6 +126,15 @@ TEST_F(ConditionCommands, MatchLeavesTheUpperPeriodAlone) {
   EXPECT_EQ(cli.rows(u"SELECT 使用状态, 最小值, 最大值, 匹配值 FROM 历史数据过滤"_s), u"0\t30\t2008266\t3\n"_s);
 }
 
+TEST_F(ConditionCommands, MatchTakesWhatItsBoxesOffer) {
+  for (const QStringList& words :
+       {QStringList{u"2"_s, u"5"_s, u"4"_s}, QStringList{u"1"_s, u"0"_s, u"4"_s}, QStringList{u"1"_s, u"101"_s, u"4"_s},
+        QStringList{u"1"_s, u"5"_s, u"0"_s}, QStringList{u"1"_s, u"5"_s, u"6"_s}})
+    EXPECT_EQ(cli.call(QStringList{u"match"_s} + words).status, exitUsage) << words.join(u' ').toStdString();
+  EXPECT_EQ(cli.call({u"match"_s, u"1"_s, u"100"_s, u"5"_s}).status, exitDone);
+  EXPECT_EQ(cli.rows(u"SELECT 使用状态, 最小值, 匹配值 FROM 历史数据过滤"_s), u"1\t100\t5\n"_s);
+}
+
 TEST_F(ConditionCommands, PreviewShowsTheAllowedRuns) {
   EXPECT_EQ(cli.call({u"preview"_s, u"1"_s}).out, u"[１９-４０]\n"_s);
   EXPECT_EQ(cli.call({u"preview"_s, u"48"_s}).status, exitUsage);

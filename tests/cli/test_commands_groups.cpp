@@ -76,6 +76,40 @@ TEST_F(GroupCommands, CommonFillsTheGroupAndItsName) {
     EXPECT_EQ(cli.call({u"group"_s, u"1"_s, u"common"_s, u"--"_s, entry}).status, exitFailed) << entry.toStdString();
 }
 
+TEST_F(GroupCommands, CommonTakesOnlyEntriesThatTheBoxHolds) {
+  for (const QString& entry : {u"除7余0"_s, u"除3余5(0路)"_s, u"除3余0"_s, u"11_尾"_s, u"1_尾"_s, u"奇数号码x"_s,
+                               u"abc期斜码"_s, u"1除4余0"_s})
+    EXPECT_EQ(cli.call({u"group"_s, u"1"_s, u"common"_s, entry}).status, exitFailed) << entry.toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 号码特性 WHERE 自定义组1 = 1"_s), u"0\n"_s);
+  EXPECT_EQ(output(u"group 1 common １_尾"_s), u"１_尾 ——　未 使 用 \n"_s);
+}
+
+TEST_F(GroupCommands, CommonTakesTheEntryWithThePeriodThatTheBoxShows) {
+  cli.batch(u"history add 11031510 1 2 3 4 5\n"_s);
+  for (const QString& entry : {u"期旧码(复码)"_s, u"99999999999期旧码(复码)"_s, u"11031511期旧码(复码)"_s})
+    EXPECT_EQ(output(u"group 1 common "_s + entry), u"11031511期旧码(复码) ——　未 使 用 \n"_s);
+  EXPECT_EQ(cli.rows(u"SELECT group_concat(号码) FROM 号码特性 WHERE 自定义组1 = 1"_s), u"1,2,3,4,5\n"_s);
+}
+
+TEST_F(GroupCommands, TheEntriesKeepThePeriodThatWasNextWhenTheDataWasOpened) {
+  const QString batch = cli.batch(u"group list\nhistory add 11031510 1 2 3 4 5\ngroup entries\n"_s).out;
+  EXPECT_TRUE(batch.contains(u"\n0期旧码(复码)\n"_s));
+  EXPECT_TRUE(cli.call({u"group"_s, u"entries"_s}).out.contains(u"\n11031511期旧码(复码)\n"_s));
+}
+
+TEST_F(GroupCommands, CountsThatStandAlreadySwitchTheGroupOnAndNoneSwitchesItOff) {
+  cli.batch(u"group 3 members 4,8\n"_s);  // the factory set allows 2 and 3 of this group
+  EXPECT_EQ(output(u"group 3 counts 2,3"_s), u"自定义组3 ——　号码：（０４,０８） 允许开出个数（２个,３个）\n"_s);
+  cli.batch(u"group 1 members 4\ngroup 1 use 1\n"_s);
+  EXPECT_EQ(output(u"group 1 counts -"_s), u"自定义组1 ——　未 使 用 \n"_s);
+}
+
+TEST_F(GroupCommands, NamesWithLineBreaksAreRefused) {
+  for (const QString& name : {u"a\nb"_s, u"a\tb"_s, u"\x01"_s})
+    EXPECT_EQ(cli.call({u"group"_s, u"2"_s, u"name"_s, name}).status, exitFailed);
+  EXPECT_EQ(cli.rows(u"SELECT 别名 FROM 自定义别名 WHERE 序号 = 2"_s), u"自定义组2\n"_s);
+}
+
 TEST_F(GroupCommands, ClearBringsBackTheOwnName) {
   cli.batch(u"group 1 members 1\ngroup 1 counts 1\ngroup 1 name x\n"_s);
   EXPECT_EQ(output(u"group 1 clear"_s), u"自定义组1 ——　未 使 用 \n"_s);

@@ -48,12 +48,15 @@ TEST_F(SetupCommands, QuickSubmitWritesTheRangesOfAllRows) {
             u"3305\n"_s);
 }
 
-TEST_F(SetupCommands, QuickSubmitPrintsTheFormAsItStandsInTheStore) {
-  // A text that is written in another way than the form shows it.
-  const auto outcome = cli.call({u"quick"_s, u"submit"_s, u"0=[25],[20-21],[22]"_s});
+TEST_F(SetupCommands, QuickSubmitPrintsTheTextsThatTheFormsBoxesHoldThen) {
+  const auto outcome = cli.call({u"quick"_s, u"submit"_s, u"0=25, 20-22"_s, u"6=[9-3]"_s, u"2="_s});
   ASSERT_EQ(outcome.status, exitDone) << outcome.err.toStdString();
-  EXPECT_EQ(outcome.out.section(u'\n', 1, 1), u"0\t和值\t1\t[20-22] , [25]"_s);
-  EXPECT_EQ(outcome.out, cli.call({u"quick"_s, u"show"_s}).out);
+  EXPECT_EQ(outcome.out.section(u'\n', 1, 1), u"0\t和值\t1\t[2520-22]"_s);  // no bracket ends the first group
+  EXPECT_EQ(outcome.out.section(u'\n', 3, 3), u"2\t偶数和值\t0\t[]"_s);
+  EXPECT_EQ(outcome.out.section(u'\n', 7, 7), u"6\t跨度\t1\t[9-3]"_s);
+  const auto again = cli.call({u"quick"_s, u"submit"_s, u"0=[25],[20-21],[22]"_s, u"6=[5]"_s});
+  EXPECT_EQ(again.out.section(u'\n', 1, 1), u"0\t和值\t1\t[25],[20-21],[22]"_s);
+  EXPECT_EQ(cli.call({u"quick"_s, u"show"_s}).out.section(u'\n', 1, 1), u"0\t和值\t1\t[20-22] , [25]"_s);
 }
 
 TEST_F(SetupCommands, AFaultyQuickTextWritesNothing) {
@@ -67,6 +70,7 @@ TEST_F(SetupCommands, AFaultyQuickTextWritesNothing) {
   for (const QString& word : {u"=[1]"_s, u"x=[1]"_s, u"0"_s, u"0.5=[1]"_s})
     EXPECT_EQ(cli.call({u"quick"_s, u"submit"_s, word}).status, exitUsage) << word.toStdString();
   EXPECT_EQ(cli.call({u"quick"_s, u"submit"_s}).status, exitUsage);
+  EXPECT_EQ(cli.call({u"quick"_s, u"submit"_s, u"0=5"_s, u"0=6"_s}).status, exitUsage);
   EXPECT_EQ(fingerprint(), before);
 }
 

@@ -13,7 +13,7 @@ namespace elevenfive {
 inline QString slowClean(const QString& typed) {
   QString text;
   for (const QChar ch : typed)  // commas and blanks go
-    if (!QStringLiteral(", \t，　").contains(ch))
+    if (ch != u',' && ch != u'，' && ch != u' ')
       text += ch;
   const QString wide = QStringLiteral("【】－—");
   const QString plain = QStringLiteral("[]--");
@@ -48,7 +48,7 @@ inline std::vector<RangeGroup> slowGroups(const QString& cleaned) {
       if (part.startsWith(u'-'))
         part = part.mid(1);
       double value = 0;
-      while (!part.isEmpty() && part[0].isDigit()) {
+      while (!part.isEmpty() && QStringLiteral("0123456789").contains(part[0])) {
         value = value * 10 + part[0].digitValue();
         part = part.mid(1);
       }

@@ -43,6 +43,15 @@ TEST(CommonGroupEntries, StandInTheirBlocks) {
       u"除5余4|-------|除6余0|除6余1|除6余2|除6余3|除6余4|除6余5"_s);
 }
 
+TEST(CommonGroupEntries, AreMeantByTheirTextWithAnyPeriodInFront) {
+  const QStringList entries = commonGroupEntries(11031511);
+  for (const QString& text : {u"期斜码"_s, u"1期斜码"_s, u"11031511期斜码"_s})
+    EXPECT_EQ(entryMeant(entries, text), u"11031511期斜码"_s) << text.toStdString();
+  EXPECT_EQ(entryMeant(entries, u"除6余5"_s), u"除6余5"_s);
+  for (const QString& text : {u"除7余0"_s, u"1除6余5"_s, u"1_尾"_s, u"x期斜码"_s, u"期斜"_s, u""_s})
+    EXPECT_EQ(entryMeant(entries, text), std::nullopt) << text.toStdString();
+}
+
 TEST_F(CommonGroups, OddAndEven) {
   EXPECT_EQ(of(u"奇数号码"_s), u"1 3 5 7 9 11"_s);
   EXPECT_EQ(of(u"偶数号码"_s), u"2 4 6 8 10"_s);
@@ -50,6 +59,7 @@ TEST_F(CommonGroups, OddAndEven) {
 
 TEST_F(CommonGroups, Remainders) {
   EXPECT_EQ(of(u"除3余0(0路)"_s), u"3 6 9"_s);
+  EXPECT_EQ(of(u"除3余1(1路)"_s), u"1 4 7 10"_s);
   EXPECT_EQ(of(u"除3余2(2路)"_s), u"2 5 8 11"_s);
   EXPECT_EQ(of(u"除4余0"_s), u"4 8"_s);
   EXPECT_EQ(of(u"除4余1"_s), u"1 5 9"_s);
@@ -61,6 +71,10 @@ TEST_F(CommonGroups, Remainders) {
   EXPECT_EQ(of(u"除5余3"_s), u"3 8"_s);
   EXPECT_EQ(of(u"除5余4"_s), u"4 9"_s);
   EXPECT_EQ(of(u"除6余0"_s), u"6"_s);
+  EXPECT_EQ(of(u"除6余1"_s), u"1 7"_s);
+  EXPECT_EQ(of(u"除6余2"_s), u"2 8"_s);
+  EXPECT_EQ(of(u"除6余3"_s), u"3 9"_s);
+  EXPECT_EQ(of(u"除6余4"_s), u"4 10"_s);
   EXPECT_EQ(of(u"除6余5"_s), u"5 11"_s);
 }
 

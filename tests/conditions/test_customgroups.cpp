@@ -4,6 +4,7 @@
 
 #include "conditions/conditionpanel.h"
 #include "conditions/conditionrows.h"
+#include "engine/runstate.h"
 #include "model/errors.h"
 #include "tests/support/recordingports.h"
 #include "tests/support/testworkspace.h"
@@ -105,6 +106,78 @@ TEST_F(Groups, SelectingManyCountsWritesWhatTheClicksWould) {
   groups.selectCounts(2, std::vector<bool>(6, false));
   EXPECT_EQ(allowed(3810, 3819), QString());
   EXPECT_EQ(conditionUse(workspace.store(), 21), 0);
+}
+
+TEST_F(Groups, SelectingTheCountsThatStandSwitchesTheGroupOnAndSelectingNoneSwitchesItOff) {
+  groups.clickMember(2, 9);  // the factory set allows 2 and 4 of this group, and does not use it
+  groups.selectCounts(2, {false, false, true, false, true, false});
+  EXPECT_EQ(allowed(3810, 3819), u"3812 3814"_s);
+  EXPECT_EQ(conditionUse(workspace.store(), 21), 1);
+  groups.clickMember(1, 9);  // no count of this group is allowed
+  groups.clickUse(1, true);
+  groups.selectCounts(1, std::vector<bool>(6, false));
+  EXPECT_EQ(conditionUse(workspace.store(), 20), 0);
+}
+
+TEST_F(Groups, BoxOfAGroupThatLostItsLastCountOpensWithANewNumber) {
+  groups.clickMember(1, 4);
+  groups.clickMember(1, 5);
+  groups.clickCount(1, 2, true);
+  groups.clickCount(1, 2, false);
+  EXPECT_FALSE(groups.showZdyGroup(1).useEnabled);
+  groups.clickMember(1, 5);  // taken out
+  EXPECT_FALSE(groups.showZdyGroup(1).useEnabled);
+  groups.clickMember(1, 6);
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+}
+
+TEST_F(Groups, BoxOfAGroupThatLostItsLastCountOpensWithACommonGroupAndWithClearing) {
+  const auto close = [&] {
+    groups.clickMember(1, 4);
+    groups.clickCount(1, 2, true);
+    groups.clickCount(1, 2, false);
+    return !groups.showZdyGroup(1).useEnabled;
+  };
+  ASSERT_TRUE(close());
+  groups.chooseCommon(1, u"奇数号码"_s);
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+  ASSERT_TRUE(close());
+  groups.clearZdyGroup(1);
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+  ASSERT_TRUE(close());
+  groups.clearAll();
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+}
+
+TEST_F(Groups, AClickThatIsTakenBackLeavesTheBoxAsItWas) {
+  groups.clickMember(1, 4);
+  workspace.store().execute("test",
+                            "CREATE TEMP TRIGGER full BEFORE UPDATE ON 过滤条件使用情况 WHEN OLD.条件 = 20 BEGIN "
+                            "SELECT RAISE(ABORT, 'disk full'); END");
+  EXPECT_THROW(groups.clickMember(1, 4), Error);  // its last number, its counts, then its switch
+  EXPECT_EQ(members(1), u"4"_s);
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+  EXPECT_THROW(groups.selectCounts(1, std::vector<bool>(6, false)), Error);
+  EXPECT_TRUE(groups.showZdyGroup(1).useEnabled);
+}
+
+TEST_F(Groups, CountsAreReadThroughTheBufferOfTheRun) {
+  groups.clickMember(12, 4);
+  groups.clickCount(12, 2, true);
+  groups.clickMember(3, 5);  // not in use: its counts are not told
+  RunState run;
+  run.tiaojianValue.fill(7);
+  EXPECT_EQ(zdyCountsText(workspace.store(), 12, &run), u" 允许开出个数（２个）"_s);
+  EXPECT_EQ(std::vector<int>(run.tiaojianValue.begin(), run.tiaojianValue.begin() + 11),
+            (std::vector<int>{0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 7}));
+  run.tiaojianValue.fill(7);
+  zdyLines(workspace.store(), &run);
+  EXPECT_EQ(run.tiaojianValue[2], 1);
+  EXPECT_EQ(run.tiaojianValue[3], 0);
+  groups.clickUse(12, false);
+  run.tiaojianValue.fill(7);
+  zdyLines(workspace.store(), &run);
+  EXPECT_EQ(run.tiaojianValue[2], 7);
 }
 
 TEST_F(Groups, AFaultAmongManyCountsTakesThemAllBack) {
@@ -240,6 +313,14 @@ TEST_F(Groups, NameOfFiftyOneCharactersIsRefused) {
   EXPECT_EQ(groups.getZdyAlias(3), QString(50, u'名'));
   EXPECT_THROW(groups.setZdyAlias(3, QString(51, u'长')), Error);
   EXPECT_EQ(groups.getZdyAlias(3), QString(50, u'名'));
+}
+
+TEST_F(Groups, NameWithLineBreaksOrControlCharactersIsRefused) {
+  for (const QString& name :
+       {u"a\nb"_s, u"a\rb"_s, u"a\tb"_s, u"\x01"_s, u"a\u0085"_s, u"\u2028"_s, u"\u2029x"_s, u"\x7F"_s}) {
+    EXPECT_THROW(groups.setZdyAlias(3, name), Error);
+    EXPECT_EQ(groups.getZdyAlias(3), u"自定义组3"_s);
+  }
 }
 
 TEST_F(Groups, NameMayHoldQuotes) {

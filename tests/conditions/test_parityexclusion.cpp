@@ -59,6 +59,24 @@ TEST_F(Parity, BoxOfARowWritesItsCode) {
             u"70 0|71 0|72 0|73 0|74 0|75 1"_s);
 }
 
+TEST_F(Parity, ARowTellsItsPatternAsItsFiveSignsJoined) {
+  parity.choose(2, 1, 2);
+  parity.choose(2, 4, 0);
+  EXPECT_EQ(parity.rows()[2].pattern, u"*单单双*"_s);
+  EXPECT_EQ(parity.rows()[1].pattern, u"单单单单单"_s);
+}
+
+TEST_F(Parity, ThePanelIsInUseWithAnyOfItsRows) {
+  for (int row = 0; row < parityRowCount; ++row)
+    parity.clickRow(row, false);
+  EXPECT_FALSE(parity.inUse());
+  for (const int row : {0, 5}) {
+    parity.clickRow(row, true);
+    EXPECT_TRUE(parity.inUse()) << row;
+    parity.clickRow(row, false);
+  }
+}
+
 TEST_F(Parity, WhileThePanelIsFilledNothingIsWritten) {
   panel.loadingPanel = true;
   parity.choose(3, 2, 2);

@@ -33,8 +33,14 @@ TEST(CleanRangeText, SuppliesTheBrackets) {
 
 TEST(CleanRangeText, DropsCommasBlanksAndEmptyGroups) {
   EXPECT_EQ(cleanRangeText(u"[20-39],[41-44]，[46-60]"_s), u"[20-39][41-44][46-60]"_s);
-  EXPECT_EQ(cleanRangeText(u" [20-22] , [25]　"_s), u"[20-22][25]"_s);
+  EXPECT_EQ(cleanRangeText(u" [20-22] , [25] "_s), u"[20-22][25]"_s);
   EXPECT_EQ(cleanRangeText(u"[1][][2][,]"_s), u"[1][2]"_s);
+}
+
+TEST(CleanRangeText, WhiteSpaceOtherThanBlanksStaysAndIsIllegal) {
+  for (const char16_t space : u"\t\n\v\f\r\u0085\u00A0\u1680\u2000\u200A\u2028\u2029\u202F\u205F\u3000")
+    EXPECT_FALSE(isRangeText(cleanRangeText(u"[1"_s + QChar(space) + u"]"_s))) << static_cast<int>(space);
+  EXPECT_TRUE(isRangeText(cleanRangeText(u" [1 - 3 ] "_s)));
 }
 
 TEST(CleanRangeText, TurnsWideFormsIntoPlainOnes) {

@@ -74,6 +74,24 @@ class ConditionListsTest : public MainWindowTest {
         "SELECT 'm' || 最小值, 0 FROM (SELECT * FROM 历史数据过滤 EXCEPT SELECT * FROM kept_历史数据过滤)");
   }
 
+  /// Drags from the middle of an item to the middle of a later one.
+  static void drag(QListWidget& list, int from, int to) {
+    const auto centre = [&](int item) { return list.visualItemRect(list.item(item)).center(); };
+    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, centre(from));
+    for (int item = from + 1; item <= to; ++item) {
+      QMouseEvent move(QEvent::MouseMove, centre(item), list.viewport()->mapToGlobal(centre(item)), Qt::NoButton,
+                       Qt::LeftButton, {});
+      QApplication::sendEvent(list.viewport(), &move);
+    }
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, centre(to));
+  }
+
+  /// The numbers with a mark in a column of 号码特性.
+  QString numbersWith(const QString& column) {
+    return data.rows(u"SELECT 号码 FROM 号码特性 WHERE %1 = 1 ORDER BY 号码"_s.arg(column).toUtf8().constData())
+        .join(u' ');
+  }
+
   static void clickItem(QListWidget& list, int item) {
     list.scrollToItem(list.item(item));
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(item)).center());
@@ -170,16 +188,44 @@ TEST_F(ConditionListsTest, ADragSelectsTheItemsThatItPasses) {
   data.store().execute("test", "UPDATE 过滤条件 SET VALUE = 0 WHERE ID BETWEEN 3601 AND 3610");
   data.store().execute("test", "UPDATE kept_过滤条件 SET VALUE = 0 WHERE ID BETWEEN 3601 AND 3610");
   openTab(10);
-  auto& list = the<QListWidget>(u"List_TiaoJian"_s);
-  const auto centre = [&](int item) { return list.visualItemRect(list.item(item)).center(); };
-  QTest::mousePress(list.viewport(), Qt::LeftButton, {}, centre(1));
-  for (const int item : {2, 3}) {
-    QMouseEvent move(QEvent::MouseMove, centre(item), list.viewport()->mapToGlobal(centre(item)), Qt::NoButton,
-                     Qt::LeftButton, {});
-    QApplication::sendEvent(list.viewport(), &move);
-  }
-  QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, centre(3));
+  drag(the<QListWidget>(u"List_TiaoJian"_s), 1, 3);
   EXPECT_EQ(changed(), (QStringList{u"v3602 1"_s, u"v3603 1"_s, u"v3604 1"_s}));
+}
+
+TEST_F(ConditionListsTest, ADragOverAPositionListAllowsTheNumbersThatItPasses) {
+  data.store().execute("test", "UPDATE 号码特性 SET 第3位 = 0");
+  openTab(15);
+  drag(the<QListWidget>(u"List_DingweiNumber_3"_s), 4, 7);
+  EXPECT_EQ(numbersWith(u"第3位"_s), u"5 6 7 8"_s);
+  EXPECT_TRUE(the<QCheckBox>(u"Check_useDingWeiTiaojiao_32"_s).isEnabled());
+}
+
+TEST_F(ConditionListsTest, ShiftSelectsARangeOfAPositionList) {
+  data.store().execute("test", "UPDATE 号码特性 SET 第3位 = 0, 第4位 = 0");
+  openTab(15);
+  auto& list = the<QListWidget>(u"List_DingweiNumber_3"_s);
+  clickItem(list, 1);
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ShiftModifier, list.visualItemRect(list.item(4)).center());
+  EXPECT_EQ(numbersWith(u"第3位"_s), u"2 3 4 5"_s);
+  auto& next = the<QListWidget>(u"List_DingweiNumber_4"_s);
+  next.setFocus();
+  next.setCurrentRow(8, QItemSelectionModel::NoUpdate);
+  QTest::keyClick(&next, Qt::Key_Space);
+  QTest::keyClick(&next, Qt::Key_Right, Qt::ShiftModifier);
+  QTest::keyClick(&next, Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_EQ(numbersWith(u"第4位"_s), u"9 10 11"_s);
+}
+
+TEST_F(ConditionListsTest, ADragAndShiftSelectTheCountsOfAGroup) {
+  data.store().execute("test", "UPDATE 过滤条件 SET VALUE = 0 WHERE ID BETWEEN 3800 AND 3809");
+  data.store().execute("test", "UPDATE kept_过滤条件 SET VALUE = 0 WHERE ID BETWEEN 3800 AND 3809");
+  openTab(22);
+  click(the<PickButton>(u"cmm_ZDY_5"_s));
+  auto& list = the<QListWidget>(u"List_ZDYset"_s);
+  drag(list, 1, 2);
+  EXPECT_EQ(changed(), (QStringList{u"v3801 1"_s, u"v3802 1"_s, u"u20 1"_s, u"n5 0"_s}));
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ShiftModifier, list.visualItemRect(list.item(4)).center());
+  EXPECT_EQ(changed(), (QStringList{u"v3801 1"_s, u"v3802 1"_s, u"v3803 1"_s, u"v3804 1"_s, u"u20 1"_s, u"n5 0"_s}));
 }
 
 TEST_F(ConditionListsTest, ANumberOfAPositionListChangesItsOneFieldAndBack) {

@@ -141,7 +141,7 @@ TEST_F(SettingPagesTest, FillingATabsListLoadsItsStretchIntoTheBufferOfTheRun) {
   EXPECT_EQ(buffer[170], 6);
 }
 
-TEST_F(SettingPagesTest, TheTabsWithoutStretchesLeaveTheBufferOfTheRunAlone) {
+TEST_F(SettingPagesTest, TheTabsWithoutStretchesAndWithoutAGroupInUseLeaveTheBufferOfTheRunAlone) {
   openTab(2);
   auto& buffer = window.driver().state().tiaojianValue;
   buffer.fill(-1);
@@ -149,6 +149,20 @@ TEST_F(SettingPagesTest, TheTabsWithoutStretchesLeaveTheBufferOfTheRunAlone) {
   for (const int tab : {1, 15, 22, 23, 24, 25}) {
     control<QListWidget>(window, u"TabStrip_TiaoJian"_s).setCurrentRow(tab - 1);
     EXPECT_EQ(buffer, untouched) << tab;
+  }
+}
+
+TEST_F(SettingPagesTest, TheCountsOfAGroupInUseGoThroughTheBufferOfTheRun) {
+  data.store().execute("test",
+                       "UPDATE 号码特性 SET 自定义组2 = 1 WHERE 号码 = 4");  // the factory set allows 2 and 4 of it
+  data.store().execute("test", "UPDATE 过滤条件使用情况 SET 使用情况 = 1 WHERE 条件 = 21");
+  auto& buffer = window.driver().state().tiaojianValue;
+  for (const int tab : {22, 25}) {
+    buffer.fill(-1);
+    openTab(tab);
+    EXPECT_EQ(std::vector<int>(buffer.begin(), buffer.begin() + 11),
+              (std::vector<int>{0, 0, 1, 0, 1, 0, 0, 0, 0, 0, -1}))
+        << tab;
   }
 }
 
