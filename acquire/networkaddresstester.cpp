@@ -90,7 +90,7 @@ void NetworkAddressTester::redirected(const QUrl& to) {
   if (mayHoldPage(reply_->request().url(), to))
     Q_EMIT reply_->redirectAllowed();
   else
-    finish(u"服务器把网页转到其它网站（%1），没有读取。"_s.arg(to.host()));
+    finish(u"服务器把网页转到其它网站（%1），没有读取。"_s.arg(toldPlace(reply_->request().url(), to)));
 }
 
 QString NetworkAddressTester::failure() const {

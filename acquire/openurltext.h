@@ -24,6 +24,9 @@ class OpenUrlText final {
   /// Ends a running call, which then gives an empty text.
   void requestStop();
 
+  /// Whether the last call was ended so.
+  [[nodiscard]] bool wasStopped() const noexcept { return stopRequested_; }
+
  private:
   void documentComplete(bool topLevel);
 

@@ -64,6 +64,11 @@ bool isSameSite(const QUrl& asked, const QUrl& address) {
   return siteName(asked.host()) == siteName(address.host());
 }
 
+QString toldPlace(const QUrl& asked, const QUrl& address) {
+  const QString host = address.host();
+  return asked.host() == host ? u"%1:%2"_s.arg(host).arg(portOf(address)) : host;
+}
+
 QStringList hostPatterns(const QUrl& asked) {
   const QString site = siteName(asked.host(QUrl::FullyEncoded));
   return isNumericHost(site) ? QStringList{site} : QStringList{site, u"*."_s + site};

@@ -25,6 +25,9 @@ enum class LeaveKind {
   person,    ///< a link or form, for which there is nobody
 };
 
+/// How a person is told where a page was led: its host, and the port where the host is the one that was asked.
+QString toldPlace(const QUrl& asked, const QUrl& address);
+
 /// The names of the hosts of a page's site, with * for any part of a name.
 QStringList hostPatterns(const QUrl& asked);
 

@@ -1,5 +1,6 @@
 #include "acquire/pagetext.h"
 
+#include <QStringDecoder>
 #include <algorithm>
 #include <array>
 
@@ -59,6 +60,16 @@ std::optional<PageLine> readPageLine(QStringView line) {
     return std::nullopt;
   const QString digits = getDigits(line);
   return PageLine{periodOf(digits), numbersOf(digits)};
+}
+
+QString decodePage(const QByteArray& bytes) {
+  QString text = QString::fromUtf8(bytes);
+  if (text.contains(resultsPageMark))
+    return text;
+  QStringDecoder gb18030("GB18030");  // the mark in it happens to be sound UTF-8, of another meaning
+  if (gb18030.isValid() && (text = gb18030(bytes)).contains(resultsPageMark))
+    return text;
+  return decodeText(bytes);
 }
 
 QString scanText(const QString& bodyText) {

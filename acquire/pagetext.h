@@ -32,6 +32,10 @@ struct PageLine {
 /// Nothing where the line has not the form. A number above 11 counts as 11, a 0 as none.
 std::optional<PageLine> readPageLine(QStringView line);
 
+/// A page's text out of its bytes: UTF-8 or GB18030, broken sequences replaced, whichever shows the mark of a page; else as any
+/// text.
+QString decodePage(const QByteArray& bytes);
+
 /// A page's text as it is scanned: blanks for tabs, CR LF at line ends.
 QString scanText(const QString& bodyText);
 

@@ -1,7 +1,9 @@
 #include "acquire/sources.h"
 
 #include <QUrl>
+#include <algorithm>
 
+#include "acquire/pagerules.h"
 #include "model/errors.h"
 #include "model/store.h"
 
@@ -33,7 +35,26 @@ QString sourceAddress(Store& store, QStringView name) {
   return query.next() ? query.text(0) : QString();
 }
 
+bool isSourceAddress(const QString& address) {
+  QString sample = address.trimmed();
+  const auto parts = [](QChar ch) { return ch.isSpace() || !ch.isPrint(); };
+  if (sample.size() > longestAddress || std::any_of(sample.cbegin(), sample.cend(), parts))
+    return false;
+  if (sample.isEmpty())
+    return true;
+  sample.replace(provincePlace.toString(), u"x"_s);
+  const bool hasScheme = sample.contains(u"://"_s);
+  return isWebAddress(hasScheme ? QUrl(sample) : QUrl(u"http://"_s + sample));
+}
+
+QString wrongAddressText(const QString& name) {
+  return u"“%1”的地址不正确：要写成 http:// 或 https:// 开头的网址，不能有空格，最多 %2 个字符。"_s.arg(name).arg(
+      longestAddress);
+}
+
 void setSourceAddress(Store& store, const QString& name, const QString& address) {
+  if (!isSourceAddress(address))
+    throw Error(wrongAddressText(name));
   if (store.execute("修改数据源", "UPDATE 数据源 SET 地址 = ? WHERE 名称 = ?", address.trimmed(), name) == 0)
     throw MissingData(u"没有名为“%1”的地址。"_s.arg(name));
 }

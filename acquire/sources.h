@@ -17,9 +17,12 @@ struct SourceKind {
 };
 
 inline constexpr SourceKind resultsSite{u"开奖网站", u"下载开奖数据的网站"};
-inline constexpr SourceKind secondSite{u"第二网站", u"按日期查开奖结果的网站"};
+inline constexpr SourceKind secondSite{u"第二网站", u"按日期查开奖结果的网站（目前不使用）"};
 inline constexpr SourceKind noticeServer{u"版本公告", u"查询新版本公告的服务器；留空则不查询"};
 inline constexpr SourceKind detailPage{u"开奖详情", u"一期开奖详情的网页"};
+
+/// In UTF-16 units, as a line edit counts.
+inline constexpr int longestAddress = 200;
 
 /// Stands in an address for the province's short name.
 inline constexpr QStringView provincePlace = u"{province}";
@@ -35,8 +38,15 @@ std::vector<SourceRow> sourceRows(Store& store);
 /// The address of a row as stored; empty where there is no such row.
 QString sourceAddress(Store& store, QStringView name);
 
-/// Changes an address; blanks around it go. Throws MissingData where there is no row of this name, StoreError where the
-/// address is longer than 200 characters.
+/// Whether a text can stand as an address: empty, or http, https or no scheme at all with a host, in one piece and of at most
+/// 200 UTF-16 units. Blanks around it do not count.
+bool isSourceAddress(const QString& address);
+
+/// What a person is told of one that cannot.
+QString wrongAddressText(const QString& name);
+
+/// Changes an address; blanks around it go. Throws MissingData where there is no row of this name, Error where it cannot stand
+/// as an address.
 void setSourceAddress(Store& store, const QString& name, const QString& address);
 
 /// Whether an address was never set: it is empty or still names a reserved example host.

@@ -123,7 +123,7 @@ bool WebUpdate::runUpdate(const QDate& date, bool interactive, Qihao lastQihao, 
     leaveInPanel(date.toString(Qt::ISODate) + u"  数据：   服务器数据还没有更新，请稍后下载。  "_s);
     tellOutcome(outcome, date, interactive);
   } else if (outcome == Outcome::leftSite) {
-    leftSiteText_ = u"网页被转到其它网站（%1），没有读取。"_s.arg(browser_->address().host());
+    leftSiteText_ = u"网页被转到其它网站（%1），没有读取。"_s.arg(toldPlace(asked_, browser_->address()));
     leaveInPanel(leftSiteText_);
   } else if (outcome == Outcome::read && counts.qualified == 0) {
     leaveInPanel(u"网页共 %1 行，其中 %2 行符合开奖记录的格式。"_s.arg(counts.lines).arg(counts.qualified));
@@ -140,6 +140,7 @@ WebUpdate::Outcome WebUpdate::fetch(const QDate& date, Qihao lastQihao, PageCoun
   if (address.isEmpty())
     return Outcome::noAddress;
   const QUrl url = QUrl::fromUserInput(address);
+  asked_ = url;
   // Whatever comes of the page, it does not work on behind the window.
   const AtEnd released([this] {
     if (browser_)

@@ -98,6 +98,7 @@ class WebUpdate final {
   UpdateTimes times_;
   StatusPulse timerXZ_;
   std::unique_ptr<PageLoader> browser_;  ///< made on first use
+  QUrl asked_;                           ///< the page that was loaded last
   QString leftInPanel_;                  ///< what the panel shows after an update
   QString leftSiteText_;
   bool waitingDoc_ = false;

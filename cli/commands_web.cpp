@@ -51,7 +51,7 @@ Action preparePage(const Arguments& arguments) {
   const QDate date = dateOf(arguments, u"--date"_s);
   return [path, date](Session& session) {
     requireReadable(path);
-    const QString text = decodeText(readFileText(path));
+    const QString text = decodePage(readFileText(path));
     CliPorts& ports = session.ports();
     if (!text.contains(resultsPageMark)) {
       ports.show({BoxKind::critical, failedUpdateTitle.toString(), failedUpdateText(), BoxButtons::ok});

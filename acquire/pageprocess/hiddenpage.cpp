@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <QAuthenticator>
 #include <QFile>
 #include <QWebEngineCertificateError>
 #include <QWebEngineDownloadRequest>
@@ -120,6 +121,12 @@ HiddenPage::HiddenPage(QWebEngineProfile& profile, std::function<void(const Page
   });
   connect(this, &QWebEnginePage::certificateError, this,
           [](QWebEngineCertificateError error) { error.rejectCertificate(); });
+  // A page that asks for a name is not asked again and again: nobody answers.
+  const auto refuse = [](QAuthenticator* asked) { *asked = QAuthenticator(); };
+  connect(this, &QWebEnginePage::authenticationRequired, this,
+          [refuse](const QUrl&, QAuthenticator* asked) { refuse(asked); });
+  connect(this, &QWebEnginePage::proxyAuthenticationRequired, this,
+          [refuse](const QUrl&, QAuthenticator* asked, const QString&) { refuse(asked); });
   connect(this, &QWebEnginePage::featurePermissionRequested, this, [this](const QUrl& origin, Feature feature) {
     setFeaturePermission(origin, feature, PermissionDeniedByUser);
   });

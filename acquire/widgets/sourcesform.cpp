@@ -21,7 +21,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int longestAddress = 200;
 constexpr int addressWidth = 46;  // in average characters
 
 constexpr std::array<SourceKind, 4> kinds{resultsSite, secondSite, noticeServer, detailPage};
@@ -103,16 +102,14 @@ void SourcesForm::buildRows() {
   static_cast<QVBoxLayout*>(layout())->addLayout(grid);
 }
 
-/// What was typed in keeps the form open where it is no address; what stood there stays as it was.
+/// What is no address keeps the form open.
 bool SourcesForm::areAddresses() {
   bool all = true;
   withFaultBox(boxes_, [&] {
     for (const Row& row : rows_) {
-      QString address = row.address->text().trimmed();
-      if (address.isEmpty() || address == sourceAddress(gConn_, row.name) ||
-          isWebAddress(QUrl::fromUserInput(address.replace(provincePlace.toString(), u"x"_s))))
+      if (isSourceAddress(row.address->text()))
         continue;
-      boxes_.critical(u"“%1”的地址不正确，要以 http:// 或 https:// 开头。"_s.arg(row.name));
+      boxes_.critical(wrongAddressText(row.name));
       row.address->setFocus();
       all = false;
       return;

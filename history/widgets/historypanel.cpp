@@ -103,7 +103,7 @@ QWidget* HistoryPanel::buildEntryStrip() {
     entry_[static_cast<std::size_t>(i)] = field;
     connect(field, &QLineEdit::returnPressed, this, [this, i] {
       if (i + 1 < static_cast<int>(entry_.size()))
-        entry_[static_cast<std::size_t>(i + 1)]->setFocus();
+        entry_[static_cast<std::size_t>(i) + 1]->setFocus();
       else
         addDraw();
     });
@@ -171,6 +171,12 @@ QWidget* HistoryPanel::buildModeStrip() {
       button(u"cmmUpdateHistory_1"_s, u"今日开奖"_s, u"下载当天开奖数据并导入。"_s, &HistoryPanel::updateRequested));
   row->addWidget(button(u"cmmUpdateHistory_2"_s, u"历史数据"_s, u"下载最近一周开奖数据并导入。"_s,
                         &HistoryPanel::updateRequested));
+  auto* details =
+      button(u"cmm_kjqk"_s, u"详细开奖情况查询"_s, u"在浏览器中查看一期的开奖详情"_s, &HistoryPanel::detailsWanted);
+  row->addWidget(details);
+  connect(&ports_.busy, &BusyState::changed, details, [this, details](bool busy) {
+    details->setHidden(busy && clearFilter_->isVisible());  // the bar finds no room beside a search
+  });
   row->addSpacing(fontMetrics().height());
   row->addWidget(button(u"CmmSousuo"_s, u"搜索记录"_s, u"显示查找行"_s, &HistoryPanel::searchRecords));
   filterBegin_ = button(u"filterBegin"_s, u"搜索"_s, u"按查找行的条件显示记录"_s, &HistoryPanel::runSearch);

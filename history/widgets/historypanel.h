@@ -73,6 +73,8 @@ class HistoryPanel final : public QWidget {
   Q_SIGNAL void historyChanged();
   /// cmmUpdateHistory_1 or _2 was clicked: draws are wanted from the web.
   Q_SIGNAL void updateRequested();
+  /// cmm_kjqk was clicked: the details of a draw are wanted from the web.
+  Q_SIGNAL void detailsWanted();
   /// Draws went out of the table: lists of periods elsewhere are stale. A deleted period, a cleared history and a Yes to the
   /// question before an import all count.
   Q_SIGNAL void drawsDeleted();

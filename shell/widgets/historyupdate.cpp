@@ -3,6 +3,7 @@
 #include <QDesktopServices>
 #include <QWidget>
 
+#include "acquire/detailpage.h"
 #include "acquire/processloader.h"
 #include "acquire/widgets/sourcesform.h"
 #include "history/widgets/historypanel.h"
@@ -25,9 +26,14 @@ HistoryUpdate::HistoryUpdate(Store& gConn, HistoryPanel& panel, const Ports& por
       ports_(ports),
       window_(window),
       update_(gConn, {ports.boxes, ports.events, ports.panels, panel.derivationProgress(), *this,
-                      orProcess(ports.loaders), [](const QUrl& page) { QDesktopServices::openUrl(page); }}) {
+                      orProcess(ports.loaders), [](const QUrl& page) { QDesktopServices::openUrl(page); }}),
+      details_(orProcess(ports.loaders)) {
   connect(&panel_, &HistoryPanel::updateRequested, this, &HistoryUpdate::updateHistory);
-  connect(&ports_.busy, &BusyState::stopRequested, this, [this] { update_.requestStop(); });
+  connect(&panel_, &HistoryPanel::detailsWanted, this, &HistoryUpdate::showDetails);
+  connect(&ports_.busy, &BusyState::stopRequested, this, [this] {
+    update_.requestStop();
+    details_.requestStop();
+  });
 }
 
 void HistoryUpdate::updateHistory() {
@@ -35,6 +41,22 @@ void HistoryUpdate::updateHistory() {
     return;
   QWidget* focused = window_->focusWidget();
   withFaultBox(ports_.boxes, [this] { update_.updateHistory(); });
+  if (focused != nullptr && focused->isVisible())  // a disabled button loses the focus
+    focused->setFocus();
+}
+
+void HistoryUpdate::showDetails() {
+  if (ports_.busy.isBusy())
+    return;
+  QWidget* focused = window_->focusWidget();
+  {
+    const BusyScope busy(ports_.busy);
+    withFaultBox(ports_.boxes, [this] {
+      showDetailPage(gConn_, details_, {ports_.boxes, ports_.inputs, ports_.panels, [](const QUrl& page) {
+                                          QDesktopServices::openUrl(page);
+                                        }});
+    });
+  }
   if (focused != nullptr && focused->isVisible())  // a disabled button loses the focus
     focused->setFocus();
 }

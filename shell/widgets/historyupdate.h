@@ -1,11 +1,12 @@
-// The update from the web as the window offers it: the buttons of the history panel, the menu entry, and the form of the
-// addresses.
+// What the window offers of the web: the update by the buttons of the history panel and the menu entry, the details of a
+// draw, and the form of the addresses.
 #pragma once
 
 #include <QObject>
 #include <memory>
 #include <optional>
 
+#include "acquire/openurltext.h"
 #include "acquire/webupdate.h"
 #include "model/widgets/busystate.h"
 
@@ -22,6 +23,7 @@ class HistoryUpdate final : public QObject, public UpdateView {
  public:
   struct Ports {
     Boxes& boxes;
+    Inputs& inputs;
     Events& events;
     StatusPanels& panels;
     BusyState& busy;
@@ -32,6 +34,9 @@ class HistoryUpdate final : public QObject, public UpdateView {
 
   /// cmmUpdateHistory_1 and _2, mnu_AutoUpdate.
   void updateHistory();
+
+  /// cmm_kjqk: the page with the details of one draw.
+  void showDetails();
 
   /// The form of the addresses.
   void showSources();
@@ -48,6 +53,7 @@ class HistoryUpdate final : public QObject, public UpdateView {
   Ports ports_;
   QWidget* window_;
   WebUpdate update_;
+  OpenUrlText details_;
   std::optional<BusyScope> busy_;
 };
 

@@ -91,7 +91,7 @@ TEST_F(AddressTest, ARedirectOffTheSiteIsToldAndNotFollowed) {
   HttpServer elsewhere;
   elsewhere.answer("/", pageReply("hi"));
   answer = "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + elsewhere.url(u"/"_s).toUtf8() + "\r\n\r\n";
-  EXPECT_EQ(outcomeOf(address()), u"服务器把网页转到其它网站（127.0.0.1），没有读取。"_s);
+  EXPECT_EQ(outcomeOf(address()), u"服务器把网页转到其它网站（127.0.0.1:%1），没有读取。"_s.arg(elsewhere.port()));
   EXPECT_EQ(elsewhere.requests().size(), 0U);
 }
 

@@ -27,7 +27,7 @@ TEST(Sources, AnAddressIsStoredWithoutTheBlanksAroundIt) {
 
 TEST(Sources, AnAddressIsDataAndNeverPartOfAStatement) {
   TestWorkspace w;
-  const QString hostile = u"x'; DROP TABLE 数据源; --\""_s;
+  const QString hostile = u"http://x/';DROP/**/TABLE/**/数据源;--\""_s;
   setSourceAddress(w.store(), u"版本公告"_s, hostile);
   EXPECT_EQ(sourceAddress(w.store(), noticeServer.name), hostile);
   EXPECT_THROW(setSourceAddress(w.store(), hostile, u"a"_s), MissingData);
@@ -42,8 +42,27 @@ TEST(Sources, ANameWithoutARowIsRefusedAndNothingIsAdded) {
 
 TEST(Sources, AnAddressOf201CharactersIsRefused) {
   TestWorkspace w;
-  EXPECT_NO_THROW(setSourceAddress(w.store(), u"开奖网站"_s, QString(200, u'a')));
-  EXPECT_THROW(setSourceAddress(w.store(), u"开奖网站"_s, QString(201, u'a')), StoreError);
+  EXPECT_NO_THROW(setSourceAddress(w.store(), u"开奖网站"_s, u"http://a/"_s + QString(191, u'a')));
+  EXPECT_THROW(setSourceAddress(w.store(), u"开奖网站"_s, u"http://a/"_s + QString(192, u'a')), Error);
+}
+
+TEST(Sources, WhatIsNoAddressOfTheWebIsRefusedInASentence) {
+  TestWorkspace w;
+  const QString before = sourceAddress(w.store(), resultsSite.name);
+  for (const QString& text : {u"http://"_s, u"http://a b"_s, u"http://127.0.0.1:99999"_s, u"file:///etc"_s,
+                              u"javascript:alert(1)"_s, u"http://a/\nb"_s, u"ftp://results.org"_s, u"two words"_s}) {
+    try {
+      setSourceAddress(w.store(), u"开奖网站"_s, text);
+      ADD_FAILURE() << text.toStdString();
+    } catch (const Error& fault) {
+      EXPECT_EQ(fault.message(),
+                u"“开奖网站”的地址不正确：要写成 http:// 或 https:// 开头的网址，不能有空格，最多 200 个字符。"_s);
+    }
+  }
+  EXPECT_EQ(sourceAddress(w.store(), resultsSite.name), before);
+  for (const QString& text : {QString(), u" http://a.test/ "_s, u"https://{province}.a.test:8443/x?y=1"_s,
+                              u"{province}.a.test"_s, u"localhost:8080/x"_s, u"http://[::1]:80/"_s})
+    EXPECT_NO_THROW(setSourceAddress(w.store(), u"开奖网站"_s, text)) << text.toStdString();
 }
 
 TEST(Sources, ExampleHostsAndEmptyAddressesWereNeverSet) {

@@ -39,6 +39,24 @@ TEST_F(CommandsWeb, APageInAFileIsScannedAndDerived) {
             u"110315010\t2011-03-16\t1\t5\t15\n110315011\t2011-03-16\t1\t8\t18\n"_s);
 }
 
+TEST_F(CommandsWeb, ABrokenByteCostsNoMoreThanItsLineAndGb18030IsRead) {
+  const QString header = u"rowsDone\tlowQihao\thighQihao\n"_s;
+  const auto scanBytes = [this](const QByteArray& bytes) {
+    QFile page(cli.path(u"bytes.txt"_s));
+    EXPECT_TRUE(page.open(QIODevice::WriteOnly));
+    page.write(bytes);
+    page.close();
+    return scan(page.fileName());
+  };
+  const QByteArray draw = "\n11031510 01 02 03 04 05 03-15 17:40\n";
+  EXPECT_EQ(scanBytes(u"广东11选5"_s.toUtf8() + draw + "\xE5").out, header + u"1\t110315010\t110315010\n"_s);
+  EXPECT_EQ(scanBytes("11\xD1\xA1"
+                      "5" +
+                      draw)
+                .out,
+            header + u"1\t110315010\t110315010\n"_s);
+}
+
 TEST_F(CommandsWeb, CrLfReadsLikeLf) {
   EXPECT_EQ(scan(file(u"11选5\r\n11031510 01 02 03 04 05 03-15 17:40\r\n"_s)).out,
             u"rowsDone\tlowQihao\thighQihao\n1\t110315010\t110315010\n"_s);

@@ -1,9 +1,11 @@
 // Draws from the web in the window: from the button to the panel that follows, and the form of the addresses.
+#include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTimer>
+#include <algorithm>
 
 #include "acquire/catalogue.h"
 #include "acquire/sources.h"
@@ -152,6 +154,20 @@ TEST_F(HistoryUpdateTest, AFaultOfTheTableBringsTheButtonsBack) {
   EXPECT_TRUE(button(1).isEnabled());
 }
 
+TEST_F(HistoryUpdateTest, TheWindowKeepsItsWidthThroughAnUpdateBesideASearch) {
+  openWindow();
+  click(the<QPushButton>(u"CmmSousuo"_s));
+  const int width = window->width();
+  int during = 0;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, [&] { during = std::max(during, window->width()); });
+  look.start(1);
+  web.pages[page].afterMs = 200;
+  click(button(1));
+  EXPECT_EQ(during, width);
+  EXPECT_TRUE(the<QPushButton>(u"cmm_kjqk"_s).isVisible());
+}
+
 TEST_F(HistoryUpdateTest, TheRangeThatIsShownStaysAndASearchEnds) {
   QString lines;
   for (int i = 0; i < 120; ++i)
@@ -164,6 +180,57 @@ TEST_F(HistoryUpdateTest, TheRangeThatIsShownStaysAndASearchEnds) {
   EXPECT_TRUE(the<QRadioButton>(u"OptionHistoryMode_0"_s).isChecked());
   EXPECT_EQ(historyRows().rowCount(), 100);
   EXPECT_TRUE(shownPeriods().endsWith(u" 110315011 110315012"_s));
+}
+
+/// Takes what would go to the person's browser.
+class Browser final : public QObject {
+  Q_OBJECT
+
+ public:
+  Browser() { QDesktopServices::setUrlHandler(u"http"_s, this, "show"); }
+  ~Browser() override { QDesktopServices::unsetUrlHandler(u"http"_s); }
+  QStringList shown;
+  Q_SLOT void show(const QUrl& address) { shown << address.toString(); }
+};
+
+TEST_F(HistoryUpdateTest, TheDetailsOfADrawOpenInTheBrowserAndNothingElseCanStartMeanwhile) {
+  const QString details = u"http://detail.test/08118.html"_s;
+  setSourceAddress(data.store(), detailPage.name.toString(), u"http://detail.test/"_s);
+  web.pages[details].texts = QStringList{u"奖池"_s};
+  web.pages[details].afterMs = 200;
+  openWindow();
+  const Browser browser;
+  ports.typed = {u"2008118"_s};
+  auto& asked = the<QPushButton>(u"cmm_kjqk"_s);
+  EXPECT_EQ(asked.text(), u"详细开奖情况查询"_s);
+  bool enabled = true;
+  QString told;
+  whileWaiting([&] {
+    enabled = asked.isEnabled() || button(1).isEnabled();
+    told = panel(2);
+  });
+  click(asked);
+  EXPECT_EQ(browser.shown, QStringList{details});
+  EXPECT_FALSE(enabled);
+  EXPECT_EQ(told, u"正在读取 "_s + details + u" ……"_s);
+  EXPECT_EQ(panel(2), QString());
+  EXPECT_TRUE(asked.isEnabled());
+  EXPECT_TRUE(asked.hasFocus());
+}
+
+TEST_F(HistoryUpdateTest, AWishToCloseEndsTheReadingOfTheDetails) {
+  setSourceAddress(data.store(), detailPage.name.toString(), u"http://detail.test/"_s);
+  web.other.afterMs = -1;
+  openWindow();
+  ports.typed = {u"2008118"_s};
+  QElapsedTimer waited;
+  waited.start();
+  whileWaiting([&] { window->close(); });
+  click(the<QPushButton>(u"cmm_kjqk"_s));
+  EXPECT_LT(waited.elapsed(), 3000);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"确认要退出吗？"_s});
 }
 
 class SourcesFormTest : public HistoryUpdateTest {
@@ -208,7 +275,7 @@ TEST_F(SourcesFormTest, WhatIsNoAddressKeepsTheFormOpenAndStoresNothing) {
     ports.boxes.clear();
     address(0).setText(typed);
     clickForm(u"cmdOK"_s);
-    EXPECT_EQ(ports.boxTexts(), QStringList{u"“开奖网站”的地址不正确，要以 http:// 或 https:// 开头。"_s});
+    EXPECT_EQ(ports.boxTexts(), QStringList{wrongAddressText(u"开奖网站"_s)});
     EXPECT_TRUE(form().isVisible());
     EXPECT_TRUE(address(0).hasFocus());
   }
@@ -271,3 +338,5 @@ TEST_F(SourcesFormTest, TheMenuOpensTheForm) {
 }  // namespace
 
 }  // namespace elevenfive
+
+#include "test_historyupdate.moc"

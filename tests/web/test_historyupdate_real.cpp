@@ -209,7 +209,7 @@ TEST_F(RealWindow, APageThatIsLedOffItsSiteIsToldInTheStatusBar) {
   server.answer("/", redirectTo(elsewhere.url(u"/"_s)));
   click(button(1));
   EXPECT_EQ(ports.boxTexts(), QStringList());
-  EXPECT_EQ(panel(2), u"网页被转到其它网站（127.0.0.1），没有读取。"_s);
+  EXPECT_EQ(panel(2), u"网页被转到其它网站（127.0.0.1:%1），没有读取。"_s.arg(elsewhere.port()));
   EXPECT_EQ(askedOf(elsewhere), QStringList());
   expectFree();
 }
@@ -262,7 +262,7 @@ TEST_F(RealSources, ARefusalIsToldWithItsNumber) {
 TEST_F(RealSources, APageThatIsLedOffItsSiteIsTold) {
   HttpServer elsewhere;
   server.answer("/", redirectTo(elsewhere.url(u"/"_s)));
-  EXPECT_EQ(tested(), noText + u"服务器把网页转到其它网站（127.0.0.1），没有读取。"_s);
+  EXPECT_EQ(tested(), noText + u"服务器把网页转到其它网站（127.0.0.1:%1），没有读取。"_s.arg(elsewhere.port()));
   EXPECT_EQ(askedOf(elsewhere), QStringList());
 }
 

@@ -68,6 +68,15 @@ TEST_F(HostileUpdate, BrokenUtf8CostsNoMoreThanItsLine) {
   expectDraws({u"110315001 1 2 3 4 5 15"_s, u"110315003 1 2 3 4 6 16"_s});
 }
 
+TEST_F(HostileUpdate, APageThatAsksForANameIsAskedOnce) {
+  HttpReply reply = pageReply("<p>who are you</p>");
+  reply.status = 401;
+  reply.headers.emplace_back("WWW-Authenticate", "Basic realm=\"draws\"");
+  server.answer("/", reply);
+  expectFailed();
+  EXPECT_EQ(askedOf(server), QStringList{u"/"_s});
+}
+
 TEST_F(HostileUpdate, AlertBoxesHoldNothingUp) {
   page("/",
        tablePage(oneRow,

@@ -1,0 +1,166 @@
+// history update and history page of the companion, over real pages.
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+
+#include "tests/cli/cliprocess.h"
+#include "tests/web/webtest.h"
+
+namespace elevenfive {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const QStringList twoRows{u"11031502 01 02 03 04 06"_s, u"11031501 01 02 03 04 05"_s};
+
+class Companion : public WebTest {
+ protected:
+  void SetUp() override {
+    WebTest::SetUp();
+    ASSERT_EQ(cli.call({u"init"_s}).status, 0);
+    ASSERT_EQ(cli.call({u"source"_s, u"set"_s, u"开奖网站"_s, server.url({})}).status, 0);
+  }
+
+  CliProcess::Outcome update() { return cli.call({u"history"_s, u"update"_s}); }
+
+  /// The update ended with status 1 and this box alone on standard error; the history is empty.
+  void expectRefused(const QString& title, const QString& text) {
+    const CliProcess::Outcome outcome = update();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, u"[critical] "_s + title + u": "_s + QString(text).replace(u"\r\n"_s, u"\n"_s) +
+                               (text.endsWith(u'\n') ? QString() : u"\n"_s));
+    EXPECT_EQ(draws(), QString());
+  }
+  void expectFailed() { expectRefused(failedUpdateTitle.toString(), failedUpdateText()); }
+
+  QString draws() { return cli.rows(u"SELECT 期号, 和值 FROM 历史记录 ORDER BY 期号"_s); }
+
+  /// Does something to the working database between two calls of the companion.
+  void alter(const char* sql) {
+    Workspace workspace({cli.folder(), cli.folder()}, {});
+    workspace.gConn.executeScript("test", sql);
+    workspace.close();
+  }
+
+  CliProcess cli;
+};
+
+TEST_F(Companion, UpdatesTheHistory) {
+  page("/", tablePage(twoRows));
+  const CliProcess::Outcome outcome = update();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out,
+            u"数据下载中：   正在下载 110315002 期的数据。。。\n数据下载中：   正在下载 110315001 期的数据。。。\n"
+            "   正在统计 110315002 期号码的温度值。。。。。。  \n"_s);
+  EXPECT_EQ(outcome.err, u"[info] elevenfive 11选5: "_s + completedText() + u"\n"_s);
+  EXPECT_EQ(draws(), u"110315001\t15\n110315002\t16\n"_s);
+}
+
+TEST_F(Companion, TellsEachLineOfAPageAlsoTwoOfOnePeriod) {
+  page("/", tablePage({u"11031501 01 02 03 04 06"_s, u"11031501 01 02 03 04 05"_s}));
+  EXPECT_TRUE(update().out.startsWith(
+      u"数据下载中：   正在下载 110315001 期的数据。。。\n数据下载中：   正在下载 110315001 期的数据。。。\n"_s));
+  EXPECT_EQ(draws(), u"110315001\t15\n"_s);
+}
+
+TEST_F(Companion, AskForTheNoticeOnceABatch) {
+  page("/", tablePage(twoRows));
+  page("/notice", u"nothing new"_s);
+  ASSERT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, server.url(u"/notice"_s)}).status, 0);
+  EXPECT_EQ(cli.batch(u"history update\nhistory update\n"_s).status, 0);
+  EXPECT_EQ(askedOf(server), (QStringList{u"/"_s, u"/notice"_s, u"/"_s}));
+}
+
+TEST_F(Companion, APageWithoutDrawsIsNoFailureAndTellsItsLines) {
+  page("/", u"<p>11选5</p>"_s);
+  const CliProcess::Outcome outcome = update();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, u"网页共 1 行，其中 0 行符合开奖记录的格式。\n"_s);
+  EXPECT_EQ(outcome.err, u"[info] elevenfive 11选5: "_s + completedText() + u"\n"_s);
+}
+
+TEST_F(Companion, APageThatIsNotTheExpectedOneIsRefused) {
+  page("/", u"welcome"_s);
+  expectFailed();
+}
+
+TEST_F(Companion, AStatusThatIsNoPageIsRefused) {
+  expectFailed();  // 404, as no page is there
+}
+
+TEST_F(Companion, AServerThatIsNotThereIsRefused) {
+  ASSERT_EQ(cli.call({u"source"_s, u"set"_s, u"开奖网站"_s, u"http://127.0.0.1:9"_s}).status, 0);
+  expectFailed();
+}
+
+TEST_F(Companion, ARedirectCircleIsRefused) {
+  server.answer("/", redirectTo(u"/?again"_s));
+  expectFailed();
+}
+
+TEST_F(Companion, APageThatIsLedOffItsSiteIsRefused) {
+  HttpServer elsewhere;
+  server.answer("/", redirectTo(elsewhere.url(u"/"_s)));
+  expectRefused(u"elevenfive 11选5"_s, u"网页被转到其它网站（127.0.0.1:%1），没有读取。"_s.arg(elsewhere.port()));
+}
+
+TEST_F(Companion, AnAddressThatWasNeverSetIsRefused) {
+  ASSERT_EQ(cli.call({u"source"_s, u"set"_s, u"开奖网站"_s, u"http://results.example"_s}).status, 0);
+  expectRefused(failedUpdateTitle.toString(), unsetAddressText());
+}
+
+TEST_F(Companion, AGameWithoutAPageIsRefused) {
+  ASSERT_EQ(cli.call({u"game"_s, u"use"_s, u"3"_s}).status, 0);
+  expectRefused(u"elevenfive 11选5"_s, u"抱歉，"_s + QDate::currentDate().toString(Qt::ISODate) +
+                                           u"的开奖数据在服务器中还没有更新，请稍后下载。"_s);
+}
+
+TEST_F(Companion, APageThatTakesTooMuchMemoryIsRefused) {
+  page("/",
+       u"11选5<script>const kept=[];for(;;){kept.push(new Uint8Array(1<<25).fill(1));"
+       "for(const end=Date.now()+25;Date.now()<end;);}</script>"_s);
+  expectRefused(failedUpdateTitle.toString(), u"网页太大，无法读取。"_s);
+}
+
+TEST_F(Companion, AMissingPageProcessIsRefused) {
+  QTemporaryDir elsewhere;
+  const QString program = elsewhere.filePath(u"elevenfive-cli"_s);
+  ASSERT_TRUE(QFile::copy(QCoreApplication::applicationDirPath() + u"/elevenfive-cli"_s, program));
+  QProcess process;
+  process.start(program, {u"--folder"_s, cli.folder(), u"--temp"_s, cli.folder(), u"history"_s, u"update"_s});
+  ASSERT_TRUE(process.waitForFinished(60'000));
+  EXPECT_EQ(process.exitCode(), 1);
+  EXPECT_EQ(QString::fromUtf8(process.readAllStandardError()),
+            u"[critical] "_s + failedUpdateTitle.toString() +
+                u": 读取网页的组件 elevenfive-page 没有找到或无法启动，请重新安装本软件。\n"_s);
+}
+
+constexpr const char* refuseSecond =
+    "CREATE TRIGGER refuse BEFORE INSERT ON 历史记录 WHEN NEW.期号 = 110315002 BEGIN SELECT RAISE(ABORT, 'refused'); "
+    "END";
+
+TEST_F(Companion, ADrawThatTheTableRefusesFailsTheUpdateAndKeepsTheOthers) {
+  alter(refuseSecond);
+  page("/", tablePage(twoRows));
+  const CliProcess::Outcome outcome = update();
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 保存开奖记录失败：数值超出允许的范围。\n"_s);
+  EXPECT_EQ(draws(), u"110315001\t15\n"_s);
+}
+
+TEST_F(Companion, ADrawThatTheTableRefusesFailsAPageFromAFileAndKeepsTheOthers) {
+  alter(refuseSecond);
+  QFile file(cli.path(u"page.txt"_s));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(u"11选5\n11031502 01 02 03 04 06 03-15 17:50\n11031501 01 02 03 04 05 03-15 17:40\n"_s.toUtf8());
+  file.close();
+  const CliProcess::Outcome outcome =
+      cli.call({u"history"_s, u"page"_s, file.fileName(), u"--date"_s, u"2011-03-16"_s});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, QString());
+  EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 保存开奖记录失败：数值超出允许的范围。\n"_s);
+  EXPECT_EQ(draws(), u"110315001\t15\n"_s);
+}
+
+}  // namespace
+}  // namespace elevenfive
