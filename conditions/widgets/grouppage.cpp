@@ -264,6 +264,7 @@ void GroupPage::chooseCommon(int index) {
 }
 
 void GroupPage::reload() {
+  groups_.freeSwitches();
   withFaultBox(boxes_, [this] {
     showGroup();
     showLines();
