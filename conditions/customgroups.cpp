@@ -54,10 +54,15 @@ bool breaksLines(QChar ch) {
          category == QChar::Separator_Paragraph;
 }
 
+/// Whether a group allows a count that the list shows.
+bool hasShownCounts(Store& store, int k) {
+  const std::vector<int> counts = countsOf(store, k);
+  return !counts.empty() && counts.front() <= zdyLargestCount;  // ascending: the list shows 0 to 5 only
+}
+
 /// Switches a group on where it allows a count that the list shows, off where it allows none. True where it allows one.
 bool switchByCounts(Store& store, int k) {
-  const std::vector<int> counts = countsOf(store, k);
-  const bool any = !counts.empty() && counts.front() <= zdyLargestCount;  // ascending: the list shows 0 to 5 only
+  const bool any = hasShownCounts(store, k);
   setConditionUse(store, zdyCode(k), any ? 1 : 0);
   return any;
 }
@@ -169,13 +174,14 @@ void CustomGroups::clickMember(int k, int number) {
   const std::string column = columnSql(k);
   gConn_.execute("设置自定义组", "UPDATE 号码特性 SET " + column + " = NOT " + column + " WHERE 号码 = ?", number);
   const std::vector<int> members = membersOf(gConn_, k);
-  if (members.empty()) {
+  const bool losesCounts = members.empty() && hasShownCounts(gConn_, k);
+  if (losesCounts) {
     for (int v = 0; v <= zdyLargestCount; ++v)
       setConditionValue(gConn_, zdyCountId(k, v), 0);
     switchByCounts(gConn_, k);
   }
   transaction.commit();
-  if (members.empty())
+  if (losesCounts)
     closedGroup_ = k;
   else if (std::find(members.begin(), members.end(), number) != members.end())
     openGroup(k);

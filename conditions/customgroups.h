@@ -85,8 +85,12 @@ class CustomGroups final {
   QStringList fillZdyList();
   void clearZdyGroup(int k);
 
-  /// cmm_ZDY(number): puts the number in or takes it out. A group that loses its last number loses its counts and its switch.
+  /// cmm_ZDY(number): puts the number in or takes it out. A group that loses its last number loses its counts, and with the
+  /// last of them its switch; where none was allowed the switch stays.
   void clickMember(int k, int number);
+
+  /// The groups may have been replaced by others since they were shown: no Check_Zdy is kept disabled.
+  void freeSwitches() { closedGroup_ = 0; }
 
   /// An item of List_ZDYset: a first selected count switches the group on, the last unselected one switches it off.
   void clickCount(int k, int count, bool selected);
@@ -111,7 +115,7 @@ class CustomGroups final {
   void openGroup(int k);
 
   /// Its last count was unselected last: Check_Zdy stays disabled until a count is selected, a number is put in, a common group
-  /// is chosen, the group is cleared, or another group shows. 0: none. Only what is committed changes it.
+  /// is chosen, the group is cleared, another group shows or the page is filled anew. 0: none. A click that fails leaves it.
   int closedGroup_ = 0;
   Store& gConn_;
   ConditionPanel& panel_;

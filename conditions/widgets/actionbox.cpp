@@ -11,13 +11,19 @@ namespace elevenfive {
 
 namespace {
 
-/// The keys that choose an entry in a closed box.
-constexpr int listKeys[] = {Qt::Key_Up,   Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown,
-                            Qt::Key_Home, Qt::Key_End,  Qt::Key_Return, Qt::Key_Enter};
+/// The keys that choose an entry in a closed box, and those that open its list.
+constexpr int listKeys[] = {Qt::Key_Up,  Qt::Key_Down,   Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home,
+                            Qt::Key_End, Qt::Key_Return, Qt::Key_Enter,  Qt::Key_Space,    Qt::Key_F4};
 
 /// Whether a key writes a letter, a digit or another visible sign.
 bool isVisibleSign(const QKeyEvent& event) {
   return !event.text().isEmpty() && event.text().front().isPrint() && !event.text().front().isSpace();
+}
+
+/// Alt with an arrow, which opens the list of any box.
+bool asksForTheList(const QKeyEvent& event) {
+  return (event.modifiers() & ~Qt::KeypadModifier) == Qt::AltModifier &&
+         (event.key() == Qt::Key_Up || event.key() == Qt::Key_Down);
 }
 
 }  // namespace
@@ -29,13 +35,14 @@ ActionBox::ActionBox(QWidget* parent) : QComboBox(parent) {
 void ActionBox::keyPressEvent(QKeyEvent* event) {
   const bool plain = (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
   const bool opens = std::find(std::begin(listKeys), std::end(listKeys), event->key()) != std::end(listKeys);
-  if (!plain || (!opens && !isVisibleSign(*event))) {
-    QComboBox::keyPressEvent(event);
+  const bool searches = plain && !opens && isVisibleSign(*event);
+  if (!searches && !(plain && opens) && !asksForTheList(*event)) {
+    event->ignore();  // QComboBox would choose by most of the others, whatever is held with them
     return;
   }
   event->accept();
   showPopup();
-  if (!opens)
+  if (searches)
     view()->keyboardSearch(event->text());
 }
 

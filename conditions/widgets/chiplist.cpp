@@ -83,6 +83,10 @@ void ChipList::invertSelection() {
                            QItemSelectionModel::Toggle);
 }
 
+QItemSelectionModel::SelectionFlags ChipList::selectionCommand(const QModelIndex& index, const QEvent* event) const {
+  return event == nullptr ? QItemSelectionModel::NoUpdate : QListWidget::selectionCommand(index, event);
+}
+
 void ChipList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
   QListWidget::selectionChanged(selected, deselected);
   if (filling_)

@@ -1,6 +1,6 @@
 // A list of values to allow or not, shown as chips that wrap into rows. A click toggles a value, dragging takes several, and
 // the space bar toggles the current one. Shift with a click or an arrow selects the whole range from the value that was
-// last clicked or toggled without it.
+// last clicked or toggled without it. Typing goes to the value that begins with what was typed and toggles nothing.
 #pragma once
 
 #include <QListWidget>
@@ -34,6 +34,8 @@ class ChipList final : public QListWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  /// Without an event nothing is toggled: the search for typed text only moves to its find.
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
  private:

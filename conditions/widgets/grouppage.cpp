@@ -18,6 +18,7 @@
 #include "conditions/widgets/chiplist.h"
 #include "conditions/widgets/listbuttons.h"
 #include "conditions/widgets/pickpage.h"
+#include "conditions/widgets/wheelguard.h"
 #include "model/navigators.h"
 #include "model/store.h"
 #include "model/widgets/faultbox.h"
@@ -55,6 +56,7 @@ GroupPage::GroupPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, Inputs& 
   tabs_->setAccessibleName(u"自定义组"_s);
   tabs_->setExpanding(false);
   tabs_->setUsesScrollButtons(true);
+  passWheelOn(*tabs_);
   for (int k = 1; k <= zdyGroupCount; ++k)
     tabs_->addTab(zdyColumn(k));
   auto* layout = new QVBoxLayout(this);
@@ -264,6 +266,7 @@ void GroupPage::chooseCommon(int index) {
 }
 
 void GroupPage::reload() {
+  groups_.freeSwitches();
   withFaultBox(boxes_, [this] {
     showGroup();
     showLines();

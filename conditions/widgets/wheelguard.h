@@ -1,5 +1,5 @@
 // Keeps the wheel from choosing: on pages that write every choice at once, a turn of the wheel over a box or a tab would
-// change a condition unasked.
+// change a condition unasked, or what the next click changes.
 #pragma once
 
 class QWidget;

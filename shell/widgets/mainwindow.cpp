@@ -12,6 +12,7 @@
 
 #include "acquire/widgets/caizongtip.h"
 #include "conditions/widgets/conditionview.h"
+#include "conditions/widgets/wheelguard.h"
 #include "conditions/widgets/zonepage.h"
 #include "engine/widgets/resultdialogs.h"
 #include "engine/widgets/runpanel.h"
@@ -91,6 +92,7 @@ void MainWindow::buildBody() {
   topTabs_->setAccessibleName(u"主页面"_s);
   topTabs_->setExpanding(false);
   topTabs_->setDrawBase(false);
+  passWheelOn(*topTabs_);
   topTabs_->ensurePolished();  // tabs are measured once, as they are added
   for (const QStringView caption : topCaptions)
     topTabs_->addTab(caption.toString());

@@ -151,6 +151,7 @@ TEST_F(Groups, BoxOfAGroupThatLostItsLastCountOpensWithACommonGroupAndWithCleari
 
 TEST_F(Groups, AClickThatIsTakenBackLeavesTheBoxAsItWas) {
   groups.clickMember(1, 4);
+  groups.clickCount(1, 2, true);
   workspace.store().execute("test",
                             "CREATE TEMP TRIGGER full BEFORE UPDATE ON 过滤条件使用情况 WHEN OLD.条件 = 20 BEGIN "
                             "SELECT RAISE(ABORT, 'disk full'); END");
@@ -196,6 +197,17 @@ TEST_F(Groups, LosingTheLastMemberDropsCountsAndSwitch) {
   EXPECT_EQ(allowed(4500, 4509), QString());
   EXPECT_EQ(conditionUse(workspace.store(), 51), 0);
   EXPECT_FALSE(groups.showZdyGroup(11).countsEnabled);
+}
+
+TEST_F(Groups, LosingTheLastMemberOfAGroupWithoutCountsLeavesItsSwitchAndItsBox) {
+  groups.clickMember(1, 5);
+  groups.clickUse(1, true);
+  groups.clickMember(1, 5);
+  EXPECT_EQ(conditionUse(workspace.store(), 20), 1);
+  EXPECT_EQ(line(1), u"自定义组1 ——（ 无 号 码 ）"_s);
+  groups.clickMember(5, 9);  // in and out again; the factory set allows no count of this group
+  groups.clickMember(5, 9);
+  EXPECT_TRUE(groups.showZdyGroup(5).useEnabled);
 }
 
 TEST_F(Groups, StateShowsMembersAndCounts) {

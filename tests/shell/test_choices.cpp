@@ -91,6 +91,16 @@ TEST_F(ChoicesTest, TheWheelOverTheModesChangesNoMode) {
   EXPECT_TRUE(ports.boxes.empty());
 }
 
+TEST_F(ChoicesTest, TheWheelOverTheGroupsAndThePagesTurnsNoTab) {
+  openTab(22);
+  for (const QString& name : {u"TabStrip_ZDYchose"_s, u"TabStrip_Top"_s}) {
+    auto& tabs = the<QTabBar>(name);
+    tabs.setCurrentIndex(1);
+    EXPECT_EQ(turnsPassedOn(tabs), 3) << name.toStdString();
+    EXPECT_EQ(tabs.currentIndex(), 1) << name.toStdString();
+  }
+}
+
 TEST_F(ChoicesTest, KeysOnTheClosedCommonGroupsOpenTheListAndChangeNothing) {
   openTab(22);
   const QStringList before = conditions();
@@ -102,6 +112,37 @@ TEST_F(ChoicesTest, KeysOnTheClosedCommonGroupsOpenTheListAndChangeNothing) {
     common().hidePopup();
     EXPECT_EQ(conditions(), before) << key;
     EXPECT_EQ(common().currentIndex(), -1) << key;
+  }
+}
+
+TEST_F(ChoicesTest, KeysHeldWithCtrlAltOrMetaOnTheClosedCommonGroupsChangeNothing) {
+  openTab(22);
+  const QStringList before = conditions();
+  for (const Qt::KeyboardModifier modifier : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier}) {
+    for (const int key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Home, Qt::Key_End,
+                          Qt::Key_Return, Qt::Key_1, Qt::Key_Backspace}) {
+      common().setFocus();
+      QTest::sendKeyEvent(QTest::Click, &common(), static_cast<Qt::Key>(key), key == Qt::Key_1 ? u"1"_s : QString(),
+                          modifier);
+      common().hidePopup();
+      EXPECT_EQ(conditions(), before) << modifier << ' ' << key;
+      EXPECT_EQ(common().currentIndex(), -1) << modifier << ' ' << key;
+    }
+  }
+}
+
+TEST_F(ChoicesTest, AltWithAnArrowAndF4OpenTheClosedCommonGroups) {
+  openTab(22);
+  struct Keys {
+    Qt::Key key;
+    Qt::KeyboardModifier modifier;
+  };
+  for (const Keys& keys :
+       {Keys{Qt::Key_Up, Qt::AltModifier}, Keys{Qt::Key_Down, Qt::AltModifier}, Keys{Qt::Key_F4, Qt::NoModifier}}) {
+    common().setFocus();
+    QTest::keyClick(&common(), keys.key, keys.modifier);
+    EXPECT_TRUE(common().view()->isVisible()) << keys.key;
+    common().hidePopup();
   }
 }
 

@@ -277,6 +277,17 @@ TEST_F(ConditionListsTest, APositionsCheckBoxChangesItsOneSwitchAndBack) {
   }
 }
 
+TEST_F(ConditionListsTest, TypingOnAListGoesToAnItemAndChangesNothing) {
+  openTab(19);
+  auto& list = the<QListWidget>(u"List_TiaojianElse"_s);
+  list.setFocus();
+  QTest::keyClicks(&list, u"15"_s);
+  EXPECT_EQ(list.currentRow(), 15);  // the items are 0 to 41
+  EXPECT_EQ(changed(), QStringList{});
+  QTest::keyClick(&list, Qt::Key_Space);
+  EXPECT_EQ(changed().size(), 1);  // only now is one chosen or taken back
+}
+
 TEST_F(ConditionListsTest, ACountOfAGroupChangesItsRowAndTheSwitchOfItsGroup) {
   data.store().execute("test",
                        "UPDATE 过滤条件 SET VALUE = 0 WHERE ID BETWEEN 3800 AND 3899 OR ID BETWEEN 4500 AND 4599");

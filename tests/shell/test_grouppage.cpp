@@ -1,4 +1,5 @@
 // Tab 22, the custom groups, clicked as a person would.
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -95,6 +96,30 @@ TEST_F(GroupPageTest, UnselectingTheLastCountDisablesTheBoxUntilACountIsSelected
   counts.item(4)->setSelected(false);
   the<QListWidget>(u"List_ZDY"_s).setCurrentRow(1);
   EXPECT_TRUE(use.isEnabled());
+}
+
+TEST_F(GroupPageTest, TheBoxOfAGroupThatARestoreOrAnImportReplacedIsFree) {
+  auto& use = the<QCheckBox>(u"Check_Zdy"_s);
+  auto& conditionTabs = the<QListWidget>(u"TabStrip_TiaoJian"_s);
+  const auto close = [&] {
+    conditionTabs.setCurrentRow(21);
+    if (!the<QListWidget>(u"List_ZDYset"_s).isEnabled())
+      clickNumber(5);
+    auto& counts = the<QListWidget>(u"List_ZDYset"_s);
+    counts.item(1)->setSelected(true);
+    counts.clearSelection();
+    return !use.isEnabled();
+  };
+  const QString path = data.folders.program + u"/set.Vorex"_s;
+  files.paths = {path};
+  the<QAction>(u"daocu"_s).trigger();
+  for (const QString& entry : {u"daoru"_s, u"huanyuan"_s}) {
+    ASSERT_TRUE(close()) << entry.toStdString();
+    files.paths = {path};
+    the<QAction>(entry).trigger();
+    conditionTabs.setCurrentRow(21);
+    EXPECT_TRUE(use.isEnabled()) << entry.toStdString();
+  }
 }
 
 TEST_F(GroupPageTest, LosingTheLastNumberSwitchesTheGroupOff) {

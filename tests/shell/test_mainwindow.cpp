@@ -176,8 +176,9 @@ TEST_F(MainWindowTest, TheMachinePickShowsTicketsAndChangesNoPick) {
     if (form == nullptr)
       return;
     poll.stop();
-    for (const QLabel* ticket : form->findChildren<QLabel*>())
-      tickets << ticket->accessibleName();
+    for (int place = 1; place <= 9; ++place)
+      if (const auto* ticket = form->findChild<QWidget*>(u"Picture1_%1"_s.arg(place)))
+        tickets << ticket->accessibleName();
     click(control<QPushButton>(*form, u"cmdOK"_s));
   });
   poll.start(0);

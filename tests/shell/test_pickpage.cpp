@@ -1,5 +1,9 @@
 // The page where numbers are picked: its buttons in the window.
 #include "conditions/widgets/pickpage.h"
+
+#include <QLabel>
+#include <QTimer>
+
 #include "tests/shell/mainwindowtest.h"
 
 namespace elevenfive {
@@ -40,6 +44,37 @@ TEST_F(PickPageTest, ACancelledMachinePickShowsNoTickets) {
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   }
   EXPECT_TRUE(ports.boxes.empty());
+}
+
+TEST_F(PickPageTest, AMachinePickOfThreeShowsThreeTicketsOfFiveBallsAndEndsWithItsButton) {
+  openPicks();
+  ports.typed = {u"3"_s};
+  bool seen = false;
+  QStringList pictures;
+  QStringList balls;
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
+    QWidget* form = QApplication::activeModalWidget();
+    if (form == nullptr)
+      return;
+    poll.stop();
+    seen = form->objectName() == u"frmJixuan"_s && form->windowTitle() == u"机 选"_s && form->isModal();
+    for (int place = 1; place <= 5; ++place)
+      if (const auto* ticket = form->findChild<QWidget*>(u"Picture1_%1"_s.arg(place)))
+        pictures << ticket->accessibleName();
+    for (int place = 1; place <= 25; ++place)
+      if (const auto* ball = form->findChild<QLabel*>(u"Img_jixuan_red_%1"_s.arg(place)))
+        balls << ball->accessibleName();
+    click(control<QPushButton>(*form, u"cmdOK"_s));
+  });
+  poll.start(0);
+  click(the<QPushButton>(u"cmm_jixuan"_s));
+  EXPECT_TRUE(seen);
+  EXPECT_EQ(pictures.size(), 3);
+  EXPECT_EQ(balls.size(), 15);
+  EXPECT_EQ(pictures.join(u' '), balls.join(u' '));
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  EXPECT_EQ(picks(), u"00000000000"_s);
 }
 
 TEST_F(PickPageTest, APickThatCannotBeStoredShowsAsItIsStored) {
