@@ -80,9 +80,14 @@ void DataFile::unpack() {
   tellStrayPack(packIsSound);
 }
 
+void DataFile::restore() {
+  if (QFileInfo::exists(folders_.workingFile()))
+    return;
+  removeJournals();
+  replaceByCopy(files_, folders_.backupFile(), folders_.workingFile());
+}
+
 void DataFile::prepare() {
-  if (!QFileInfo::exists(folders_.workingFile()))
-    restoreBackup();
   if (!QFileInfo::exists(folders_.sideFile()))
     writeSideFile();
   const QString fault = compactMainDb(folders_.workingFile(), true, folders_, files_);
@@ -289,11 +294,6 @@ QString DataFile::newestUsableCopy() const {
     }
   });
   return newest == copies.rend() ? QString() : *newest;
-}
-
-void DataFile::restoreBackup() {
-  removeJournals();
-  replaceByCopy(files_, folders_.backupFile(), folders_.workingFile());
 }
 
 /// A copy that holds no more than the working database just compacted need not stay.

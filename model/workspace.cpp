@@ -60,10 +60,13 @@ std::vector<FolderLock> lockFolders(const DataFolders& folders, FileAccess& file
 }
 
 /// Runs the start's file steps, so that the store can be opened behind them.
-DataFile& made(DataFile& data, const std::function<void()>& unpacked) {
+DataFile& made(DataFile& data, const Workspace::Options& options) {
   data.unpack();
-  if (unpacked)
-    unpacked();
+  if (options.unpacked)
+    options.unpacked();
+  data.restore();
+  if (options.restored)
+    options.restored();
   data.prepare();
   return data;
 }
@@ -163,7 +166,7 @@ Workspace::Workspace(const Folders& folders, const Options& options)
       files_(options.files ? *options.files : realFiles()),
       locks_(lockFolders(folders_, files_)),
       data_(folders_, files_),
-      gConn((made(data_, options.unpacked), folders_.workingFile()), StoreAccess::readWrite) {
+      gConn((made(data_, options), folders_.workingFile()), StoreAccess::readWrite) {
   checkSchema(gConn, StoreKind::main);
   changeCounter_ = changeCounter(gConn.path());
   insertLostRows(gConn);

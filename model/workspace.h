@@ -24,8 +24,9 @@ class Workspace final {
 
   /// What a start may be given beside its folders.
   struct Options {
-    FileAccess* files = nullptr;     ///< null: the disk itself
-    std::function<void()> unpacked;  ///< called once the data is unpacked and this is the only instance
+    FileAccess* files = nullptr;          ///< null: the disk itself
+    std::function<void()> unpacked = {};  ///< called once the data is unpacked and this is the only instance
+    std::function<void()> restored = {};  ///< called once a working database stands, before its backup is taken
   };
 
   /// Takes the single-instance locks, unpacks the data, keeps what an interrupted run left, restores the backup where that

@@ -384,6 +384,23 @@ TEST_F(WorkspaceLife, TheCallAfterUnpackingSeesTheWorkingDatabaseButNoBackupYet)
   EXPECT_TRUE(QFile::exists(folders.backupFile()));
 }
 
+TEST_F(WorkspaceLife, ABackupIsInThePlaceOfALostPackBetweenTheTwoCalls) {
+  { Workspace workspace(folders); }  // its start takes the backup
+  ASSERT_TRUE(QFile::remove(folders.packedFile()));
+  QStringList calls;
+  Workspace::Options options;
+  options.unpacked = [&] {
+    calls << u"unpacked"_s;
+    EXPECT_FALSE(QFile::exists(folders.workingFile()));
+  };
+  options.restored = [&] {
+    calls << u"restored"_s;
+    EXPECT_TRUE(QFile::exists(folders.workingFile()));
+  };
+  Workspace workspace(folders, options);
+  EXPECT_EQ(calls, QStringList({u"unpacked"_s, u"restored"_s}));
+}
+
 /// All files of a folder with their bytes.
 QMap<QString, QByteArray> contentOf(const QString& folder) {
   QMap<QString, QByteArray> content;

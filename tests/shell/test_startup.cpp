@@ -24,6 +24,7 @@ class RecordingScreens final : public Screens {
   int mode = 1;      ///< the answer of frmFirstrun; 0: 退出系统
   QString userName;  ///< typed into frmODBCLogon; empty: noLogOn
   LogOn noLogOn = LogOn::end;
+  bool endsAfterFault = false;
   int game = 0;          ///< chosen in frmDB
   QString historyFault;  ///< thrown when the history is bound
   QString panelFault;    ///< thrown when the panels are made
@@ -57,7 +58,13 @@ class RecordingScreens final : public Screens {
     log_ << u"logon"_s;
     if (userName.isEmpty())
       return noLogOn;
-    return users.cmdOK(userName, {}) ? LogOn::done : noLogOn;
+    try {
+      return users.cmdOK(userName, {}) ? LogOn::done : noLogOn;
+    } catch (const Error&) {
+      if (!endsAfterFault)
+        throw;
+      return LogOn::end;  // the form tells the fault and stays; then 退出系统
+    }
   }
   void setUserCaption(const Users& users) override { log_ << users.caption(u"caption"_s); }
   void showChartMode() override {
@@ -179,6 +186,24 @@ TEST_F(StartupTest, AHelpFileInTheProgramFolderBecomesTheHelp) {
   ASSERT_GE(splash, 0);
   EXPECT_EQ(ports.log.sliced(splash, 3), QStringList({u"splash"_s, u"help elevenfive-help.html"_s,
                                                       u"create program/elevenfive.bak.new"_s}));  // the backup
+}
+
+TEST_F(StartupTest, TheBackupIsInThePlaceOfALostPackBeforeTheHelpIsSet) {
+  { const Workspace workspace(folders, {&quick, {}}); }  // its start takes the backup
+  ASSERT_TRUE(QFile::remove(folders.packedFile()));
+  QFile file(folders.program + u"/elevenfive-help.html"_s);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  FaultyFiles disk;
+  disk.shared = &ports.log;
+  Startup start(folders, ports, screens, disk);
+  ASSERT_TRUE(start.start());
+  const QStringList order{u"splash"_s, u"rename temp/elevenfive.dat.new -> temp/elevenfive.dat"_s,
+                          u"help elevenfive-help.html"_s, u"create program/elevenfive.bak.new"_s};
+  QStringList found;
+  for (const QString& step : ports.log)
+    if (order.contains(step))
+      found << step;
+  EXPECT_EQ(found, order);
 }
 
 TEST_F(StartupTest, AFaultBeforeTheWindowIsUpEndsTheStart) {
@@ -313,6 +338,18 @@ class SpoilingFiles final : public FileAccess {
  private:
   UnflushedFiles quick_;
 };
+
+TEST_F(StartupTest, AnAccountMadeByALogonThatFailedIsKeptForTheNextStartToTell) {
+  prepare("INSERT INTO 日志表 (序号, 期号) VALUES (1, 1)");
+  prepare("CREATE TRIGGER fault BEFORE DELETE ON 日志表 BEGIN SELECT RAISE(ABORT, 'disk'); END");
+  screens.mode = 2;
+  screens.userName = u"甲"_s;
+  screens.endsAfterFault = true;
+  EXPECT_FALSE(startup.start());
+  ASSERT_TRUE(QFile::exists(folders.workingFile()));
+  Store kept(folders.workingFile(), StoreAccess::readOnly);
+  EXPECT_EQ(kept.value("test", "SELECT COUNT(*) FROM 用户表 WHERE 用户名 = '甲'"), 1);
+}
 
 TEST_F(StartupTest, ADatabaseThatCannotBeOpenedIsToldWithTheAdvice) {
   SpoilingFiles disk;
