@@ -91,6 +91,30 @@ TEST_F(PackCommands, TheProgramsOwnFilesAreNoTargetsOfAnyExport) {
   EXPECT_FALSE(QFile::exists(cli.path(u"x"_s)));
 }
 
+TEST_F(PackCommands, WithoutAPackedDataFileNothingElseOfTheProgramsIsTakenForIt) {
+  const QString one = file(u"one"_s, "1");
+  const QString own = cli.path(u"TJmode.tjmod"_s);
+  const auto outcome = cli.call({u"pack"_s, one, one, own});
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_TRUE(outcome.err.contains(u"文件 %1 是程序自己的文件，请换一个文件名。"_s.arg(own)))
+      << outcome.err.toStdString();
+  EXPECT_FALSE(QFile::exists(own));
+  EXPECT_EQ(cli.call({u"pack"_s, one, one, cli.path(u"./elevenfive.dat"_s)}).status, exitDone);
+}
+
+TEST_F(PackCommands, FilesBesideWithTheNamesOfScratchFilesStay) {
+  const QString one = file(u"a"_s, "abc");
+  const QString two = file(u"b"_s, "xy");
+  const QString pack = cli.path(u"p"_s);
+  for (const QString& name : {u"p.new"_s, u"o1.new"_s, u"o2.new"_s})
+    file(name, "notes");
+  EXPECT_EQ(cli.call({u"pack"_s, one, two, pack}).status, exitDone);
+  EXPECT_EQ(cli.call({u"unpack"_s, pack, cli.path(u"o2"_s), cli.path(u"o1"_s)}).status, exitDone);
+  for (const QString& name : {u"p.new"_s, u"o1.new"_s, u"o2.new"_s})
+    EXPECT_EQ(content(cli.path(name)), "notes");
+  EXPECT_EQ(content(cli.path(u"o1"_s)), "abc");
+}
+
 TEST_F(PackCommands, WhatWasUnpackedCanBePackedIntoTheDataFileAgain) {
   cli.call({u"init"_s});
   const QString pack = cli.path(u"elevenfive.dat"_s);
