@@ -63,7 +63,7 @@ bool DataFile::unpackToTemp() {
 }
 
 void DataFile::unpack() {
-  files_.makeFolder(folders_.temporary);
+  makePrivateFolder(files_, folders_.temporary);
   keepStrayPack();
   keepInterrupted();  // the newer work: it gets the higher number
   bool packIsSound = false;
@@ -205,15 +205,20 @@ void DataFile::keepInterrupted() {
 }
 
 /// The pack in Bak differs from the packed data file only where the last step of a close failed, or where someone has taken
-/// the packed data file away or damaged it: then it may be the newest work there is.
+/// the packed data file away or damaged it: then it may be the newest work there is, also where it is not sound.
 void DataFile::keepStrayPack() {
   const QString& stray = folders_.packInTransit();
   twinStands_ = sameContent(stray, folders_.packedFile());
   if (!QFileInfo(stray).isFile() || twinStands_)
     return;
   stray_ = keepPack(stray);
-  if (!stray_.isEmpty())
+  if (!stray_.isEmpty()) {
     files_.remove(stray);  // else each start would keep it anew, in the place of newer work
+    return;
+  }
+  const QString name = damagedName(stray);  // its own the next close writes over
+  files_.rename(stray, name);
+  notices_ << u"Bak 中的数据包已损坏，保留为 %1。"_s.arg(name);
 }
 
 /// Beside a pack that is sound the one in Bak is what a close could not put in its place, or someone has put back an older
@@ -311,8 +316,8 @@ void DataFile::removeJournals() {
 /// What processes that were ended left of files that never came into their places. All of it is ours: the folders are locked.
 void DataFile::removeLeftovers() noexcept {
   const std::pair<QString, QStringList> leftovers[] = {
-      {folders_.program, {u"elevenfive.*.new"_s, u"TJmode.tjmod.new"_s, u"*.uVorex.new"_s}},
-      {folders_.bakFolder(), {u"elevenfive.dat.new"_s}},
+      {folders_.program, {u"elevenfive.*.new"_s, u"TJmode.tjmod*.new"_s, u"*.uVorex*.new"_s}},
+      {folders_.bakFolder(), {u"elevenfive.dat*.new"_s}},
       {folders_.temporary, {u"elevenfive.*.new"_s, u"Temp_fu*.mdb*"_s, u"Temp_user.uVorex*"_s}},
   };
   try {

@@ -8,7 +8,7 @@
 //
 // Promises: the packed data file is replaced only by a complete, flushed and compared one, so at no instant is there no good
 // copy. A database that is not sound is never started on and never packed. Interrupted work goes to Bak (the newest three
-// stay) before anything replaces it; a damaged pack stays where it is under another name. The folders must be locked.
+// stay) before anything replaces it; a damaged pack, the one in Bak too, stays where it is under another name. The folders must be locked.
 #pragma once
 
 #include <QString>

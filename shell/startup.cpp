@@ -203,8 +203,8 @@ bool Startup::saveConditions() {
   return boxes_.ask(u"用户“%1”的过滤条件没有保存，仍要退出吗？"_s.arg(name));
 }
 
-/// What cannot be put back is tried as often as the person likes; it stays in the temporary folder otherwise, and the next
-/// start keeps it in Bak.
+/// What cannot be put back is tried as often as the person likes. Otherwise it stays in the temporary folder, and the next
+/// start keeps it in Bak; where it was removed from there, the workspace has kept it in Bak and the box says so.
 void Startup::putDataBack() {
   for (;;) {
     try {

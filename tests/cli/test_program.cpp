@@ -159,17 +159,14 @@ TEST_F(Program, HostileTextIsData) {
   const auto outcome = cli.call({u"source"_s, u"set"_s, hostile, u"a"_s});
   EXPECT_EQ(outcome.status, exitFailed);
   EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 没有名为“%1”的地址。\n"_s.arg(hostile));
-  const QString address = u"http://x.test/';DROP/**/TABLE/**/数据源;--\"\\"_s;
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, address}).status, exitDone);
-  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), address + u'\n');
+  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, hostile}).status, exitDone);
+  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), hostile + u'\n');
 }
 
 TEST_F(Program, AnAddressThatIsTooLongIsRefused) {
-  const QString longest = u"http://x.test/"_s + QString(186, u'a');
-  ASSERT_EQ(longest.size(), 200);
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, longest}).status, exitDone);
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, longest + u'b'}).status, exitFailed);
-  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), longest + u'\n');
+  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, QString(200, u'a')}).status, exitDone);
+  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, QString(201, u'b')}).status, exitFailed);
+  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), QString(200, u'a') + u'\n');
 }
 
 TEST_F(Program, BatchTakesAFileNameAndNoOption) {

@@ -206,6 +206,29 @@ TEST_F(Files, TheProgramsOwnFilesAreNeverOverwritten) {
   EXPECT_TRUE(ports.boxes.empty());
 }
 
+TEST_F(Files, WithoutPackAndBackupANewNameIsStillNoneOfTheProgramsOwn) {
+  ASSERT_TRUE(QFile::remove(workspace.folders.packedFile()));
+  ASSERT_TRUE(QFile::remove(workspace.folders.backupFile()));
+  EXPECT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导出完成！"_s});
+}
+
+TEST_F(Files, AFileOfTheScratchFilesNameSurvivesTheExport) {
+  QFile mine(question.path + u".new"_s);
+  ASSERT_TRUE(mine.open(QIODevice::WriteOnly));
+  mine.write("notes");
+  mine.close();
+  EXPECT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(bytesOf(mine.fileName()), "notes");
+  EXPECT_EQ(rowsOf(question.path, "SELECT COUNT(*) FROM 过滤条件"), QStringList{u"1280"_s});
+}
+
+TEST_F(Files, TheExportGoesOnWhereTheTemporaryFolderWasCleared) {
+  ASSERT_TRUE(QDir(workspace.folders.temporary).removeRecursively());
+  EXPECT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导出完成！"_s});
+}
+
 TEST_F(Files, NoToTheOverwriteQuestionLeavesTheOldFile) {
   QFile file(question.path);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));

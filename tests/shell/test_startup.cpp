@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -533,6 +534,59 @@ TEST_F(StartupTest, LeavingTheSystemWhileSwitchingPacksNothingAndTheNextStartKee
   EXPECT_TRUE(copy.startsWith(folders.bakFolder()));
   Store kept(copy, StoreAccess::readOnly);
   EXPECT_EQ(kept.value("test", "SELECT 期号 FROM 历史记录"), 11031511);
+}
+
+TEST_F(StartupTest, ATemporaryFolderThatWasClearedTakesNeitherTheUsersConditionsNorTheData) {
+  screens.mode = 2;
+  screens.userName = u"甲"_s;
+  addDraw();
+  ASSERT_TRUE(startup.start());
+  startup.workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");
+  startup.workspace().gConn.execute("test", "DELETE FROM 历史记录");
+  ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
+  ports.log.clear();
+  EXPECT_TRUE(startup.close(true));
+  EXPECT_EQ(ports.log.filter(u"没有"_s), QStringList());
+  {
+    Store saved(folders.program + u"/甲.uVorex"_s, StoreAccess::readOnly);
+    EXPECT_EQ(saved.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
+  }
+  EXPECT_EQ(stored("SELECT COUNT(*) FROM 历史记录"), 0);
+  ASSERT_TRUE(startup.start());
+  EXPECT_EQ(startup.workspace().gConn.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
+}
+
+TEST_F(StartupTest, SwitchingSavesTheOldUserAlsoWhereTheTemporaryFolderWasCleared) {
+  screens.mode = 2;
+  screens.userName = u"甲"_s;
+  ASSERT_TRUE(startup.start());
+  startup.workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");
+  ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
+  screens.userName.clear();
+  screens.noLogOn = LogOn::shut;
+  EXPECT_EQ(startup.switchUser(), UserSwitch::stayed);
+  Store saved(folders.program + u"/甲.uVorex"_s, StoreAccess::readOnly);
+  EXPECT_EQ(saved.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
+}
+
+TEST_F(StartupTest, WorkWithoutAPlaceIsToldWhereItWasKept) {
+  ASSERT_TRUE(startup.start());
+  startup.workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");
+  ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
+  QFile inTheWay(folders.temporary);
+  ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+  ports.boxes.clear();
+  ports.answers = {Answer::no};
+  EXPECT_TRUE(startup.close(true));
+  const QStringList copies = QDir(folders.bakFolder()).entryList({u"elevenfive-*.bak"_s}, QDir::Files);
+  ASSERT_EQ(copies.size(), 1);
+  const QString copy = folders.bakFolder() + u'/' + copies.first();
+  ASSERT_EQ(ports.boxes.size(), 2U);
+  EXPECT_TRUE(ports.boxes[0].text.endsWith(
+      u"工作数据库 %1 在运行中被删除，本次的改动已保存为 %2。"_s.arg(folders.workingFile(), copy)));
+  EXPECT_EQ(ports.boxes[1].text, u"数据没有写回，要再试一次吗？"_s);
+  Store kept(copy, StoreAccess::readOnly);
+  EXPECT_EQ(kept.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
 }
 
 TEST_F(StartupTest, WithoutTheTemplateTheConditionsAreNotLostUnasked) {
