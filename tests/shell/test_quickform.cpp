@@ -286,6 +286,14 @@ TEST_F(QuickFormTest, WhatAFormLeavesIsDoneAfterAWhileWhereTheDesktopKeepsTheWin
   EXPECT_TRUE(QTest::qWaitFor([&] { return tab() == 7; }, 5000));
 }
 
+TEST_F(QuickFormTest, WhatAFormLeavesIsForgottenOnceTheDataGoes) {
+  window->leaveAction(4);
+  window->releaseData();
+  activateWindow();
+  QTest::qWait(600);
+  EXPECT_EQ(tab(), 1);
+}
+
 TEST_F(QuickFormTest, AnotherUserDoesNotFindWhatWasTyped) {
   openForm();
   type(0, u"[30]"_s);
