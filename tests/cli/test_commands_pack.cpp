@@ -82,8 +82,10 @@ TEST_F(PackCommands, TheProgramsOwnFilesAreNoTargetsOfAnyExport) {
       EXPECT_TRUE(outcome.err.contains(u"文件 %1 是程序自己的文件，请换一个文件名。"_s.arg(own)))
           << words.join(u' ').toStdString() << outcome.err.toStdString();
     }
-    if (name != u"elevenfive.bak"_s) {  // which each start takes anew
-      EXPECT_EQ(content(own), before);
+    if (name == u"TJmode.tjmod"_s) {  // which an export fills before it asks for a path
+      EXPECT_TRUE(content(own).startsWith("SQLite format 3"));
+    } else if (name != u"elevenfive.bak"_s) {  // which each start takes anew
+      EXPECT_TRUE(content(own) == before) << name.toStdString();
     }
   }
   EXPECT_FALSE(QFile::exists(cli.path(u"x"_s)));

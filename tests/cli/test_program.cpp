@@ -263,6 +263,26 @@ TEST_F(Program, BatchReadsAFileOrStandardInput) {
   EXPECT_EQ(cli.call({u"batch"_s}, u"sql 'SELECT 3 AS z'\n"_s).out, printed);
 }
 
+TEST_F(Program, ABatchFileIsReadInOneCodeAsAWhole) {
+  writeFile(cli.path(u"gb.txt"_s), "sql \"SELECT '\xC6\xDA\xBA\xC5' AS z\"\n");
+  EXPECT_EQ(cli.call({u"batch"_s, cli.path(u"gb.txt"_s)}).out, u"> sql \"SELECT '期号' AS z\"\nz\n期号\n"_s);
+  // One byte that is no UTF-8 in the second line: the first one is not read in another code than it.
+  writeFile(cli.path(u"both.txt"_s), "sql \"SELECT '\xE6\x9C\x9F' AS z\"\nsql \"SELECT '\xFF' AS z\"\n");
+  const auto both = cli.call({u"batch"_s, cli.path(u"both.txt"_s)});
+  EXPECT_EQ(both.status, exitUsage);
+  EXPECT_FALSE(both.out.contains(u"期"_s)) << both.out.toStdString();
+}
+
+TEST_F(Program, ALineOfStandardInputThatIsNoUtf8IsWrongWordsAndChangesNothing) {
+  // The last character of the name is cut off; the bytes would be another name in another code.
+  const auto outcome = cli.callWithBytes({u"batch"_s}, "user logon \xE7\x94\xB2\xE5 p --create\n");
+  EXPECT_EQ(outcome.status, exitUsage);
+  EXPECT_TRUE(outcome.err.startsWith(u"命令行含有不能使用的字符。"_s)) << outcome.err.toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 用户表"_s), u"1\n"_s);
+  EXPECT_EQ(cli.callWithBytes({u"batch"_s}, "\xEF\xBB\xBFsql 'SELECT 3 AS z'\n").out,
+            u"> sql 'SELECT 3 AS z'\nz\n3\n"_s);
+}
+
 TEST_F(Program, BatchOfAMissingFileFails) {
   const auto outcome = cli.call({u"batch"_s, cli.path(u"none.txt"_s)});
   EXPECT_EQ(outcome.status, exitFailed);
