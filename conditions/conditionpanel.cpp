@@ -76,7 +76,7 @@ std::vector<ConditionPanel::ListState> ConditionPanel::valueLists(int tab) {
   return states;
 }
 
-std::vector<ConditionPanel::ListState> ConditionPanel::fillLists(int tab) {
+std::vector<ConditionPanel::ListState> ConditionPanel::fillValueList(int tab) {
   const ConditionTab* row = conditionTab(tab);
   if (run_ != nullptr && row != nullptr)
     for (const ValueList& list : row->lists)
