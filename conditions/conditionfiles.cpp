@@ -84,10 +84,12 @@ bool ConditionFiles::exportConditions(const QDate& today) {
   if (path.isEmpty())
     return false;
   demandForeign(path, folders);
-  if (isFile(path) && !boxes_.ask(u"要覆盖这个文件吗？"_s))
+  const bool replaced = isFile(path);
+  if (replaced && !boxes_.ask(u"要覆盖这个文件吗？"_s))
     return false;
-  removeBeside(path);  // a journal of the old file would be rolled back into the new one
   replaceByCopy(realFiles(), folders.templateFile(), path);
+  if (replaced)  // only now: until it was replaced, they were a part of the old file
+    removeBeside(placeOf(path));
   boxes_.plain(u"导出完成！"_s);
   return true;
 }

@@ -422,6 +422,27 @@ TEST_F(Files, WhatAnotherProgramLeftBesideAFileIsNoPartOfIt) {
   EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"set.Vorex"_s});
 }
 
+TEST_F(Files, AnExportToANewNameTakesNothingAwayBesideIt) {
+  QFile beside(question.path + u"-journal"_s);
+  ASSERT_TRUE(beside.open(QIODevice::WriteOnly));
+  beside.close();
+  exportSet();
+  EXPECT_TRUE(beside.exists());
+}
+
+TEST_F(Files, AnExportThroughALinkTakesAwayWhatStoodBesideItsTarget) {
+  const QString target = folder.filePath(u"target.Vorex"_s);
+  for (const QString& path : {target, target + u"-wal"_s, question.path + u"-wal"_s}) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("x");
+  }
+  ASSERT_TRUE(QFile::link(target, question.path));
+  ASSERT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files, QDir::Name),
+            (QStringList{u"set.Vorex"_s, u"set.Vorex-wal"_s, u"target.Vorex"_s}));
+}
+
 TEST_F(Files, AFileThatIsLockedIsReadAtOnce) {
   changeEverything();
   exportSet();
