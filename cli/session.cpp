@@ -31,14 +31,14 @@ OpenProgram& Session::program() {
     if (fillsFolder_)
       Workspace::install(folders_);
     program_ = std::make_unique<OpenProgram>(folders_, ports_, resultFiles_);
+    for (const QString& notice : program_->workspace.notices())
+      ports_.information(notice);
     if (readBallColors(program_->workspace.gConn).size() < std::size_t{numberCount}) {  // as the window's start
       ports_.plain(u"程序初始化出错,即将退出。。。"_s);
       program_->workspace.abandon();
       program_.reset();
       throw Refused();
     }
-    for (const QString& notice : program_->workspace.notices())
-      ports_.information(notice);
   }
   return *program_;
 }

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 #include <utility>
@@ -29,6 +30,17 @@ QString freeName(const QString& beginning) {
   for (int n = 2; QFileInfo::exists(name); ++n)
     name = stamped + u"-%1"_s.arg(n);
   return name;
+}
+
+/// A pack that may not be read says nothing about its content: nothing is moved or chosen because of it.
+void demandReadable(const DataFolders& folders) {
+  QFile pack(folders.packedFile());
+  if (!QFileInfo(pack).isFile() || pack.open(QIODevice::ReadOnly))
+    return;
+  QString sentence = u"无法打开文件 %1，请检查它的权限。"_s.arg(folders.packedFile());
+  if (QFileInfo::exists(folders.backupFile()))
+    sentence += u"上次启动时的数据还保存在 %1 中。"_s.arg(folders.backupFile());
+  throw FileError(sentence);
 }
 
 }  // namespace
@@ -64,6 +76,7 @@ bool DataFile::unpackToTemp() {
 
 void DataFile::unpack() {
   makePrivateFolder(files_, folders_.temporary);
+  demandReadable(folders_);
   keepStrayPack();
   keepInterrupted();  // the newer work: it gets the higher number
   bool packIsSound = false;
@@ -260,6 +273,11 @@ void DataFile::useAnother(const QString& reason) {
   } else {
     notices_ << u"找不到数据文件，已改用上次没有保存的数据。"_s;
   }
+  if (!hasBackup && QFileInfo(folders_.backupFile()).isFile()) {  // the backup of this start would replace it
+    const QString name = damagedName(folders_.backupFile());
+    files_.rename(folders_.backupFile(), name);
+    notices_ << u"备份文件也已损坏，保留为 %1。"_s.arg(name);
+  }
   if (useWorking)
     continuesInterrupted_ = true;
   if (!useWorking) {
@@ -296,10 +314,10 @@ QString DataFile::newestUsableCopy() const {
   return newest == copies.rend() ? QString() : *newest;
 }
 
-/// A copy that holds no more than the working database just compacted need not stay.
+/// A copy that holds no more than the working database just compacted need not stay, where a packed data file stands.
 void DataFile::settleInterrupted() {
   if (!interrupted_.isEmpty()) {
-    if (sameContent(interrupted_, folders_.workingFile()))
+    if (!needsPutBack_ && sameContent(interrupted_, folders_.workingFile()))
       files_.remove(interrupted_);
     else if (!continuesInterrupted_)
       notices_ << u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(interrupted_);

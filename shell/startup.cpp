@@ -1,6 +1,7 @@
 #include "shell/startup.h"
 
 #include <QFileInfo>
+#include <utility>
 
 #include "model/errors.h"
 #include "model/navigators.h"
@@ -67,14 +68,21 @@ bool Startup::start() {
 
 /// From the main form on; false where 退出系统 was chosen.
 bool Startup::showProgram() {
-  for (const QString& notice : workspace_->notices())
-    boxes_.critical(notice);
+  tellNotices();
   if (!askForUserMode() || !logOnUser())
     return false;
   screens_.showChartMode();
   offerGames();
   screens_.fillZdyGroups();
   return true;
+}
+
+/// What the unpacking has moved or kept is told once, also where the start fails behind it: the next one has nothing to tell.
+void Startup::tellNotices() {
+  if (std::exchange(noticesTold_, true))
+    return;
+  for (const QString& notice : workspace_->notices())
+    boxes_.critical(notice);
 }
 
 bool Startup::openWorkspace() {
@@ -165,7 +173,7 @@ void Startup::offerGames() {
 
 UserSwitch Startup::switchUser() {
   const QString name = workspace_->gUserName;
-  if (!users_->saveUserFile(name) && !boxes_.ask(u"用户“%1”的过滤条件没有保存，仍要切换用户吗？"_s.arg(name)))
+  if (!saveConditions(u"用户“%1”的过滤条件没有保存，仍要切换用户吗？"_s))
     return UserSwitch::stayed;
   const LogOn left = screens_.logOn(*users_);
   if (left == LogOn::end)
@@ -178,7 +186,7 @@ UserSwitch Startup::switchUser() {
 bool Startup::close(bool exitNoAsk) {
   if (!exitNoAsk && !boxes_.ask(u"确认要退出吗？"_s))
     return false;
-  if (!saveConditions())
+  if (!saveConditions(u"用户“%1”的过滤条件没有保存，仍要退出吗？"_s))
     return false;
   for (const QStringView form : closingForms)
     screens_.unload(form.toString());
@@ -190,7 +198,7 @@ bool Startup::close(bool exitNoAsk) {
   return true;
 }
 
-bool Startup::saveConditions() {
+bool Startup::saveConditions(const QString& question) {
   const QString name = workspace_->gUserName;
   if (workspace_->gUserMode <= static_cast<int>(UserMode::one) || name.isEmpty())
     return true;
@@ -200,7 +208,7 @@ bool Startup::saveConditions() {
   } catch (const Error& fault) {
     boxes_.critical(fault.message());
   }
-  return boxes_.ask(u"用户“%1”的过滤条件没有保存，仍要退出吗？"_s.arg(name));
+  return boxes_.ask(question.arg(name));
 }
 
 /// What cannot be put back is tried as often as the person likes. Otherwise it stays in the temporary folder, and the next
@@ -229,6 +237,7 @@ void Startup::quit() {
 /// A start that comes to nothing. The user mode may have been chosen, which can be asked again; where a logon has got further
 /// than that, an account may have been made or have gone with its file.
 void Startup::fail() {
+  tellNotices();
   screens_.releaseData();
   users_.reset();
   catalogue_.reset();

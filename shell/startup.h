@@ -102,7 +102,8 @@ class Startup final {
   bool askForUserMode();
   bool logOnUser();
   void offerGames();
-  bool saveConditions();
+  bool saveConditions(const QString& question);
+  void tellNotices();
   void putDataBack();
 
   Workspace::Folders folders_;
@@ -112,6 +113,7 @@ class Startup final {
   std::unique_ptr<Workspace> workspace_;
   std::unique_ptr<Users> users_;
   std::unique_ptr<Catalogue> catalogue_;
+  bool noticesTold_ = false;
 };
 
 }  // namespace elevenfive

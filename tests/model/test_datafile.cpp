@@ -2,6 +2,7 @@
 
 #include "model/compaction.h"
 #include "tests/model/datalife.h"
+#include "tests/support/diskfaults.h"
 
 namespace elevenfive {
 namespace {
@@ -299,6 +300,53 @@ TEST_F(DataFileLife, ADamagedBackupIsNotStartedOn) {
   QFile::remove(folders.packInTransit());
   spoil(folders.backupFile(), 4096, 4096);
   EXPECT_EQ(startFault(), u"找不到数据文件，备份文件已损坏，程序无法启动。"_s);
+}
+
+TEST_F(DataFileLife, ADamagedBackupIsNotWrittenOverWhereAnInterruptedRunGoesOn) {
+  runWriting(7);
+  crashWriting(8);
+  QFile::remove(folders.packedFile());
+  QFile::remove(folders.packInTransit());
+  write(folders.backupFile(), "garbage");
+  Workspace workspace(folders);
+  EXPECT_EQ(valueOf(workspace.gConn), 8);
+  const QStringList kept = programFiles(u"elevenfive.bak.damaged-*"_s);
+  ASSERT_EQ(kept.size(), 1);
+  const QString path = folders.program + u'/' + kept.first();
+  EXPECT_EQ(read(path), "garbage");
+  EXPECT_EQ(workspace.notices(), (QStringList{u"找不到数据文件，已改用上次没有保存的数据。"_s,
+                                              u"备份文件也已损坏，保留为 %1。"_s.arg(path)}));
+}
+
+TEST_F(DataFileLife, TheOnlyCopyOfAnInterruptedRunStaysWhereNoBackupCanBeTaken) {
+  runWriting(7);
+  crashWriting(8);
+  QFile::remove(folders.packedFile());
+  QFile::remove(folders.packInTransit());
+  QFile::remove(folders.backupFile());
+  ASSERT_TRUE(QDir().mkdir(folders.backupFile()));
+  Workspace workspace(folders);
+  EXPECT_EQ(valueOf(workspace.gConn), 8);
+  const QStringList kept = QDir(folders.bakFolder()).entryList({u"elevenfive-*.bak"_s}, QDir::Files);
+  ASSERT_EQ(kept.size(), 1);
+  EXPECT_EQ(valueInFile(folders.bakFolder() + u'/' + kept.first()), 8);
+}
+
+TEST_F(DataFileLife, APackThatMayNotBeReadEndsTheStartWithNothingMoved) {
+  runWriting(7);
+  runWriting(8);
+  const QStringList before = QDir(folders.bakFolder()).entryList(QDir::Files);
+  ASSERT_TRUE(QFile::setPermissions(folders.packedFile(), {}));
+  {
+    const OrdinaryUser user(folder.path());
+    if (!OrdinaryUser::isBound())
+      GTEST_SKIP() << "root cannot become an ordinary user here";
+    EXPECT_EQ(startFault(), u"无法打开文件 %1，请检查它的权限。上次启动时的数据还保存在 %2 中。"_s.arg(
+                                folders.packedFile(), folders.backupFile()));
+  }
+  EXPECT_EQ(QDir(folders.bakFolder()).entryList(QDir::Files), before);
+  ASSERT_TRUE(QFile::setPermissions(folders.packedFile(), QFile::ReadOwner | QFile::WriteOwner));
+  EXPECT_EQ(nextStart(), 8);
 }
 
 TEST_F(DataFileLife, APackThatLacksATableIsNotStartedOn) {

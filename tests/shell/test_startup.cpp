@@ -367,6 +367,15 @@ TEST_F(StartupTest, TooFewBallsEndIt) {
                                     u"plain [] 程序初始化出错,即将退出。。。"_s, u"release"_s}));
 }
 
+TEST_F(StartupTest, WhatTheUnpackingKeptIsToldAlsoWhereTheStartFailsBehindIt) {
+  prepare("DELETE FROM BallColor WHERE 号码 > 10");
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  QFile::remove(folders.packedFile());
+  QFile::remove(folders.packInTransit());
+  EXPECT_FALSE(startup.start());
+  EXPECT_EQ(ports.boxTexts(), (QStringList{u"程序初始化出错,即将退出。。。"_s, u"找不到数据文件，已改用备份。"_s}));
+}
+
 TEST_F(StartupTest, TheRowsOfTheBallsCountByTheirOrder) {
   TestWorkspace w;
   w.store().execute("test", "UPDATE BallColor SET 号码 = 号码 + 100, 基本号 = 3, 特别号 = 2 WHERE 号码 = 1");
@@ -473,6 +482,21 @@ TEST_F(StartupTest, ConditionsThatCannotBeSavedLetTheUserStay) {
   EXPECT_EQ(ports.boxes[1].text, u"用户“张三”的过滤条件没有保存，仍要退出吗？"_s);
   disk.writableBytes = FaultyFiles::never;
   EXPECT_TRUE(start.close(true));
+}
+
+TEST_F(StartupTest, ConditionsThatCannotBeSavedForALogonOfAnotherAreAskedAbout) {
+  FaultyFiles disk;
+  screens.mode = 2;
+  screens.userName = u"张三"_s;
+  Startup start(folders, ports, screens, disk);
+  ASSERT_TRUE(start.start());
+  disk.writableBytes = 100;
+  ports.boxes.clear();
+  ports.answers = {Answer::no};
+  EXPECT_EQ(start.switchUser(), UserSwitch::stayed);
+  ASSERT_EQ(ports.boxes.size(), 2U);
+  EXPECT_TRUE(ports.boxes[0].text.contains(u"磁盘空间已满"_s));
+  EXPECT_EQ(ports.boxes[1].text, u"用户“张三”的过滤条件没有保存，仍要切换用户吗？"_s);
 }
 
 TEST_F(StartupTest, SwitchingSavesTheOldUserThenLogsOn) {
