@@ -254,8 +254,10 @@ void GroupPage::showLines() {
     lines_->clear();
     lines_->addItems(lines);
   }
-  for (int i = 0; i < lines_->count(); ++i)
+  for (int i = 0; i < lines_->count(); ++i) {
     lines_->item(i)->setText(lines[i]);
+    lines_->item(i)->setToolTip(lines[i].toHtmlEscaped());  // a long line is cut at the list's edge
+  }
   lines_->setCurrentRow(group() - 1);
 }
 
