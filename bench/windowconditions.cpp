@@ -1,5 +1,6 @@
 #include "bench/windowconditions.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
 #include <QFile>
@@ -74,6 +75,92 @@ void measureLists(Bench& bench) {
   }
   report(u"value clicked, slowest tab %1"_s.arg(slowestTab).toUtf8().constData(), slowest, clickGoal,
          "painting that list again", slowestFloor);
+}
+
+/// The numbers of the first tab: a pick, which the counts and both lines of text follow, and all of them at once.
+void measurePicks(Bench& bench) {
+  openTab(bench, 1);
+  Times picks;
+  Times all;
+  Times floor;
+  for (int round = 0; round < rounds; ++round) {
+    auto& number = bench.the<QWidget>(u"cmm_C7_%1"_s.arg(1 + round % 11));
+    bench.time(picks, [&] { click(number); });
+    auto& buttonOfAll = bench.the<QWidget>(round % 2 == 0 ? u"cmm_clsQ"_s : u"cmd_FX_0"_s);
+    bench.time(all, [&] { click(buttonOfAll); });
+    bench.timePainting(floor, bench.the<QWidget>(u"pic_subTiaojian_1"_s));
+  }
+  report("number picked", picks, clickGoal, "painting that page again", floor);
+  report("all numbers picked or cleared", all, clickGoal, "painting that page again", floor);
+}
+
+/// Clicks a check box or option that must be another state after it.
+void clickOther(Bench& bench, QAbstractButton& button, Times& ours) {
+  const bool checked = button.isChecked();
+  bench.time(ours, [&] { button.click(); });
+  if (button.isChecked() == checked)
+    throw std::runtime_error("a click switched nothing: " + button.objectName().toStdString());
+}
+
+/// The slowest check box of the pages, each of which also marks its tab.
+void measureSwitches(Bench& bench) {
+  struct Switch {
+    int tab;
+    QStringView name;
+  };
+  constexpr Switch switches[] = {{2, u"Check_useTiaojiao_1"},     {12, u"Check_useTiaojiao_3"},
+                                 {14, u"Check_useTiaojiao_5"},    {15, u"Check_useDingWeiTiaojiao_32"},
+                                 {16, u"Check_useTiaojiao_else"}, {groupsTab, u"Check_Zdy"},
+                                 {23, u"Check_Historyguolu"},     {24, u"Check_auto"}};
+  bench.workspace.gConn.execute("bench", "UPDATE 号码特性 SET 第3位 = 1");
+  Times slowest;
+  Times slowestFloor;
+  QStringView slowestName;
+  for (const Switch& place : switches) {
+    openTab(bench, place.tab);
+    auto& check = bench.the<QAbstractButton>(place.name.toString());
+    Times ours;
+    Times floor;
+    for (int round = 0; round < rounds; ++round) {
+      clickOther(bench, check, ours);
+      bench.timePainting(floor, check);
+    }
+    if (slowestName.isEmpty() || median(ours.wall) > median(slowest.wall)) {
+      slowest = ours;
+      slowestFloor = floor;
+      slowestName = place.name;
+    }
+  }
+  report(u"box ticked, slowest %1"_s.arg(slowestName).toUtf8().constData(), slowest, clickGoal,
+         "painting that box again", slowestFloor);
+}
+
+/// Options and choices: the tolerance of the positions, the reduction, the match.
+void measureChoices(Bench& bench) {
+  const auto measureOptions = [&](const char* name, int tab, const QString& option, int first) {
+    openTab(bench, tab);
+    bench.the<QAbstractButton>(option.arg(first)).click();
+    bench.paints.finish();
+    Times ours;
+    Times floor;
+    for (int round = 1; round <= rounds; ++round) {
+      auto& button = bench.the<QAbstractButton>(option.arg(first + round % 5));
+      clickOther(bench, button, ours);
+      bench.timePainting(floor, button);
+    }
+    report(name, ours, clickGoal, "painting that option again", floor);
+  };
+  measureOptions("tolerance of the positions chosen", 15, u"Option_DingweiRongcuo_%1"_s, 0);
+  measureOptions("type of the reduction chosen", 24, u"Option_ShuoSuiLeiXing_%1"_s, 3);
+  openTab(bench, 23);
+  auto& match = bench.the<QComboBox>(u"Combo_PiPei"_s);
+  Times ours;
+  Times floor;
+  for (int round = 0; round < rounds; ++round) {
+    bench.time(ours, [&] { match.setCurrentIndex((match.currentIndex() + 1) % match.count()); });
+    bench.timePainting(floor, match);
+  }
+  report("match chosen", ours, clickGoal, "painting that box again", floor);
 }
 
 /// All groups in use with numbers and counts, which makes their lines as long as they get.
@@ -182,6 +269,9 @@ void measureConditionTabs(Bench& bench) {
 
 void measureConditionClicks(Bench& bench) {
   measureLists(bench);
+  measurePicks(bench);
+  measureSwitches(bench);
+  measureChoices(bench);
   measureGroups(bench);
   measureParity(bench);
   measureZones(bench);
