@@ -29,9 +29,9 @@ QUrl detailUrl(const QString& base, const QString& lotteryName, const QString& p
   QString address = provinceAddress(base, lotteryName);
   if (address.isEmpty())
     return {};
-  if (QUrl::fromUserInput(address).path().isEmpty())
+  if (const QUrl whole = sourceUrl(address); whole.path().isEmpty() && !whole.hasQuery() && !whole.hasFragment())
     address += u'/';
-  const QUrl url = QUrl::fromUserInput(address + period.right(periodCharacters) + u".html"_s);
+  const QUrl url = sourceUrl(address + period.right(periodCharacters) + u".html"_s);
   return isWebAddress(url) ? url : QUrl();
 }
 

@@ -73,6 +73,16 @@ TEST_F(DetailPage, TheAddressIsPutInFrontAsItStandsOrBehindItsHost) {
   EXPECT_EQ(detailUrl(u"detail.test/a/"_s, {}, u"08118"_s), QUrl(u"http://detail.test/a/08118.html"_s));
 }
 
+TEST_F(DetailPage, AnAddressThatEndsInAQuestionTakesThePeriodThere) {
+  EXPECT_EQ(detailUrl(u"http://h.test?issue="_s, {}, u"08118"_s), QUrl(u"http://h.test?issue=08118.html"_s));
+  EXPECT_EQ(detailUrl(u"h.test/draws?issue="_s, {}, u"08118"_s), QUrl(u"http://h.test/draws?issue=08118.html"_s));
+  EXPECT_EQ(detailUrl(u"http://h.test#"_s, {}, u"08118"_s), QUrl(u"http://h.test#08118.html"_s));
+}
+
+TEST_F(DetailPage, AHostThatIsNamedAfterAnotherKindOfServerIsAskedForItsPage) {
+  EXPECT_EQ(detailUrl(u"ftp.h.test"_s, {}, u"08118"_s), QUrl(u"http://ftp.h.test/08118.html"_s));
+}
+
 TEST_F(DetailPage, CancellingTheQuestionDoesNothing) {
   show(QString());
   show(u"  "_s);

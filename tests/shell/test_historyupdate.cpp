@@ -312,6 +312,27 @@ TEST_F(SourcesFormTest, ATestTellsAnAddressThatIsNone) {
   EXPECT_EQ(web.log, QStringList());
 }
 
+TEST_F(SourcesFormTest, ATestOfAnExampleAddressTellsThatItWasNeverSet) {
+  address(1).setText(u"{province}.second.example"_s);
+  clickForm(u"cmm_ceshi_1"_s);
+  EXPECT_EQ(verdict(), u"地址还没有设置。"_s);
+  EXPECT_EQ(web.log, QStringList());
+}
+
+TEST_F(SourcesFormTest, ATestAsksForWhatTheAddressIsUsedFor) {
+  web.other.texts = QStringList{u"there"_s};
+  address(2).setText(u"{province}.notice.test"_s);
+  clickForm(u"cmm_ceshi_2"_s);
+  EXPECT_TRUE(web.log.contains(u"navigate http://gd.notice.test?VER=53635&NAME=elevenfive"_s));
+  address(3).setText(u"detail.test/draw-"_s);
+  clickForm(u"cmm_ceshi_3"_s);
+  EXPECT_TRUE(web.log.contains(u"navigate http://detail.test/draw-"_s));  // no draw is known yet
+  data.addDraws(u"110315011 01 02 03 04 05\n"_s);
+  clickForm(u"cmm_ceshi_3"_s);
+  EXPECT_TRUE(web.log.contains(u"navigate http://detail.test/draw-15011.html"_s));
+  EXPECT_EQ(verdict(), u"“开奖详情”：网页可以打开，共 5 字。"_s);
+}
+
 TEST_F(SourcesFormTest, ATestEndsWhenTheFormIsClosed) {
   web.pages[page].afterMs = -1;
   QTimer::singleShot(60, &form(), [this] { form().reject(); });
