@@ -164,6 +164,8 @@ void SourcesForm::test(const Row& row) {
     other.test->setEnabled(true);
   if (!isVisible())  // closed meanwhile: nobody wants to know any more
     verdict_->clear();
+  else if (text.isEmpty() && !reader_.fault().isEmpty())
+    verdict_->setText(u"“%1”：%2"_s.arg(row.name, reader_.fault()));
   else if (text.isEmpty())
     tellWhyNot(row.name, page);
   else if (row.name == resultsSite.name && !text.contains(resultsPageMark))

@@ -100,6 +100,15 @@ TEST_F(DetailPage, APageThatSpeaksOfNoPrizeIsNotShown) {
   EXPECT_EQ(opened, QStringList());
 }
 
+TEST_F(DetailPage, AControlThatCannotBeHadIsToldInItsOwnWords) {
+  web.pages[page] = FakePage{{}, {}, -1, false, {}, u"读取网页的组件没有找到。"_s};
+  show(u"2008118"_s);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"读取网页的组件没有找到。"_s});
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::critical);
+  EXPECT_EQ(opened, QStringList());
+  EXPECT_EQ(panel.texts.last(), QString());
+}
+
 TEST_F(DetailPage, APageThatNeverComesIsToldLikeOneThatIsNotThere) {
   web.pages[page].afterMs = -1;
   web.pages[page].texts = QStringList{QString()};
