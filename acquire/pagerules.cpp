@@ -66,6 +66,8 @@ bool isSameSite(const QUrl& asked, const QUrl& address) {
 
 QString toldPlace(const QUrl& asked, const QUrl& address) {
   const QString host = address.host();
+  if (host.isEmpty())
+    return address.scheme();
   return asked.host() == host ? u"%1:%2"_s.arg(host).arg(portOf(address)) : host;
 }
 

@@ -25,7 +25,8 @@ enum class LeaveKind {
   person,    ///< a link or form, for which there is nobody
 };
 
-/// How a person is told where a page was led: its host, and the port where the host is the one that was asked.
+/// How a person is told where a page was led: its host, and the port where the host is the one that was asked; of an address
+/// without a host its kind ("mailto").
 QString toldPlace(const QUrl& asked, const QUrl& address);
 
 /// The hosts of a page's site as rules of the engine's resolver: "EXCLUDE *.site.test", which finds it as ever, for names, and

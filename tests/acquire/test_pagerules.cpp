@@ -129,6 +129,13 @@ TEST(PageRules, OnlyTheHostsOfThePagesSiteAreToBeFound) {
             (QStringList{u"EXCLUDE xn--1tsr5k.test"_s, u"EXCLUDE *.xn--1tsr5k.test"_s}));
 }
 
+TEST(PageRules, WhereAPageWasLedIsToldByItsHostItsPortOrItsKind) {
+  const QUrl asked(u"http://gd.site.test/x"_s);
+  EXPECT_EQ(toldPlace(asked, QUrl(u"https://other.test:8080/y"_s)), u"other.test"_s);
+  EXPECT_EQ(toldPlace(asked, QUrl(u"http://gd.site.test:8080/y"_s)), u"gd.site.test:8080"_s);
+  EXPECT_EQ(toldPlace(asked, QUrl(u"mailto:a@other.test"_s)), u"mailto"_s);
+}
+
 TEST(PageRules, OfAHostWithoutANameOnlyThePortOfThePageIsFound) {
   EXPECT_EQ(hostRules(QUrl(u"http://127.0.0.1:8080/"_s)), QStringList{u"MAP 127.0.0.1:8080 127.0.0.1:8080"_s});
   EXPECT_EQ(hostRules(QUrl(u"https://127.0.0.1/"_s)), QStringList{u"MAP 127.0.0.1:443 127.0.0.1:443"_s});

@@ -362,6 +362,24 @@ TEST_F(ScriptedLoader, AProcessThatEndsEndsAReading) {
   EXPECT_FALSE(loader.fault().isEmpty());
 }
 
+TEST_F(ScriptedLoader, AProgramThatLacksALibraryIsToldAsOneThatIsMissing) {
+  ProcessLoader loader({}, program("exit 127"));
+  load(loader);
+  runEventsFor(5000, [&loader] { return !loader.fault().isEmpty(); });
+  EXPECT_EQ(loader.fault(), u"读取网页的组件 elevenfive-page 没有找到或无法启动，请重新安装本软件。"_s);
+}
+
+TEST_F(ScriptedLoader, AnAnswerWithoutAnEndIsGivenUp) {
+  ProcessLoader loader({180'000, 60'000}, program("number; exec tr '\\\\0' x </dev/zero"));
+  ASSERT_TRUE(load(loader));
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_EQ(loader.bodyText(), QString());
+  EXPECT_LT(waited.elapsed(), 30'000);
+  EXPECT_EQ(loader.processId(), 0);
+  EXPECT_FALSE(loader.busy());
+}
+
 TEST_F(ScriptedLoader, AnEmptyDocumentIsWaitedOnUntilAnotherStandsInItsPlace) {
   const QString file =
       program("number; text '' $id; sleep 0.3; complete; number; text later $id; number; text later $id");

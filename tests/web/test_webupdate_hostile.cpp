@@ -180,6 +180,32 @@ TEST_F(HostileUpdate, APageProcessThatEndsIsToldAndTheNextPressWorks) {
   EXPECT_EQ(draws(), oneDraw);
 }
 
+TEST_F(HostileUpdate, ARendererThatEndsIsToldAndTheNextPressWorks) {
+  page("/", u"11选5<script>for(;;){}</script>"_s);
+  WebUpdate& running = update();
+  int ended = 0;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&] {
+    if (askedOf(server).isEmpty() || control->processId() <= 0)
+      return;
+    if (const qint64 process = rendererOf(control->processId());
+        process > 0 && ::kill(static_cast<pid_t>(process), SIGKILL) == 0)
+      ++ended;
+  });
+  watch.start(300);
+  EXPECT_FALSE(running.updateHistory());
+  watch.stop();
+  EXPECT_GE(ended, 1);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"网页无法读取。"_s});
+  EXPECT_EQ(draws(), QStringList());
+  EXPECT_EQ(control->processId(), 0);
+  ports.boxes.clear();
+  page("/", tablePage(oneRow));
+  EXPECT_TRUE(running.updateHistory());
+  EXPECT_EQ(ports.boxTexts(), QStringList{completedText()});
+  EXPECT_EQ(draws(), oneDraw);
+}
+
 TEST_F(HostileUpdate, APageThatTakesTooMuchMemoryIsEndedAndTold) {
   page("/",
        u"11选5<script>const kept=[];for(;;){kept.push(new Uint8Array(1<<25).fill(1));"
