@@ -127,14 +127,18 @@ PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qi
   return scan.counts();
 }
 
-void deriveScanned(Store& store, const PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels) {
+QString deriveScanned(Store& store, const PageCounts& counts, Progress* progress, Events& events,
+                      StatusPanels* panels) {
   if (counts.rowsDone == 0)
-    return;
+    return {};
+  QString underivable;
   std::optional<StoreError> failed;
   const auto derive = [&](Qihao from, Qihao to) {
     try {
       calcHistoryAttr(store, from, to, progress, events, panels);
-    } catch (const NumberFault&) {
+    } catch (const NumberFault& fault) {
+      if (underivable.isEmpty())
+        underivable = fault.message();
     } catch (const StoreError& fault) {
       if (!failed)
         failed = fault;
@@ -149,6 +153,7 @@ void deriveScanned(Store& store, const PageCounts& counts, Progress* progress, E
   }
   if (failed)
     throw StoreError(*failed);
+  return underivable;
 }
 
 Qihao lastQihaoForUpdate(Store& store) {

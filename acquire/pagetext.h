@@ -78,9 +78,9 @@ PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qi
                     const PageLineTold& told = {}, const std::function<bool()>& stopped = {});
 
 /// Derives the columns of the draws a scan has stored, in two calls: the whole range and its oldest draw alone. Nothing where
-/// none was stored. A draw with numbers out of range, from elsewhere, ends it in silence: the draws themselves are in.
-/// Throws StoreError after both calls were tried.
-void deriveScanned(Store& store, const PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels);
+/// none was stored. A draw with numbers out of range, from elsewhere, ends a call, but is no failure, as the draws themselves
+/// are in: the sentence that names it is returned, an empty text else. Throws StoreError after both calls were tried.
+QString deriveScanned(Store& store, const PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels);
 
 /// The period below the newest two, from which an update counts: 2003001 where the history is too short.
 Qihao lastQihaoForUpdate(Store& store);

@@ -65,6 +65,7 @@ void ProcessLoader::stop() {
   process_->waitForFinished(1000);
   // It may be one of its own signals that led here.
   process_.release()->deleteLater();
+  scratch_.reset();
 }
 
 void ProcessLoader::navigate(const QUrl& url) {
@@ -88,6 +89,12 @@ void ProcessLoader::navigate(const QUrl& url) {
 void ProcessLoader::startProcess() {
   process_ = std::make_unique<QProcess>();
   process_->setStandardErrorFile(QProcess::nullDevice());
+  scratch_ = std::make_unique<QTemporaryDir>();
+  QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();
+  if (scratch_->isValid())
+    for (const QString& home : {u"XDG_DATA_HOME"_s, u"XDG_CACHE_HOME"_s, u"XDG_RUNTIME_DIR"_s})
+      surroundings.insert(home, scratch_->path());
+  process_->setProcessEnvironment(surroundings);
   QObject::connect(process_.get(), &QProcess::readyReadStandardOutput, process_.get(), [this] { output(); });
   QObject::connect(process_.get(), &QProcess::errorOccurred, process_.get(), [this](QProcess::ProcessError error) {
     if (error == QProcess::FailedToStart)

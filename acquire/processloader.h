@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include "acquire/pageloader.h"
@@ -16,7 +17,7 @@ namespace elevenfive {
 /// How long the control itself waits, in milliseconds.
 struct LoaderTimes {
   int loadMs = 180'000;  ///< for a page to be complete; whoever waits for it gives up earlier
-  int readMs = 5'000;    ///< for an answer to a reading, which a page caught in a script never gives
+  int readMs = 15'000;   ///< for an answer to a reading, which a page caught in a script never gives
 };
 
 class ProcessLoader final : public PageLoader {
@@ -53,7 +54,8 @@ class ProcessLoader final : public PageLoader {
   LoaderTimes times_;
   QString program_;
   std::unique_ptr<QProcess> process_;
-  QByteArray pending_;  ///< an answer that has not come whole
+  std::unique_ptr<QTemporaryDir> scratch_;  ///< what the engine would leave in the person's home; goes with its process
+  QByteArray pending_;                      ///< an answer that has not come whole
   QTimer limit_;
   QUrl address_;
   QString fault_;

@@ -103,6 +103,7 @@ void WebUpdate::requestStop() {
 bool WebUpdate::runUpdate(const QDate& date, bool interactive, Qihao lastQihao, QString& fault) {
   leftSiteText_.clear();
   leftInPanel_.clear();
+  underivable_.clear();
   if (browser_ && browser_->busy())
     browser_->stop();
   timerXZ_.start(downloadingTexts);
@@ -127,6 +128,8 @@ bool WebUpdate::runUpdate(const QDate& date, bool interactive, Qihao lastQihao, 
     leaveInPanel(leftSiteText_);
   } else if (outcome == Outcome::read && counts.qualified == 0) {
     leaveInPanel(u"网页共 %1 行，其中 %2 行符合开奖记录的格式。"_s.arg(counts.lines).arg(counts.qualified));
+  } else if (!underivable_.isEmpty()) {
+    leaveInPanel(underivable_);
   }
   return outcome == Outcome::read;
 }
@@ -197,7 +200,7 @@ void WebUpdate::scan(const QString& text, const QDate& date, Qihao lastQihao, Pa
         counts.fault = fault.message();
     }
   };
-  step([&] { deriveScanned(gConn_, counts, &ports_.derivation, ports_.events, &ports_.panels); });
+  step([&] { underivable_ = deriveScanned(gConn_, counts, &ports_.derivation, ports_.events, &ports_.panels); });
   browser_->refresh();
   step([&] { ports_.view.reloadHistoryGrid(); });
 }

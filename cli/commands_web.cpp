@@ -7,6 +7,7 @@
 #include "acquire/processloader.h"
 #include "acquire/webupdate.h"
 #include "cli/command.h"
+#include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/session.h"
 #include "cli/values.h"
@@ -59,7 +60,8 @@ Action preparePage(const Arguments& arguments) {
     }
     Store& store = session.store();
     const PageCounts counts = scanPage(store, text, date, lastQihaoForUpdate(store), ports);
-    deriveScanned(store, counts, &ports, ports, nullptr);
+    if (const QString underivable = deriveScanned(store, counts, &ports, ports, nullptr); !underivable.isEmpty())
+      ports.plain(underivable);
     if (!counts.fault.isEmpty())
       throw StoreError(counts.fault);
     printRow(session.out(), {u"rowsDone"_s, u"lowQihao"_s, u"highQihao"_s});
@@ -81,7 +83,11 @@ Action prepareUpdate(const Arguments&) {
                      times);
     update.setNoticeDone(session.noticeDone);
     const auto kept = qScopeGuard([&] { session.noticeDone = update.isNoticeDone(); });
-    if (update.updateHistory())
+    const Interrupt interrupt([&update] { update.requestStop(); });
+    const bool done = update.updateHistory();
+    if (interrupt.wasAsked() && !done)
+      throw Error(u"下载已被中断，已经保存的开奖数据保留不变。"_s);
+    if (done)
       return;
     if (!update.leftSiteText().isEmpty())  // which the panel alone has told
       throw Error(update.leftSiteText());

@@ -125,11 +125,12 @@ void runLine(Session& session, const QString& line) {
   runWords(session, *words);
 }
 
+/// The lines are UTF-8; one that is not is wrong words, as it is in a call.
 int runBatch(Session& session, const Streams& streams, std::istream& lines) {
   std::string bytes;
   int status = exitDone;
   while (status == exitDone && std::getline(lines, bytes)) {
-    QString line = decodeText(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())));
+    QString line = QString::fromStdString(bytes);
     if (line.endsWith(u'\r'))
       line.chop(1);
     if (isPassedOver(line))
@@ -157,8 +158,10 @@ int runBatchCommand(Session& session, const Streams& streams, const QStringList&
   }
   if (arguments.isEmpty() || arguments.first() == u"-"_s)
     return runBatch(session, streams, streams.in);
+  // A file is read as every text file is, as a whole; of standard input each line is run before the next one is there.
   std::istringstream file;
-  const int status = guarded(session, streams, [&] { file.str(readFileText(arguments.first()).toStdString()); });
+  const int status =
+      guarded(session, streams, [&] { file.str(decodeText(readFileText(arguments.first())).toStdString()); });
   return status == exitDone ? runBatch(session, streams, file) : status;
 }
 

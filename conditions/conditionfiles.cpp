@@ -46,7 +46,7 @@ void removeBeside(const QString& path) {
 /// files beside it, and what another program has left there would be taken for a part of it. Gone with the object.
 class FileCopy final {
  public:
-  FileCopy(const QString& from, const QString& folder) : path(folder + u"/Temp_daoru.Vorex"_s) {
+  FileCopy(const QString& from, const QString& folder) : path(folder + u"/Temp_fuDaoru.mdb"_s) {
     remove();
     if (!QFile::copy(from, path))
       throw FileError(u"无法读取文件 %1。"_s.arg(from));

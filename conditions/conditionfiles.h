@@ -1,7 +1,7 @@
 // Condition-set files: saving all that is set as a file, loading such a file, and going back to the factory values.
 //
-// A file is a copy of the template, a small database of the four tables of a condition set. A file that is loaded is opened
-// for reading only, and nothing but values is taken from it.
+// A file is a copy of the template, a small database of the four tables of a condition set. Of a file that is loaded a copy in
+// the temporary folder is read, so nothing is written beside it, and nothing but values is taken from it.
 #pragma once
 
 #include <QDate>

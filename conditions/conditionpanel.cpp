@@ -76,7 +76,7 @@ std::vector<ConditionPanel::ListState> ConditionPanel::valueLists(int tab) {
   return states;
 }
 
-std::vector<ConditionPanel::ListState> ConditionPanel::fillLists(int tab) {
+std::vector<ConditionPanel::ListState> ConditionPanel::fillValueList(int tab) {
   const ConditionTab* row = conditionTab(tab);
   if (run_ != nullptr && row != nullptr)
     for (const ValueList& list : row->lists)
@@ -123,7 +123,9 @@ void ConditionPanel::clickValue(int tab, int list, int item, bool selected) {
 
 void ConditionPanel::clickPosition(int p, int number, bool selected) {
   const std::string column = '"' + positionColumn(p).toStdString() + '"';
-  gConn_.execute("写入定位号码", "UPDATE 号码特性 SET " + column + " = ? WHERE 号码 = ?", selected ? 1 : 0, number);
+  if (gConn_.execute("写入定位号码", "UPDATE 号码特性 SET " + column + " = ? WHERE 号码 = ?", selected ? 1 : 0,
+                     number) == 0)
+    return;
   const auto left = gConn_.value("读取定位号码", "SELECT COUNT(*) FROM 号码特性 WHERE " + column + " <> 0");
   if (left.value_or(0) == 0)
     setConditionUse(gConn_, positionCode(p), 0);

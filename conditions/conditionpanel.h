@@ -62,7 +62,7 @@ class ConditionPanel final {
 
   /// The same for the screen that shows the tab: the stretch of each list over 过滤条件 goes through the run's buffer
   /// tiaojianValue, where a value beyond a later stretch may read it.
-  std::vector<ListState> fillLists(int tab);
+  std::vector<ListState> fillValueList(int tab);
 
   /// The check boxes of a tab that switch a code.
   std::vector<SwitchState> switches(int tab);

@@ -51,6 +51,7 @@ void copyInto(const QString& path, Store& gConn) {
 
 void fillTemplate(Store& gConn, const DataFolders& folders, FileAccess& files) {
   checkDatabase(folders.templateFile(), StoreKind::conditionTemplate);
+  makePrivateFolder(files, folders.temporary);  // someone may have cleared it away while the program runs
   const Scratch scratch(folders, files);
   // The journal of a run that was ended while it filled one would be rolled back into the new copy.
   files.remove(scratch.journal());

@@ -172,7 +172,9 @@ void CustomGroups::clickMember(int k, int number) {
     return;
   StoreTransaction transaction(gConn_);
   const std::string column = columnSql(k);
-  gConn_.execute("设置自定义组", "UPDATE 号码特性 SET " + column + " = NOT " + column + " WHERE 号码 = ?", number);
+  if (gConn_.execute("设置自定义组", "UPDATE 号码特性 SET " + column + " = NOT " + column + " WHERE 号码 = ?",
+                     number) == 0)
+    return;
   const std::vector<int> members = membersOf(gConn_, k);
   const bool losesCounts = members.empty() && hasShownCounts(gConn_, k);
   if (losesCounts) {
@@ -191,7 +193,8 @@ void CustomGroups::clickCount(int k, int count, bool selected) {
   if (panel_.loadingPanel || !isGroup(k) || count < 0 || count > zdyLargestCount)
     return;
   StoreTransaction transaction(gConn_);
-  setConditionValue(gConn_, zdyCountId(k, count), selected ? 1 : 0);
+  if (!setConditionValue(gConn_, zdyCountId(k, count), selected ? 1 : 0))
+    return;
   const bool any = switchByCounts(gConn_, k);
   transaction.commit();
   closedGroup_ = any ? 0 : k;
@@ -202,11 +205,18 @@ void CustomGroups::selectCounts(int k, const std::vector<bool>& selected) {
     return;
   StoreTransaction transaction(gConn_);
   const std::vector<int> present = countsOf(gConn_, k);
+  bool missing = false;
+  bool written = false;
   for (int count = 0; count <= std::min(zdyLargestCount, static_cast<int>(selected.size()) - 1); ++count) {
     const bool wanted = selected[static_cast<std::size_t>(count)];
-    if (wanted != (std::find(present.begin(), present.end(), count) != present.end()))
-      setConditionValue(gConn_, zdyCountId(k, count), wanted ? 1 : 0);
+    if (wanted == (std::find(present.begin(), present.end(), count) != present.end()))
+      continue;
+    const bool exists = setConditionValue(gConn_, zdyCountId(k, count), wanted ? 1 : 0);
+    written = written || exists;
+    missing = missing || !exists;
   }
+  if (missing && !written)
+    return;
   const bool any = switchByCounts(gConn_, k);
   transaction.commit();
   closedGroup_ = any ? 0 : k;

@@ -2,7 +2,8 @@
 //
 // Members stand in the columns 自定义组1 to 自定义组20 of 号码特性, allowed counts in a block of ten rows of 过滤条件 each, the
 // name that the user sees in 自定义别名. Groups outside 1 to 20 do not exist: nothing is read or written for them.
-// While the panel's loadingPanel is set, click handlers return at once.
+// While the panel's loadingPanel is set, click handlers return at once. A click for whose number or count no row is found leaves
+// the group as it was.
 #pragma once
 
 #include <QString>

@@ -16,8 +16,8 @@ inline constexpr QStringView rangeCharacters = u"0123456789[]-";
 /// Values beyond this are read as this: far above any block, far below any overflow.
 inline constexpr int largestRangeValue = 1'000'000'000;
 
-/// Drops commas, plain blanks and "[]" (other white space stays, as a wrong character), turns full-width and Chinese brackets and dashes into plain ones, and supplies the "[" at the
-/// start and the "]" at the end.
+/// Drops commas, plain blanks and "[]" (other white space stays, as a wrong character), turns full-width and Chinese brackets
+/// and dashes into plain ones, and supplies the "[" at the start and the "]" at the end.
 QString cleanRangeText(const QString& typed);
 
 /// Whether a cleaned text holds only rangeCharacters.

@@ -53,8 +53,8 @@ void Zones::clickNumber(int k, int number) {
   if (!isZone(k))
     return;
   const std::string column = zoneColumn(k);
-  gConn_.execute("划分区间", "UPDATE 号码特性 SET " + column + " = NOT " + column + " WHERE 号码 = ?", number);
-  zonesChanged = true;
+  if (gConn_.execute("划分区间", "UPDATE 号码特性 SET " + column + " = NOT " + column + " WHERE 号码 = ?", number) > 0)
+    zonesChanged = true;
 }
 
 void Zones::clear(const std::function<void()>& show) {

@@ -16,6 +16,16 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+/// The first draw behind `first` up to the period `to` that cannot be derived; nothing where all can.
+std::optional<Qihao> firstUnderivable(Store& store, Qihao first, Qihao to) {
+  return store.value("统计开奖号码属性",
+                     "SELECT 期号 FROM 历史记录 WHERE 期号 > ? AND 期号 <= ?"
+                     " AND (IFNULL(号码1, 0) NOT BETWEEN 1 AND 11 OR IFNULL(号码2, 0) NOT BETWEEN 1 AND 11"
+                     " OR IFNULL(号码3, 0) NOT BETWEEN 1 AND 11 OR IFNULL(号码4, 0) NOT BETWEEN 1 AND 11"
+                     " OR IFNULL(号码5, 0) NOT BETWEEN 1 AND 11) ORDER BY 期号 LIMIT 1",
+                     first, to);
+}
+
 /// Writes the derived columns of one row at a time, and its temperatures in the same statement: a second one would cost the
 /// row a second rewriting.
 class AttributeWriter final {
@@ -33,11 +43,12 @@ class AttributeWriter final {
     withTemperature_->run();
   }
 
-  /// A draw that is alone: there is none before it, and its temperatures stay as they are.
-  void writeAlone(const DrawRow& row) {
-    Statement update = prepared({});
-    update.bindValue(bindAttributes(update, row, {}) + 1, row.qihao);
-    update.run();
+  /// A draw whose temperatures stay as they are; lastDraw is all zeros where there is none before it.
+  void writeAttributes(const DrawRow& row, const Draw& lastDraw) {
+    if (!attributesAlone_)
+      attributesAlone_.emplace(prepared({}));
+    attributesAlone_->bindValue(bindAttributes(*attributesAlone_, row, lastDraw) + 1, row.qihao);
+    attributesAlone_->run();
   }
 
  private:
@@ -69,6 +80,7 @@ class AttributeWriter final {
   Store& store_;
   AttributeTables tables_;
   std::optional<Statement> withTemperature_;
+  std::optional<Statement> attributesAlone_;
 };
 
 }  // namespace
@@ -79,21 +91,27 @@ void calcHistoryAttr(Store& store, Qihao from, Qihao to, Progress* progress, Eve
   const std::optional<DrawRow> first = DrawRows(store, getPrevQihao(store, from, 1), to).next();
   if (!first)
     return;
+  // Temperatures follow once every attribute is in, so a pass that a row is going to end writes none.
+  const bool withTemperatures = !firstUnderivable(store, first->qihao, to);
   AttributeWriter writer(store);
   PassTransaction transaction(store);
   Draw lastDraw = first->numbers;
   bool alone = true;
   visitWithRecent(store, *first, to, [&](const DrawRow& row, const RecentDraws& recent) {
     alone = false;
-    writer.write(row, lastDraw, recent);
+    if (withTemperatures)
+      writer.write(row, lastDraw, recent);
+    else
+      writer.writeAttributes(row, lastDraw);
     lastDraw = row.numbers;
     transaction.rowDone();
-    showWenDuPeriod(panels, row.qihao);
+    if (withTemperatures)
+      showWenDuPeriod(panels, row.qihao);
     events.yield();
     bar.set(row.qihao);
   });
   if (alone)
-    writer.writeAlone(*first);
+    writer.writeAttributes(*first, {});
   transaction.commit();
   bar.fill();
 }

@@ -16,7 +16,8 @@ class Store;
 /// temperatures as calcWenDuRange does. The first row read, the period before from, serves only as the draw before; a row that is alone in the range
 /// is derived against no draw, without temperatures. So the oldest row of the history keeps its columns empty, unless it is alone. Without a row
 /// nothing happens. progress (ProgressBar_TuBiao) runs up to the period `to` and may be null, panels too.
-/// Throws NumberFault at the first row with a number outside 1..11; the rows before it keep what was derived.
+/// Throws NumberFault at the first row with a number outside 1..11; the rows before it keep what was derived, and no row of the
+/// range gets new temperatures.
 void calcHistoryAttr(Store& store, Qihao from, Qihao to, Progress* progress, Events& events,
                      StatusPanels* panels = nullptr);
 

@@ -49,6 +49,8 @@ QString compactDb(const QString& path, bool takeBackup, const DataFolders& folde
       replaceByCopy(files, path, folders.backupFile());
   } catch (const Error& error) {
     fault = error.message();
+    if (kind == StoreKind::conditionTemplate)
+      return fault;
   }
   try {
     compact(path, scratch, kind, files);

@@ -27,7 +27,7 @@ void checkDatabase(const QString& path, StoreKind kind, CheckDepth depth = Check
 QString compactMainDb(const QString& path, bool takeBackup, const DataFolders& folders,
                       FileAccess& files = realFiles());
 
-/// The same for a user's file or a copy of the template.
+/// The same for a user's file or a copy of the template, but without the backup that was asked for it is not compacted.
 QString compactUserDb(const QString& path, bool takeBackup, const DataFolders& folders,
                       FileAccess& files = realFiles());
 

@@ -63,7 +63,7 @@ bool DataFile::unpackToTemp() {
 }
 
 void DataFile::unpack() {
-  files_.makeFolder(folders_.temporary);
+  makePrivateFolder(files_, folders_.temporary);
   keepStrayPack();
   keepInterrupted();  // the newer work: it gets the higher number
   bool packIsSound = false;
@@ -80,9 +80,14 @@ void DataFile::unpack() {
   tellStrayPack(packIsSound);
 }
 
+void DataFile::restore() {
+  if (QFileInfo::exists(folders_.workingFile()))
+    return;
+  removeJournals();
+  replaceByCopy(files_, folders_.backupFile(), folders_.workingFile());
+}
+
 void DataFile::prepare() {
-  if (!QFileInfo::exists(folders_.workingFile()))
-    restoreBackup();
   if (!QFileInfo::exists(folders_.sideFile()))
     writeSideFile();
   const QString fault = compactMainDb(folders_.workingFile(), true, folders_, files_);
@@ -200,15 +205,20 @@ void DataFile::keepInterrupted() {
 }
 
 /// The pack in Bak differs from the packed data file only where the last step of a close failed, or where someone has taken
-/// the packed data file away or damaged it: then it may be the newest work there is.
+/// the packed data file away or damaged it: then it may be the newest work there is, also where it is not sound.
 void DataFile::keepStrayPack() {
   const QString& stray = folders_.packInTransit();
   twinStands_ = sameContent(stray, folders_.packedFile());
   if (!QFileInfo(stray).isFile() || twinStands_)
     return;
   stray_ = keepPack(stray);
-  if (!stray_.isEmpty())
+  if (!stray_.isEmpty()) {
     files_.remove(stray);  // else each start would keep it anew, in the place of newer work
+    return;
+  }
+  const QString name = damagedName(stray);  // its own the next close writes over
+  files_.rename(stray, name);
+  notices_ << u"Bak 中的数据包已损坏，保留为 %1。"_s.arg(name);
 }
 
 /// Beside a pack that is sound the one in Bak is what a close could not put in its place, or someone has put back an older
@@ -286,11 +296,6 @@ QString DataFile::newestUsableCopy() const {
   return newest == copies.rend() ? QString() : *newest;
 }
 
-void DataFile::restoreBackup() {
-  removeJournals();
-  replaceByCopy(files_, folders_.backupFile(), folders_.workingFile());
-}
-
 /// A copy that holds no more than the working database just compacted need not stay.
 void DataFile::settleInterrupted() {
   if (!interrupted_.isEmpty()) {
@@ -311,8 +316,8 @@ void DataFile::removeJournals() {
 /// What processes that were ended left of files that never came into their places. All of it is ours: the folders are locked.
 void DataFile::removeLeftovers() noexcept {
   const std::pair<QString, QStringList> leftovers[] = {
-      {folders_.program, {u"elevenfive.*.new"_s, u"TJmode.tjmod.new"_s, u"*.uVorex.new"_s}},
-      {folders_.bakFolder(), {u"elevenfive.dat.new"_s}},
+      {folders_.program, {u"elevenfive.*.new"_s, u"TJmode.tjmod*.new"_s, u"*.uVorex*.new"_s}},
+      {folders_.bakFolder(), {u"elevenfive.dat*.new"_s}},
       {folders_.temporary, {u"elevenfive.*.new"_s, u"Temp_fu*.mdb*"_s, u"Temp_user.uVorex*"_s}},
   };
   try {

@@ -1,13 +1,14 @@
 // The life of the packed data file across one run: unpacked to the temporary folder, worked on there, packed again.
 //
 //   unpack()    keeps what an interrupted run left, then unpacks the packed data file
-//   prepare()   restores the backup where no working database is there; takes a new backup, compacts, applies the size rule
+//   restore()   puts the backup in its place where no working database is there
+//   prepare()   takes a new backup, compacts, applies the size rule
 //   putBack()   packs the working database into Bak and copies that pack over the packed data file
 //   discard()   drops a working database that nothing has changed
 //
 // Promises: the packed data file is replaced only by a complete, flushed and compared one, so at no instant is there no good
 // copy. A database that is not sound is never started on and never packed. Interrupted work goes to Bak (the newest three
-// stay) before anything replaces it; a damaged pack stays where it is under another name. The folders must be locked.
+// stay) before anything replaces it; a damaged pack, the one in Bak too, stays where it is under another name. The folders must be locked.
 #pragma once
 
 #include <QString>
@@ -29,12 +30,15 @@ class DataFile final {
   /// stood there stays.
   bool unpackToTemp();
 
-  /// The first half of a start. Throws FileError where a file cannot be read, written or kept, StoreError where neither the
+  /// The first step of a start. Throws FileError where a file cannot be read, written or kept, StoreError where neither the
   /// pack nor the backup nor a working database is usable; nothing is lost then, and the sentence names the newest copy in
   /// Bak from which the person can go on.
   void unpack();
 
-  /// The second half; afterwards a sound working database stands in the temporary folder. Throws as unpack() does.
+  /// The second; afterwards a sound working database stands in the temporary folder. Throws as unpack() does.
+  void restore();
+
+  /// The last; afterwards it is compacted, and the backup holds it as it was. Throws as unpack() does.
   void prepare();
 
   /// Puts the working database back and removes it from the temporary folder. Throws StoreError where it is not sound or
@@ -72,7 +76,6 @@ class DataFile final {
   [[noreturn]] void refuseStart(const QString& reason) const;
   bool isUsable(const QString& path) const;
   [[nodiscard]] QString newestUsableCopy() const;
-  void restoreBackup();
   void settleInterrupted();
   void removeJournals();
   void removeLeftovers() noexcept;

@@ -71,7 +71,7 @@ class Descriptor final {
 
 class RealOutput final : public OutputFile {
  public:
-  explicit RealOutput(const QString& path) : path_(path), file_(path, O_WRONLY | O_CREAT | O_TRUNC) {
+  explicit RealOutput(const QString& path) : path_(path), file_(path, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW) {
     if (!file_.isOpen())
       raiseWrite(path_);
   }
@@ -150,6 +150,26 @@ QString nameBeside(const QString& path) {
   return path + u".new"_s;
 }
 
+/// Taking the name and making the file are one step, so nothing of anybody else is written over, nor through a link.
+QString reserveBeside(const QString& path) {
+  constexpr int mostNames = 1000;  // so many are not left behind by chance
+  QString name = nameBeside(path);
+  for (int n = 2;; ++n) {
+    if (const Descriptor file(name, O_WRONLY | O_CREAT | O_EXCL); file.isOpen())
+      return name;
+    if (errno != EEXIST || n > mostNames)
+      raiseWrite(name);
+    name = nameBeside(path + u".%1"_s.arg(n));
+  }
+}
+
+void makePrivateFolder(FileAccess& files, const QString& path) {
+  const bool stands = QFileInfo::exists(path);
+  files.makeFolder(path);
+  if (!stands)
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 QString placeOf(const QString& path) {
   constexpr int mostLinks = 40;  // so many the system follows
   QFileInfo place(path);
@@ -176,7 +196,7 @@ void takePermissions(const QString& place, const QString& fresh) noexcept {
 
 void replaceFile(FileAccess& files, const QString& given, const FileFill& fill, const FileCheck& check) {
   const QString path = placeOf(given);
-  const QString fresh = nameBeside(path);
+  const QString fresh = reserveBeside(path);
   try {
     const std::unique_ptr<OutputFile> file = files.create(fresh);
     takePermissions(path, fresh);
@@ -190,7 +210,7 @@ void replaceFile(FileAccess& files, const QString& given, const FileFill& fill, 
     try {
       files.remove(fresh);
     } catch (const FileError&) {
-      // The first fault is the one to tell; the next attempt writes over what is left.
+      // The first fault is the one to tell; what is left is in nobody's way.
     }
     throw;
   }

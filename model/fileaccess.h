@@ -48,8 +48,15 @@ using FileCheck = std::function<void(const QString& path)>;
 /// Writes a file's content; called with the file open.
 using FileFill = std::function<void(OutputFile& file)>;
 
-/// The name under which the next version of a file is written, beside it.
+/// The name under which the next version of a file is written, beside it, where nothing else has it.
 QString nameBeside(const QString& path);
+
+/// Makes an empty file for the next version of a file, beside it: under nameBeside(), or with a number in it where that is
+/// somebody's. Throws FileError where none can be made.
+QString reserveBeside(const QString& path);
+
+/// Makes a folder that nobody but this user may enter, as what is worked on there is private; an existing one stays as it is.
+void makePrivateFolder(FileAccess& files, const QString& path);
 
 /// Where the content of a path stands, so that a new version can take its place: what a link leads to, there or not. Throws
 /// FileError where that is a folder, a device or anything else that is no plain file.

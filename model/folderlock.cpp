@@ -59,10 +59,12 @@ void FolderLock::openFile(const QString& folder) {
   throw FileError(u"无法在文件夹 %1 中写入文件。"_s.arg(folder));
 }
 
+/// Where someone has removed the file, what stands there by now may be the lock of another instance.
 FolderLock::~FolderLock() {
   if (file_ < 0)
     return;
-  ::unlink(QFile::encodeName(path_).constData());
+  if (isCurrent())
+    ::unlink(QFile::encodeName(path_).constData());
   ::close(file_);
 }
 

@@ -88,13 +88,13 @@ void checkPack(const QString& path, const QString& file1, const QString& file2, 
 /// A file that goes again unless it was put in place.
 class Fresh final {
  public:
-  Fresh(FileAccess& files, const QString& path) : files_(files), place_(placeOf(path)), path_(nameBeside(place_)) {}
+  Fresh(FileAccess& files, const QString& path) : files_(files), place_(placeOf(path)), path_(reserveBeside(place_)) {}
   ~Fresh() {
     try {
       if (!placed_)
         files_.remove(path_);
     } catch (const FileError&) {
-      // The next attempt writes over what is left.
+      // What is left is in nobody's way.
     }
   }
   Fresh(const Fresh&) = delete;

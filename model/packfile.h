@@ -32,8 +32,8 @@ std::optional<PackLengths> readPackLengths(QIODevice& pack);
 /// FileError where a file is missing, cannot be read or written, or is larger than the format can say (4 GB less a byte).
 void writePack(const QString& file1, const QString& file2, const QString& packFile, FileAccess& files);
 
-/// Unpacks packFile into file1 and file2. Both are replaced only when both payloads were written and check(), called with
-/// the path of the new first file, has passed. Throws FileError where the pack is missing or unreadable or a file cannot be
+/// Unpacks packFile into file1 and file2. Both are replaced, file2 first, only when both payloads were written and check(),
+/// called with the path of the new first file, has passed. Throws FileError where the pack is missing or unreadable or a file cannot be
 /// written, DamagedData where the lengths do not fit the file, and what check() throws.
 void readPack(const QString& packFile, const QString& file2, const QString& file1, FileAccess& files,
               const FileCheck& check);
@@ -44,7 +44,8 @@ bool packHolds(const QString& packFile, const QString& file1);
 /// writePack(); false on any fault.
 bool packFiles(const QString& file1, const QString& file2, const QString& packFile, FileAccess& files = realFiles());
 
-/// readPack() without a check; false on any fault, and then file1 and file2 are as they were.
+/// readPack() without a check; false on any fault. File1 is then as it was, and so is file2 unless the very last step failed,
+/// which gives the new file1 its name.
 bool unpackFiles(const QString& packFile, const QString& file2, const QString& file1, FileAccess& files = realFiles());
 
 }  // namespace elevenfive

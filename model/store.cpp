@@ -35,14 +35,25 @@ QString constraintReason(int extendedCode) {
   }
 }
 
+/// Why a file takes no changes, by SQLite's extended result code.
+QString readOnlyReason(int extendedCode) {
+  switch (extendedCode) {
+    case SQLITE_READONLY_DIRECTORY:
+      return u"数据文件的文件夹不允许写入"_s;
+    case SQLITE_READONLY_DBMOVED:  // what was stored until then is put back at the close
+      return u"数据文件在运行中被删除或移动，请退出程序，以前的改动会保存"_s;
+    default:
+      return u"数据文件是只读的"_s;
+  }
+}
+
 /// The reason in the user's language, by SQLite's primary result code.
 QString reasonOf(const SQLite::Exception& fault) {
   switch (fault.getErrorCode() & 0xFF) {
     case SQLITE_FULL:
       return u"磁盘空间已满"_s;
     case SQLITE_READONLY:
-      return fault.getExtendedErrorCode() == SQLITE_READONLY_DIRECTORY ? u"数据文件的文件夹不允许写入"_s
-                                                                       : u"数据文件是只读的"_s;
+      return readOnlyReason(fault.getExtendedErrorCode());
     case SQLITE_CANTOPEN:
       return u"文件无法打开，或无法在它的文件夹中写入"_s;
     case SQLITE_NOTADB:

@@ -52,7 +52,7 @@ std::vector<FolderLock> lockFolders(const DataFolders& folders, FileAccess& file
     throw FileError(u"找不到程序文件夹 %1。"_s.arg(folders.program));
   if (folders.temporary.isEmpty())
     throw FileError(temporaryFault());
-  files.makeFolder(folders.temporary);
+  makePrivateFolder(files, folders.temporary);
   std::vector<FolderLock> locks;
   locks.emplace_back(folders.program);
   locks.emplace_back(folders.temporary);
@@ -60,10 +60,13 @@ std::vector<FolderLock> lockFolders(const DataFolders& folders, FileAccess& file
 }
 
 /// Runs the start's file steps, so that the store can be opened behind them.
-DataFile& made(DataFile& data, const std::function<void()>& unpacked) {
+DataFile& made(DataFile& data, const Workspace::Options& options) {
   data.unpack();
-  if (unpacked)
-    unpacked();
+  if (options.unpacked)
+    options.unpacked();
+  data.restore();
+  if (options.restored)
+    options.restored();
   data.prepare();
   return data;
 }
@@ -163,7 +166,7 @@ Workspace::Workspace(const Folders& folders, const Options& options)
       files_(options.files ? *options.files : realFiles()),
       locks_(lockFolders(folders_, files_)),
       data_(folders_, files_),
-      gConn((made(data_, options.unpacked), folders_.workingFile()), StoreAccess::readWrite) {
+      gConn((made(data_, options), folders_.workingFile()), StoreAccess::readWrite) {
   checkSchema(gConn, StoreKind::main);
   changeCounter_ = changeCounter(gConn.path());
   insertLostRows(gConn);
@@ -191,6 +194,7 @@ void Workspace::close() {
     data_.putBack();
   else
     data_.leaveUnchanged();
+  dropRescueCopy();
   closed_ = true;
   locks_.clear();
 }
@@ -202,7 +206,7 @@ void Workspace::rescueRemoved() {
     return;
   rescued_ = true;
   try {
-    files_.makeFolder(folders_.temporary);
+    makePrivateFolder(files_, folders_.temporary);
     if (!locks_.back().isCurrent())  // it went too, and another instance may have the folder now
       locks_.emplace_back(folders_.temporary);
     if (QFileInfo::exists(folders_.workingFile()))
@@ -211,8 +215,39 @@ void Workspace::rescueRemoved() {
     gConn.execute("保存数据", "VACUUM INTO ?", folders_.mainScratch());
     files_.rename(folders_.mainScratch(), folders_.workingFile());
   } catch (const Error& fault) {
-    throw FileError(fault.message() +
-                    u"工作数据库 %1 在运行中被删除，本次的改动还没有保存。"_s.arg(folders_.workingFile()));
+    raiseRemoved(fault.message());
+  }
+}
+
+/// Where the working database cannot be written anew its content goes to Bak at once: once the connection is closed nothing
+/// else holds it.
+void Workspace::raiseRemoved(const QString& reason) {
+  const QString scratch = nameBeside(folders_.packInTransit());
+  QString what = u"本次的改动还没有保存。"_s;
+  try {
+    files_.makeFolder(folders_.bakFolder());
+    files_.remove(scratch);
+    gConn.execute("保存数据", "VACUUM INTO ?", scratch);
+    const QString copy = KeptCopies(folders_.bakFolder(), files_).keep(scratch);
+    if (copy != rescueCopy_)
+      dropRescueCopy();
+    rescueCopy_ = copy;
+    what = u"本次的改动已保存为 %1。"_s.arg(copy);
+    files_.remove(scratch);
+  } catch (const Error&) {
+    // The sentence says how far it got; the next start removes the scratch file.
+  }
+  throw FileError(reason + u"工作数据库 %1 在运行中被删除，"_s.arg(folders_.workingFile()) + what);
+}
+
+/// What has been put back after all, or kept anew, need not stay in Bak.
+void Workspace::dropRescueCopy() noexcept {
+  try {
+    if (!rescueCopy_.isEmpty())
+      files_.remove(rescueCopy_);
+    rescueCopy_.clear();
+  } catch (const Error&) {
+    // Rather one copy too many.
   }
 }
 
@@ -229,10 +264,15 @@ void Workspace::abandon() noexcept {
 void Workspace::leave() noexcept {
   if (closed_)
     return;
+  try {
+    rescueRemoved();
+  } catch (const Error&) {
+    // What could be saved lies in Bak.
+  }
   gConn.close();
   bool kept = true;
   try {
-    kept = hasChanged() || data_.needsPutBack();
+    kept = rescued_ || hasChanged() || data_.needsPutBack();
   } catch (const Error&) {
     // Rather one copy too many.
   }

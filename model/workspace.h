@@ -24,8 +24,9 @@ class Workspace final {
 
   /// What a start may be given beside its folders.
   struct Options {
-    FileAccess* files = nullptr;     ///< null: the disk itself
-    std::function<void()> unpacked;  ///< called once the data is unpacked and this is the only instance
+    FileAccess* files = nullptr;          ///< null: the disk itself
+    std::function<void()> unpacked = {};  ///< called once the data is unpacked and this is the only instance
+    std::function<void()> restored = {};  ///< called once a working database stands, before its backup is taken
   };
 
   /// Takes the single-instance locks, unpacks the data, keeps what an interrupted run left, restores the backup where that
@@ -40,8 +41,8 @@ class Workspace final {
 
   /// Closes gConn and, where anything has changed, puts the data back: packed into Bak, copied over the packed data file.
   /// A working database whose file was removed meanwhile is written anew first. Throws StoreError or FileError where that
-  /// fails; the old packed data file then still stands, the changes stay in the working database, and another call tries
-  /// again. Further calls after a success do nothing.
+  /// fails; the old packed data file then still stands, the changes stay in the working database, or in Bak where that is
+  /// gone, and another call tries again. Further calls after a success do nothing.
   void close();
 
   /// Ends the run with nothing saved: the packed data file stays as it is and the working database goes, unless the packed
@@ -88,6 +89,8 @@ class Workspace final {
 
  private:
   void rescueRemoved();
+  [[noreturn]] void raiseRemoved(const QString& reason);
+  void dropRescueCopy() noexcept;
 
   Folders folders_;
   FileAccess& files_;
@@ -104,6 +107,7 @@ class Workspace final {
  private:
   quint32 changeCounter_ = 0;  ///< of the working database when it was opened
   bool rescued_ = false;       ///< its file had to be written anew, and must go back
+  QString rescueCopy_;         ///< where its content lies in Bak since it could not be written anew
   bool closed_ = false;
 };
 

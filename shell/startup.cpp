@@ -82,11 +82,13 @@ bool Startup::openWorkspace() {
   const auto showSplash = [&] {
     unpacked = true;
     screens_.showSplash();
+  };
+  const auto setHelp = [this] {
     if (QFileInfo(folders_.helpFile()).isFile())
       screens_.setHelpFile(folders_.helpFile());
   };
   try {
-    workspace_ = std::make_unique<Workspace>(folders_, Workspace::Options{&files_, showSplash});
+    workspace_ = std::make_unique<Workspace>(folders_, Workspace::Options{&files_, showSplash, setHelp});
   } catch (const AlreadyRunning& fault) {
     boxes_.information(fault.message());
     return false;
@@ -201,8 +203,8 @@ bool Startup::saveConditions() {
   return boxes_.ask(u"用户“%1”的过滤条件没有保存，仍要退出吗？"_s.arg(name));
 }
 
-/// What cannot be put back is tried as often as the person likes; it stays in the temporary folder otherwise, and the next
-/// start keeps it in Bak.
+/// What cannot be put back is tried as often as the person likes. Otherwise it stays in the temporary folder, and the next
+/// start keeps it in Bak; where it was removed from there, the workspace has kept it in Bak and the box says so.
 void Startup::putDataBack() {
   for (;;) {
     try {
@@ -224,12 +226,16 @@ void Startup::quit() {
   workspace_.reset();
 }
 
-/// A start that comes to nothing: nobody has entered anything yet.
+/// A start that comes to nothing. The user mode may have been chosen, which can be asked again; where a logon has got further
+/// than that, an account may have been made or have gone with its file.
 void Startup::fail() {
   screens_.releaseData();
   users_.reset();
   catalogue_.reset();
-  workspace_->abandon();
+  if (workspace_->gUserName.isEmpty())
+    workspace_->abandon();
+  else
+    workspace_->leave();
   workspace_.reset();
 }
 

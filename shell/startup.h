@@ -70,7 +70,8 @@ class Startup final {
   Startup(const Workspace::Folders& folders, Boxes& boxes, Screens& screens, FileAccess& files = realFiles());
   ~Startup();
 
-  /// Brings the program up. False where it is to end.
+  /// Brings the program up. False where it is to end, with nothing packed; where a logon had already changed the accounts,
+  /// the next start keeps that in Bak and tells where.
   bool start();
 
   /// Ends the run; asks first unless exitNoAsk is set. False where the window stays: the answer was No, or the user's

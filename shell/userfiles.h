@@ -13,7 +13,8 @@ namespace elevenfive {
 
 class Store;
 
-/// Names of at most so many characters, passwords likewise, each counted as in the table: a UTF-16 unit.
+/// Names of at most so many characters, passwords likewise. A character is a UTF-16 unit here; the table's own check counts
+/// whole characters, which lets longer ones pass.
 inline constexpr int longestUserText = 50;
 
 /// Whether a name can be that of a file on every system: no separators, no reserved characters or names, no leading or

@@ -10,6 +10,7 @@
 #include <QWebEngineScript>
 #include <QWebEngineSettings>
 #include <QWebEngineUrlRequestInterceptor>
+#include <algorithm>
 
 #include "acquire/pagerules.h"
 
@@ -20,7 +21,12 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr int memoryWatchMs = 250;
-constexpr qint64 mostRendererBytes = qint64{1} << 30;
+
+/// A table of 100,000 rows of seven cells takes three quarters of it.
+constexpr qint64 mostRendererBytes = qint64{5} << 29;
+
+/// On a machine with little memory: half of it, but at least this.
+constexpr qint64 leastLimitBytes = qint64{1} << 30;
 
 /// Longer texts are cut, in characters: a page of 100 draws has some thousands.
 constexpr int longestText = 16'000'000;
@@ -100,6 +106,11 @@ qint64 residentBytes(qint64 process) {
   return fields.size() < 2 ? 0 : fields[1].toLongLong() * sysconf(_SC_PAGESIZE);
 }
 
+qint64 rendererLimitBytes() {
+  const qint64 machine = qint64{sysconf(_SC_PHYS_PAGES)} * sysconf(_SC_PAGESIZE);
+  return std::clamp(machine / 2, leastLimitBytes, mostRendererBytes);
+}
+
 }  // namespace
 
 HiddenProfile::HiddenProfile(const QUrl& asked) {
@@ -163,7 +174,7 @@ bool HiddenPage::acceptNavigationRequest(const QUrl& url, NavigationType type, b
 }
 
 void HiddenPage::watchMemory() {
-  if (residentBytes(renderProcessPid()) > mostRendererBytes)
+  if (residentBytes(renderProcessPid()) > rendererLimitBytes())
     tell_({PageTold::Kind::fault, {}, u"网页太大，无法读取。"_s, 0});
 }
 

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <utility>
 
@@ -64,18 +65,22 @@ ChipList::ChipList(QWidget* parent) : QListWidget(parent) {
 }
 
 void ChipList::setChips(const QStringList& items, const std::vector<bool>& selected) {
-  filling_ = true;
+  const QScopedValueRollback filling(filling_, true);
   clear();
   addItems(items);
+  showSelection(selected);
   int widest = 0;
-  for (int i = 0; i < count(); ++i) {
-    item(i)->setSelected(static_cast<std::size_t>(i) < selected.size() && selected[static_cast<std::size_t>(i)]);
-    widest = std::max(widest, fontMetrics().horizontalAdvance(items[i]));
-  }
+  for (const QString& item : items)
+    widest = std::max(widest, fontMetrics().horizontalAdvance(item));
   const int text = fontMetrics().height();
   setGridSize(compact_ ? QSize(std::max(widest, text) + text, text * 3 / 2 + 6)
                        : QSize(std::max(widest, text * 2) + text * 2, text * 2 + 6));
-  filling_ = false;
+}
+
+void ChipList::showSelection(const std::vector<bool>& selected) {
+  const QScopedValueRollback filling(filling_, true);
+  for (int i = 0; i < count(); ++i)
+    item(i)->setSelected(static_cast<std::size_t>(i) < selected.size() && selected[static_cast<std::size_t>(i)]);
 }
 
 void ChipList::invertSelection() {
@@ -129,6 +134,13 @@ void ChipList::mouseMoveEvent(QMouseEvent* event) {
 void ChipList::mouseReleaseEvent(QMouseEvent* event) {
   if (!std::exchange(rangePress_, false))
     QListWidget::mouseReleaseEvent(event);
+}
+
+/// Hands the press on as a plain one: a view selects nothing by the second press on the same item.
+void ChipList::mouseDoubleClickEvent(QMouseEvent* event) {
+  QMouseEvent press(QEvent::MouseButtonPress, event->position(), event->scenePosition(), event->globalPosition(),
+                    event->button(), event->buttons(), event->modifiers(), event->pointingDevice());
+  mousePressEvent(&press);
 }
 
 void ChipList::keyPressEvent(QKeyEvent* event) {

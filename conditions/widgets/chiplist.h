@@ -1,6 +1,7 @@
 // A list of values to allow or not, shown as chips that wrap into rows. A click toggles a value, dragging takes several, and
-// the space bar toggles the current one. Shift with a click or an arrow selects the whole range from the value that was
-// last clicked or toggled without it. Typing goes to the value that begins with what was typed and toggles nothing.
+// the space bar toggles the current one; the second press of a double click toggles like the first. Shift with a click or an
+// arrow selects the whole range from the value that was last clicked, or reached by a key, without Shift. Typing goes to the
+// value that begins with what was typed and toggles nothing.
 #pragma once
 
 #include <QListWidget>
@@ -21,6 +22,9 @@ class ChipList final : public QListWidget {
   /// Shows these items, selected or not, without telling it as clicks.
   void setChips(const QStringList& items, const std::vector<bool>& selected);
 
+  /// Selects these of the items that stand, by place, without telling it as clicks.
+  void showSelection(const std::vector<bool>& selected);
+
   void invertSelection();
 
   /// Which items are selected, by place.
@@ -33,6 +37,7 @@ class ChipList final : public QListWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   /// Without an event nothing is toggled: the search for typed text only moves to its find.
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;

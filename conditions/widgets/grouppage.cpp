@@ -15,13 +15,13 @@
 #include "conditions/conditionmap.h"
 #include "conditions/conditionpanel.h"
 #include "conditions/widgets/actionbox.h"
+#include "conditions/widgets/changestored.h"
 #include "conditions/widgets/chiplist.h"
 #include "conditions/widgets/listbuttons.h"
 #include "conditions/widgets/pickpage.h"
 #include "conditions/widgets/wheelguard.h"
 #include "model/navigators.h"
 #include "model/store.h"
-#include "model/widgets/faultbox.h"
 
 namespace elevenfive {
 
@@ -189,21 +189,29 @@ QWidget* GroupPage::buildCounts() {
 void GroupPage::countsEdited() {
   if (panel_.loadingPanel)
     return;
-  withFaultBox(boxes_, [this] { groups_.selectCounts(group(), counts_->selection()); });
-  withFaultBox(boxes_, [this] {
-    showSwitch(groups_.showZdyGroup(group()));
-    showLines();
-  });
+  const auto select = [this] { groups_.selectCounts(group(), counts_->selection()); };
+  const auto show = [this] { showCounts(); };
+  if (changeStored(boxes_, select, show))
+    withFaultBox(boxes_, show);
   Q_EMIT tabChanged(groupsTab);
+}
+
+/// What a click on a count may have changed.
+void GroupPage::showCounts() {
+  const CustomGroups::GroupState state = groups_.showZdyGroup(group());
+  counts_->showSelection(state.counts);
+  showSwitch(state);
+  showLines();
 }
 
 template <typename Work>
 void GroupPage::change(Work&& work) {
-  withFaultBox(boxes_, std::forward<Work>(work));
-  withFaultBox(boxes_, [this] {
+  const auto show = [this] {
     showGroup();
     showLines();
-  });
+  };
+  if (changeStored(boxes_, std::forward<Work>(work), show))
+    withFaultBox(boxes_, show);
   Q_EMIT tabChanged(groupsTab);
 }
 
@@ -246,8 +254,10 @@ void GroupPage::showLines() {
     lines_->clear();
     lines_->addItems(lines);
   }
-  for (int i = 0; i < lines_->count(); ++i)
+  for (int i = 0; i < lines_->count(); ++i) {
     lines_->item(i)->setText(lines[i]);
+    lines_->item(i)->setToolTip(lines[i].toHtmlEscaped());  // a long line is cut at the list's edge
+  }
   lines_->setCurrentRow(group() - 1);
 }
 

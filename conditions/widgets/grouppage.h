@@ -1,4 +1,4 @@
-// Tab 22: the twenty custom groups. The list tells all of them, the card at its right edits the selected one.
+// Tab 22: the twenty custom groups. The list tells all of them, the card above it edits the selected one.
 //
 // Every click goes to the store at once; nothing is pending.
 #pragma once
@@ -42,6 +42,7 @@ class GroupPage final : public QWidget {
   QWidget* buildNumbers();
   QWidget* buildCounts();
   void countsEdited();
+  void showCounts();
   [[nodiscard]] int group() const;
   void selectGroup(int k);
   void showGroup();
@@ -64,8 +65,8 @@ class GroupPage final : public QWidget {
   std::array<PickButton*, numberCount + 1> members_{};  ///< by number
   QCheckBox* use_ = nullptr;
   ChipList* counts_ = nullptr;
-  std::vector<QWidget*>
-      countControls_;  ///< List_ZDYset and its buttons: only a group with numbers has counts to choose
+  /// List_ZDYset and its buttons: only a group with numbers has counts to choose.
+  std::vector<QWidget*> countControls_;
 };
 
 }  // namespace elevenfive

@@ -4,11 +4,12 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 #include "conditions/conditionpanel.h"
+#include "conditions/widgets/changestored.h"
 #include "conditions/widgets/wheelguard.h"
-#include "model/widgets/faultbox.h"
 
 namespace elevenfive {
 
@@ -50,7 +51,8 @@ void ParityPage::buildRow(int row, QGridLayout& grid) {
   grid.addWidget(checks_[r], row + 1, 0);
   connect(checks_[r], &QCheckBox::toggled, this, [this, row](bool checked) {
     if (!panel_.loadingPanel)
-      withFaultBox(boxes_, [&] { parity_.clickRow(row, checked); });
+      changeStored(
+          boxes_, [&] { parity_.clickRow(row, checked); }, [this] { showStored(); });
     Q_EMIT changed();
   });
   for (int column = 1; column <= parityColumnCount; ++column) {
@@ -65,8 +67,10 @@ void ParityPage::buildRow(int row, QGridLayout& grid) {
     connect(signs, &QComboBox::currentIndexChanged, this, [this, row, column, signs] {
       if (panel_.loadingPanel)
         return;
-      withFaultBox(boxes_, [&] { parity_.choose(row, column, signs->currentData().toInt()); });
-      fill();  // the choice has ticked the row's box
+      const auto choose = [&] { parity_.choose(row, column, signs->currentData().toInt()); };
+      const auto show = [this] { showStored(); };
+      if (changeStored(boxes_, choose, show))
+        withFaultBox(boxes_, show);  // the choice has ticked the row's box
       Q_EMIT changed();
     });
     signs_[r][static_cast<std::size_t>(column - 1)] = signs;
@@ -78,24 +82,23 @@ void ParityPage::buildRow(int row, QGridLayout& grid) {
 }
 
 void ParityPage::open() {
-  withFaultBox(boxes_, [this] { parity_.open(); });
-  fill();
+  const auto show = [this] { showStored(); };
+  if (changeStored(
+          boxes_, [this] { parity_.open(); }, show))
+    withFaultBox(boxes_, show);
 }
 
-void ParityPage::fill() {
-  panel_.loadingPanel = true;
-  withFaultBox(boxes_, [this] {
-    const auto rows = parity_.rows();
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-      checks_[row]->setText(rows[row].caption);
-      checks_[row]->setAccessibleName(rows[row].caption);
-      checks_[row]->setChecked(rows[row].checked);
-      patterns_[row]->setText(rows[row].pattern);
-      for (std::size_t column = 0; column < rows[row].values.size(); ++column)
-        signs_[row][column]->setCurrentIndex(signs_[row][column]->findData(rows[row].values[column]));
-    }
-  });
-  panel_.loadingPanel = false;
+void ParityPage::showStored() {
+  const QScopedValueRollback loading(panel_.loadingPanel, true);
+  const auto rows = parity_.rows();
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    checks_[row]->setText(rows[row].caption);
+    checks_[row]->setAccessibleName(rows[row].caption);
+    checks_[row]->setChecked(rows[row].checked);
+    patterns_[row]->setText(rows[row].pattern);
+    for (std::size_t column = 0; column < rows[row].values.size(); ++column)
+      signs_[row][column]->setCurrentIndex(signs_[row][column]->findData(rows[row].values[column]));
+  }
 }
 
 }  // namespace elevenfive

@@ -1,6 +1,6 @@
 // The panel paicu: six patterns of odd and even numbers that a run leaves out, each with its box and five choices.
 //
-// It has no tab; an entry of the menu shows it. Every choice is in the store at once.
+// It has no tab; an entry of the menu and a button of the condition panel show it. Every choice is in the store at once.
 #pragma once
 
 #include <QFrame>
@@ -33,7 +33,7 @@ class ParityPage final : public QFrame {
 
  private:
   void buildRow(int row, QGridLayout& grid);
-  void fill();
+  void showStored();
 
   ConditionPanel& panel_;
   Boxes& boxes_;

@@ -9,10 +9,9 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "conditions/widgets/changestored.h"
 #include "conditions/widgets/machinepickform.h"
 #include "conditions/widgets/wheelguard.h"
-#include "model/errors.h"
-#include "model/widgets/faultbox.h"
 
 namespace elevenfive {
 
@@ -158,13 +157,7 @@ void PickPage::clearPicks() {
 }
 
 void PickPage::attempt(const std::function<void()>& change) {
-  if (withFaultBox(boxes_, change))
-    return;
-  try {
-    picking_.paintPickButtons();
-  } catch (const Error&) {
-    // Where the picks cannot be read either, the box of the first fault has told enough.
-  }
+  changeStored(boxes_, change, [this] { picking_.paintPickButtons(); });
 }
 
 void PickPage::reload() {

@@ -13,9 +13,9 @@
 #include <QVBoxLayout>
 
 #include "conditions/pendingaction.h"
+#include "conditions/widgets/changestored.h"
 #include "model/store.h"
 #include "model/widgets/ball.h"
-#include "model/widgets/faultbox.h"
 
 namespace elevenfive {
 
@@ -201,7 +201,13 @@ void QuickForm::showPage(int page) {
 
 void QuickForm::clickUse(std::size_t row, bool checked) {
   std::optional<int> tab;
-  withFaultBox(boxes_, [&] { tab = quick_.clickUse(rows_[row], checked); });
+  QuickSetup::Row& fact = rows_[row];
+  changeStored(
+      boxes_, [&] { tab = quick_.clickUse(fact, checked); },
+      [&] {
+        fact.used = quick_.getQuickUse(fact.code) > 0;
+        lines_[row].use->setChecked(fact.used);
+      });
   if (tab)
     Q_EMIT tabWanted(*tab);
 }

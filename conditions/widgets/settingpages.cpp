@@ -7,14 +7,15 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "conditions/conditionmap.h"
 #include "conditions/conditionsummary.h"
+#include "conditions/widgets/changestored.h"
 #include "conditions/widgets/tabcaptions.h"
 #include "conditions/widgets/wheelguard.h"
-#include "model/widgets/faultbox.h"
 
 namespace elevenfive {
 
@@ -61,12 +62,18 @@ PositionTolerance::PositionTolerance(ConditionPanel& panel, Boxes& boxes, QWidge
     row->addWidget(option);
   }
   row->addStretch();
-  connect(options_, &QButtonGroup::idClicked, this,
-          [this](int id) { withFaultBox(boxes_, [&] { panel_.setPositionTolerance(id); }); });
+  connect(options_, &QButtonGroup::idClicked, this, [this](int id) {
+    changeStored(
+        boxes_, [&] { panel_.setPositionTolerance(id); }, [this] { showStored(); });
+  });
 }
 
 void PositionTolerance::reload() {
-  withFaultBox(boxes_, [this] { checkOnly(*options_, panel_.positionTolerance()); });
+  withFaultBox(boxes_, [this] { showStored(); });
+}
+
+void PositionTolerance::showStored() {
+  checkOnly(*options_, panel_.positionTolerance());
 }
 
 MatchPage::MatchPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
@@ -92,7 +99,8 @@ MatchPage::MatchPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
   connect(use_, &QCheckBox::toggled, this, [this](bool checked) {
     if (panel_.loadingPanel)
       return;
-    withFaultBox(boxes_, [&] { panel_.setMatchUsed(checked); });
+    changeStored(
+        boxes_, [&] { panel_.setMatchUsed(checked); }, [this] { showStored(); });
     Q_EMIT tabChanged(matchTab);
   });
 }
@@ -107,21 +115,23 @@ QComboBox* MatchPage::box(const QString& name, const QString& accessibleName, in
     made->addItem(QString::number(value), value);
   connect(made, &QComboBox::currentIndexChanged, this, [this, field](int index) {
     if (!panel_.loadingPanel && index >= 0)
-      withFaultBox(boxes_, [&] { panel_.setMatchField(field, index + 1); });
+      changeStored(
+          boxes_, [&] { panel_.setMatchField(field, index + 1); }, [this] { showStored(); });
   });
   return made;
 }
 
 void MatchPage::reload() {
-  panel_.loadingPanel = true;
-  withFaultBox(boxes_, [this] {
-    const ConditionPanel::MatchState state = panel_.matchState();
-    use_->setChecked(state.used);
-    periods_->setCurrentIndex(periods_->findData(state.minimum));
-    newest_->setCurrentIndex(newest_->findData(state.maximum));
-    match_->setCurrentIndex(match_->findData(state.match));
-  });
-  panel_.loadingPanel = false;
+  withFaultBox(boxes_, [this] { showStored(); });
+}
+
+void MatchPage::showStored() {
+  const QScopedValueRollback loading(panel_.loadingPanel, true);
+  const ConditionPanel::MatchState state = panel_.matchState();
+  use_->setChecked(state.used);
+  periods_->setCurrentIndex(periods_->findData(state.minimum));
+  newest_->setCurrentIndex(newest_->findData(state.maximum));
+  match_->setCurrentIndex(match_->findData(state.match));
 }
 
 ReductionPage::ReductionPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
@@ -145,29 +155,32 @@ ReductionPage::ReductionPage(ConditionPanel& panel, Boxes& boxes, QWidget* paren
   card->addSpacing(fontMetrics().height() / 2);
   card->addWidget(optimise_);
   connect(types_, &QButtonGroup::idClicked, this, [this](int id) {
-    withFaultBox(boxes_, [&] { panel_.setReductionType(id); });
+    changeStored(
+        boxes_, [&] { panel_.setReductionType(id); }, [this] { showStored(); });
     Q_EMIT tabChanged(reductionTab);
   });
   connect(optimise_, &QCheckBox::toggled, this, [this](bool checked) {
     if (panel_.loadingPanel)
       return;
-    withFaultBox(boxes_, [&] { panel_.clickSwitch(optimiseCode_, checked); });
+    changeStored(
+        boxes_, [&] { panel_.clickSwitch(optimiseCode_, checked); }, [this] { showStored(); });
     Q_EMIT tabChanged(reductionTab);
   });
 }
 
 void ReductionPage::reload() {
-  panel_.loadingPanel = true;
-  withFaultBox(boxes_, [this] {
-    checkOnly(*types_, panel_.reductionType());
-    for (const ConditionPanel::SwitchState& state : panel_.switches(reductionTab)) {
-      optimiseCode_ = state.code;
-      optimise_->setText(state.caption);
-      optimise_->setAccessibleName(state.caption);
-      optimise_->setChecked(state.checked);
-    }
-  });
-  panel_.loadingPanel = false;
+  withFaultBox(boxes_, [this] { showStored(); });
+}
+
+void ReductionPage::showStored() {
+  const QScopedValueRollback loading(panel_.loadingPanel, true);
+  checkOnly(*types_, panel_.reductionType());
+  for (const ConditionPanel::SwitchState& state : panel_.switches(reductionTab)) {
+    optimiseCode_ = state.code;
+    optimise_->setText(state.caption);
+    optimise_->setAccessibleName(state.caption);
+    optimise_->setChecked(state.checked);
+  }
 }
 
 SummaryPage::SummaryPage(Store& gConn, ConditionPanel& panel, Boxes& boxes, QWidget* parent)

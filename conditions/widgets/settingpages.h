@@ -25,6 +25,8 @@ class PositionTolerance final : public QFrame {
   void reload();
 
  private:
+  void showStored();
+
   ConditionPanel& panel_;
   Boxes& boxes_;
   QButtonGroup* options_;
@@ -40,6 +42,7 @@ class MatchPage final : public QWidget {
   Q_SIGNAL void tabChanged(int tab);
 
  private:
+  void showStored();
   QComboBox* box(const QString& name, const QString& accessibleName, int last, ConditionPanel::MatchField field);
 
   ConditionPanel& panel_;
@@ -60,6 +63,8 @@ class ReductionPage final : public QWidget {
   Q_SIGNAL void tabChanged(int tab);
 
  private:
+  void showStored();
+
   ConditionPanel& panel_;
   Boxes& boxes_;
   QButtonGroup* types_ = nullptr;

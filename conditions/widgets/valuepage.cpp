@@ -7,14 +7,15 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 #include "conditions/conditionpanel.h"
+#include "conditions/widgets/changestored.h"
 #include "conditions/widgets/chiplist.h"
 #include "conditions/widgets/listbuttons.h"
 #include "conditions/widgets/tabcaptions.h"
 #include "model/store.h"
-#include "model/widgets/faultbox.h"
 
 namespace elevenfive {
 
@@ -82,7 +83,8 @@ QWidget* ValuePage::buildGroup(int index) {
     if (panel_.loadingPanel)
       return;
     const QString tag = groups_[static_cast<std::size_t>(index)].check->property(tagProperty).toString();
-    withFaultBox(boxes_, [&] { panel_.clickTaggedSwitch(tag, checked); });
+    changeStored(
+        boxes_, [&] { panel_.clickTaggedSwitch(tag, checked); }, [this] { showStored(); });
     Q_EMIT tabChanged(tab_);
   });
   connect(group.chips, &ChipList::selectionEdited, this, [this, index] { selectionEdited(index); });
@@ -104,9 +106,9 @@ void ValuePage::addButton(int index, QPushButton* button) {
 void ValuePage::showTab(int tab) {
   tab_ = tab;
   title_->setText(tabCaption(tab));
-  panel_.loadingPanel = true;
+  const QScopedValueRollback loading(panel_.loadingPanel, true);
   withFaultBox(boxes_, [&] {
-    const auto lists = panel_.fillLists(tab);
+    const auto lists = panel_.fillValueList(tab);
     for (std::size_t i = 0; i < groups_.size() && i < lists.size(); ++i) {
       groups_[i].chips->setChips(lists[i].items, lists[i].selected);
       groups_[i].chips->setAccessibleName(tabCaption(tab) + u" 允许的取值"_s);
@@ -114,12 +116,10 @@ void ValuePage::showTab(int tab) {
     loadSwitches();
     refreshTip(ConditionPanel::helpText(tab).isEmpty() ? tabHelp(tab) : ConditionPanel::helpText(tab) + u"\n\n"_s);
   });
-  panel_.loadingPanel = false;
 }
 
 void ValuePage::loadSwitches() {
-  const bool loading = panel_.loadingPanel;
-  panel_.loadingPanel = true;
+  const QScopedValueRollback loading(panel_.loadingPanel, true);
   const auto switches = panel_.switches(tab_);
   for (std::size_t i = 0; i < groups_.size() && i < switches.size(); ++i) {
     groups_[i].check->setProperty(tagProperty, QString::number(switches[i].code));
@@ -128,7 +128,15 @@ void ValuePage::loadSwitches() {
     groups_[i].check->setChecked(switches[i].checked);
     groups_[i].check->setEnabled(switches[i].enabled);
   }
-  panel_.loadingPanel = loading;
+}
+
+/// Brings the controls of the open tab back to what is stored. The items, and with them the place in a list, stay.
+void ValuePage::showStored() {
+  const auto lists = panel_.fillValueList(tab_);
+  for (std::size_t i = 0; i < groups_.size() && i < lists.size(); ++i)
+    groups_[i].chips->showSelection(lists[i].selected);
+  loadSwitches();
+  refreshTip(tip_ != nullptr ? tip_->toPlainText() : QString());
 }
 
 void ValuePage::refreshTip(const QString& tip) {
@@ -139,11 +147,14 @@ void ValuePage::refreshTip(const QString& tip) {
 void ValuePage::selectionEdited(int list) {
   if (panel_.loadingPanel)
     return;
-  withFaultBox(boxes_, [&] {
-    panel_.selectItems(tab_, list, groups_[static_cast<std::size_t>(list)].chips->selection());
-    loadSwitches();
-    refreshTip(tip_ != nullptr ? tip_->toPlainText() : QString());
-  });
+  changeStored(
+      boxes_,
+      [&] {
+        panel_.selectItems(tab_, list, groups_[static_cast<std::size_t>(list)].chips->selection());
+        loadSwitches();
+        refreshTip(tip_ != nullptr ? tip_->toPlainText() : QString());
+      },
+      [this] { showStored(); });
   Q_EMIT tabChanged(tab_);
 }
 

@@ -57,6 +57,7 @@ class ValuePage final : public QWidget {
 
   QWidget* buildGroup(int index);
   void loadSwitches();
+  void showStored();
   void refreshTip(const QString& tip);
   void selectionEdited(int list);
 

@@ -1,6 +1,7 @@
 #include "model/widgets/gridview.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 
 namespace elevenfive {
 
@@ -74,6 +75,14 @@ void GridView::fitColumns(const QStringList& wide, int digits) {
 
 void GridView::stretchColumns() {
   horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+}
+
+void GridView::resizeEvent(QResizeEvent* event) {
+  const QScrollBar& bar = *verticalScrollBar();
+  const bool atEnd = bar.maximum() > 0 && bar.value() == bar.maximum();
+  QTableView::resizeEvent(event);
+  if (atEnd)
+    scrollToBottom();
 }
 
 void GridView::fitColumn(const QString& name, const QString& sample) {

@@ -1,5 +1,5 @@
 // The grid of the program: a table over a paged model, read-only as it is made, with rows of one height and columns as wide
-// as their headers need.
+// as their headers need. Where the last row stands in view it does so at another height, too.
 #pragma once
 
 #include <QStringList>
@@ -36,6 +36,9 @@ class GridView final : public QTableView {
 
   /// Makes a column at least as wide as a sample text needs.
   void fitColumn(const QString& name, const QString& sample);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   PagedTableModel* rows_;

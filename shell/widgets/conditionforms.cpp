@@ -1,6 +1,8 @@
 #include "shell/widgets/conditionforms.h"
 
+#include <QTimer>
 #include <QWidget>
+#include <chrono>
 #include <utility>
 
 #include "conditions/conditionmap.h"
@@ -17,6 +19,9 @@ namespace {
 
 constexpr int conditionsTopTab = 2;
 constexpr int picksTab = 1;
+
+/// What a form has left is done after this time even where the window has not become active.
+constexpr std::chrono::milliseconds longestActivation{500};
 
 }  // namespace
 
@@ -95,9 +100,13 @@ void ConditionForms::recountZones(HistoryPanel& history) {
 void ConditionForms::leaveAction(int code) {
   pendingAction_ = code;
   closeQuickSetup();
+  if (window_.widget->isActiveWindow()) {
+    QMetaObject::invokeMethod(this, &ConditionForms::runPendingAction, Qt::QueuedConnection);
+    return;
+  }
   window_.widget->activateWindow();
-  // Where the desktop does not hand the focus back, the window is not told that it is active.
-  QMetaObject::invokeMethod(this, &ConditionForms::runPendingAction, Qt::QueuedConnection);
+  // Where the desktop does not hand the focus back, the window is never told that it is active.
+  QTimer::singleShot(longestActivation, this, &ConditionForms::runPendingAction);
 }
 
 void ConditionForms::windowActivated() {

@@ -61,6 +61,9 @@ class ConditionForms final : public QObject {
   /// A form leaves the code of what the main window is to do once it is active and idle; the quick setup closes.
   void leaveAction(int code);
 
+  /// What was left is not done any more: the data goes.
+  void forgetAction() { pendingAction_ = 0; }
+
  private:
   void showConditionTab(int tab);
   void runPendingAction();

@@ -341,6 +341,7 @@ void MainWindow::showUserMenu(bool visible) {
 }
 
 void MainWindow::releaseData() {
+  forms_->forgetAction();
   centralWidget()->hide();
   menuBar()->setDisabled(true);
 }

@@ -44,10 +44,10 @@ QFrame[card="true"] { background: palette(base); border: 1px solid #D8DEE4; bord
 QPushButton { padding: 0.35em 0.9em; border: 1px solid #C3CCD5; border-radius: 4px; background: palette(base); }
 QPushButton:hover { background: #EAF1F8; }
 QPushButton:pressed { background: #D6E4F2; }
-QPushButton:focus { border: 1px solid palette(highlight); }
+QPushButton:default, QPushButton:focus { border: 1px solid palette(highlight); }
 QPushButton:checked { color: white; background: palette(highlight); border-color: palette(highlight); }
 QPushButton:checked:focus { border: 1px solid #1F2933; }
-QPushButton:disabled { color: #9AA5B1; background: palette(window); }
+QPushButton:disabled { color: #9AA5B1; background: palette(window); border-color: #C3CCD5; }
 QPushButton[small="true"] { padding: 0.15em 0.7em; }
 QPushButton[primary="true"] { color: white; background: palette(highlight); border-color: palette(highlight); }
 QPushButton[primary="true"]:hover { background: #3A7BBF; }

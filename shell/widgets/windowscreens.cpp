@@ -27,7 +27,7 @@ void WindowScreens::bindHistory(Workspace& workspace) {
                      [file = helpFile_] { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); });
 }
 
-/// Balls are painted: the history's get their colours, and no images are read.
+/// Balls are painted: the history's get their colours, and no images are read. No page shows a special ball.
 void WindowScreens::loadBallImages(const std::vector<BallColors>& colors) {
   if (auto* grid = window_->findChild<GridView*>(u"TDBGridHistory"_s))
     for (const BallColors& ball : colors)

@@ -209,10 +209,13 @@ TEST_F(PageText, WithoutARecordNothingIsDerived) {
   EXPECT_EQ(data.rows("SELECT 和值 FROM 历史记录"), QStringList{u"-"_s});
 }
 
-TEST_F(PageText, ADrawOutOfRangeInTheTableEndsTheDerivationInSilence) {
+TEST_F(PageText, ADrawOutOfRangeInTheTableEndsTheDerivationAndIsNamed) {
   data.addDraws(u"110315001 01 02 03 04 05\n110315002 01 02 03 04 00\n110315004 01 02 03 04 05"_s);
-  deriveScanned(data.store(), scan(u"11031501 01 02 03 04 06 17:40:00"_s, 110315004), nullptr, ports, nullptr);
+  const PageCounts counts = scan(u"11031501 01 02 03 04 06 17:40:00"_s, 110315004);
+  EXPECT_EQ(deriveScanned(data.store(), counts, nullptr, ports, nullptr),
+            u"第 110315002 期的号码 00 不在 01 到 11 之间，统计到此为止。请更正或删除这一期后再统计。"_s);
   EXPECT_EQ(draws().first(), u"110315001 1 2 3 4 6"_s);
+  EXPECT_EQ(data.rows("SELECT 和值 FROM 历史记录 ORDER BY 期号"), (QStringList{u"16"_s, u"-"_s, u"-"_s}));
 }
 
 TEST(DecodePage, NoBytesAreNoText) {

@@ -286,6 +286,16 @@ TEST_F(WebUpdateTest, ADrawThatTheTableRefusesLeavesTheOthersStoredAndDerived) {
             (QStringList{u"next period"_s, u"chart mode"_s, u"refresh views"_s, u"buttons on"_s}));
 }
 
+TEST_F(WebUpdateTest, ADrawInTheTableThatCannotBeDerivedIsNamedInThePanel) {
+  data.addDraws(u"110315010 01 02 03 04 05\n110315013 01 02 03 04 00\n110315014 01 02 03 04 06"_s);
+  EXPECT_TRUE(update().updateFromWeb(day, true, QString(), 110315014));
+  EXPECT_EQ(draws(), (QStringList{u"110315010 1 5 -"_s, u"110315011 1 5 15"_s, u"110315012 1 8 18"_s,
+                                  u"110315013 1 0 -"_s, u"110315014 1 6 -"_s}));
+  EXPECT_EQ(ports.boxTexts(), QStringList{completed});
+  EXPECT_EQ(screen.panel.last(),
+            u"第 110315013 期的号码 00 不在 01 到 11 之间，统计到此为止。请更正或删除这一期后再统计。"_s);
+}
+
 TEST_F(WebUpdateTest, AFaultOfTheTableKeepsWhatWasStoredAndClearsThePanel) {
   screen.onReload = [] { throw StoreError(u"full"_s); };
   EXPECT_THROW(fetch(), StoreError);

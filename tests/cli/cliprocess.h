@@ -20,13 +20,18 @@ class CliProcess final {
 
   /// A call with the words behind the program's name; --folder and --temp are put in front.
   Outcome call(const QStringList& words, const QString& input = {}) {
+    return callWithBytes(words, input.toStdString());
+  }
+
+  /// The same, whatever the bytes of standard input are.
+  Outcome callWithBytes(const QStringList& words, const std::string& input) {
     return callAsIs(QStringList{QStringLiteral("--folder"), folder(), QStringLiteral("--temp"), folder()} + words,
                     input);
   }
 
   /// A call with exactly these words.
-  static Outcome callAsIs(const QStringList& words, const QString& input = {}) {
-    std::istringstream in(input.toStdString());
+  static Outcome callAsIs(const QStringList& words, const std::string& input = {}) {
+    std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream err;
     Outcome outcome;

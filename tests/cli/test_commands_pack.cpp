@@ -82,11 +82,37 @@ TEST_F(PackCommands, TheProgramsOwnFilesAreNoTargetsOfAnyExport) {
       EXPECT_TRUE(outcome.err.contains(u"文件 %1 是程序自己的文件，请换一个文件名。"_s.arg(own)))
           << words.join(u' ').toStdString() << outcome.err.toStdString();
     }
-    if (name != u"elevenfive.bak"_s) {  // which each start takes anew
-      EXPECT_EQ(content(own), before);
+    if (name == u"TJmode.tjmod"_s) {  // which an export fills before it asks for a path
+      EXPECT_TRUE(content(own).startsWith("SQLite format 3"));
+    } else if (name != u"elevenfive.bak"_s) {  // which each start takes anew
+      EXPECT_TRUE(content(own) == before) << name.toStdString();
     }
   }
   EXPECT_FALSE(QFile::exists(cli.path(u"x"_s)));
+}
+
+TEST_F(PackCommands, WithoutAPackedDataFileNothingElseOfTheProgramsIsTakenForIt) {
+  const QString one = file(u"one"_s, "1");
+  const QString own = cli.path(u"TJmode.tjmod"_s);
+  const auto outcome = cli.call({u"pack"_s, one, one, own});
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_TRUE(outcome.err.contains(u"文件 %1 是程序自己的文件，请换一个文件名。"_s.arg(own)))
+      << outcome.err.toStdString();
+  EXPECT_FALSE(QFile::exists(own));
+  EXPECT_EQ(cli.call({u"pack"_s, one, one, cli.path(u"./elevenfive.dat"_s)}).status, exitDone);
+}
+
+TEST_F(PackCommands, FilesBesideWithTheNamesOfScratchFilesStay) {
+  const QString one = file(u"a"_s, "abc");
+  const QString two = file(u"b"_s, "xy");
+  const QString pack = cli.path(u"p"_s);
+  for (const QString& name : {u"p.new"_s, u"o1.new"_s, u"o2.new"_s})
+    file(name, "notes");
+  EXPECT_EQ(cli.call({u"pack"_s, one, two, pack}).status, exitDone);
+  EXPECT_EQ(cli.call({u"unpack"_s, pack, cli.path(u"o2"_s), cli.path(u"o1"_s)}).status, exitDone);
+  for (const QString& name : {u"p.new"_s, u"o1.new"_s, u"o2.new"_s})
+    EXPECT_EQ(content(cli.path(name)), "notes");
+  EXPECT_EQ(content(cli.path(u"o1"_s)), "abc");
 }
 
 TEST_F(PackCommands, WhatWasUnpackedCanBePackedIntoTheDataFileAgain) {

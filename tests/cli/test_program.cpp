@@ -159,14 +159,17 @@ TEST_F(Program, HostileTextIsData) {
   const auto outcome = cli.call({u"source"_s, u"set"_s, hostile, u"a"_s});
   EXPECT_EQ(outcome.status, exitFailed);
   EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 没有名为“%1”的地址。\n"_s.arg(hostile));
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, hostile}).status, exitDone);
-  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), hostile + u'\n');
+  const QString address = u"http://x.test/';DROP/**/TABLE/**/数据源;--\"\\"_s;
+  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, address}).status, exitDone);
+  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), address + u'\n');
 }
 
 TEST_F(Program, AnAddressThatIsTooLongIsRefused) {
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, QString(200, u'a')}).status, exitDone);
-  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, QString(201, u'b')}).status, exitFailed);
-  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), QString(200, u'a') + u'\n');
+  const QString longest = u"http://x.test/"_s + QString(186, u'a');
+  ASSERT_EQ(longest.size(), 200);
+  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, longest}).status, exitDone);
+  EXPECT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, longest + u'b'}).status, exitFailed);
+  EXPECT_EQ(cli.rows(u"SELECT 地址 FROM 数据源 WHERE 名称 = '版本公告'"_s), longest + u'\n');
 }
 
 TEST_F(Program, BatchTakesAFileNameAndNoOption) {
@@ -261,6 +264,26 @@ TEST_F(Program, BatchReadsAFileOrStandardInput) {
   EXPECT_EQ(cli.call({u"batch"_s, cli.path(u"lines.txt"_s)}).out, printed);
   EXPECT_EQ(cli.call({u"batch"_s, u"-"_s}, u"sql 'SELECT 3 AS z'\n"_s).out, printed);
   EXPECT_EQ(cli.call({u"batch"_s}, u"sql 'SELECT 3 AS z'\n"_s).out, printed);
+}
+
+TEST_F(Program, ABatchFileIsReadInOneCodeAsAWhole) {
+  writeFile(cli.path(u"gb.txt"_s), "sql \"SELECT '\xC6\xDA\xBA\xC5' AS z\"\n");
+  EXPECT_EQ(cli.call({u"batch"_s, cli.path(u"gb.txt"_s)}).out, u"> sql \"SELECT '期号' AS z\"\nz\n期号\n"_s);
+  // One byte that is no UTF-8 in the second line: the first one is not read in another code than it.
+  writeFile(cli.path(u"both.txt"_s), "sql \"SELECT '\xE6\x9C\x9F' AS z\"\nsql \"SELECT '\xFF' AS z\"\n");
+  const auto both = cli.call({u"batch"_s, cli.path(u"both.txt"_s)});
+  EXPECT_EQ(both.status, exitUsage);
+  EXPECT_FALSE(both.out.contains(u"期"_s)) << both.out.toStdString();
+}
+
+TEST_F(Program, ALineOfStandardInputThatIsNoUtf8IsWrongWordsAndChangesNothing) {
+  // The last character of the name is cut off; the bytes would be another name in another code.
+  const auto outcome = cli.callWithBytes({u"batch"_s}, "user logon \xE7\x94\xB2\xE5 p --create\n");
+  EXPECT_EQ(outcome.status, exitUsage);
+  EXPECT_TRUE(outcome.err.startsWith(u"命令行含有不能使用的字符。"_s)) << outcome.err.toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT COUNT(*) FROM 用户表"_s), u"1\n"_s);
+  EXPECT_EQ(cli.callWithBytes({u"batch"_s}, "\xEF\xBB\xBFsql 'SELECT 3 AS z'\n").out,
+            u"> sql 'SELECT 3 AS z'\nz\n3\n"_s);
 }
 
 TEST_F(Program, BatchOfAMissingFileFails) {

@@ -206,6 +206,29 @@ TEST_F(Files, TheProgramsOwnFilesAreNeverOverwritten) {
   EXPECT_TRUE(ports.boxes.empty());
 }
 
+TEST_F(Files, WithoutPackAndBackupANewNameIsStillNoneOfTheProgramsOwn) {
+  ASSERT_TRUE(QFile::remove(workspace.folders.packedFile()));
+  ASSERT_TRUE(QFile::remove(workspace.folders.backupFile()));
+  EXPECT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导出完成！"_s});
+}
+
+TEST_F(Files, AFileOfTheScratchFilesNameSurvivesTheExport) {
+  QFile mine(question.path + u".new"_s);
+  ASSERT_TRUE(mine.open(QIODevice::WriteOnly));
+  mine.write("notes");
+  mine.close();
+  EXPECT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(bytesOf(mine.fileName()), "notes");
+  EXPECT_EQ(rowsOf(question.path, "SELECT COUNT(*) FROM 过滤条件"), QStringList{u"1280"_s});
+}
+
+TEST_F(Files, TheExportGoesOnWhereTheTemporaryFolderWasCleared) {
+  ASSERT_TRUE(QDir(workspace.folders.temporary).removeRecursively());
+  EXPECT_TRUE(files.exportConditions(today));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导出完成！"_s});
+}
+
 TEST_F(Files, NoToTheOverwriteQuestionLeavesTheOldFile) {
   QFile file(question.path);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -340,13 +363,19 @@ TEST_F(Files, AttributesGoByTheirPlaceWhateverTheirNames) {
   EXPECT_EQ(workspace.rows("SELECT 号码 FROM 号码特性 WHERE 自定义组1 = 1"), QStringList{u"7"_s});
 }
 
-TEST_F(Files, AttributesWithAColumnMoreOrLessAreRefused) {
+TEST_F(Files, AttributesWithAColumnMoreOrLessAreRefusedAndTheTablesBeforeThemStayCopied) {
   for (const char* script :
        {"ALTER TABLE 号码特性 ADD COLUMN 多余 INTEGER", "ALTER TABLE 号码特性 DROP COLUMN 自定义组20"}) {
     ports.boxes.clear();
+    run("UPDATE 过滤条件使用情况 SET 使用情况 = 1");
     exportSet();
     alterFile(script);
+    run("UPDATE 过滤条件使用情况 SET 使用情况 = 0");
+    run("UPDATE 号码特性 SET 自定义组1 = 1 - 自定义组1");
+    const QStringList attributes = workspace.rows(setTables[2]);
     expectFormatError();
+    EXPECT_EQ(workspace.rows("SELECT MIN(使用情况) FROM 过滤条件使用情况"), QStringList{u"1"_s});
+    EXPECT_EQ(workspace.rows(setTables[2]), attributes);
     QFile::remove(question.path);
   }
 }
@@ -391,6 +420,31 @@ TEST_F(Files, WhatAnotherProgramLeftBesideAFileIsNoPartOfIt) {
   EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 3);
   ASSERT_TRUE(files.exportConditions(today));
   EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"set.Vorex"_s});
+}
+
+TEST_F(Files, AFileThatIsLockedIsReadAtOnce) {
+  changeEverything();
+  exportSet();
+  const QStringList saved = set();
+  Store other(question.path, StoreAccess::readWrite);
+  other.executeScript("test", "BEGIN EXCLUSIVE");
+  changeEverything();
+  QElapsedTimer timer;
+  timer.start();
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_LT(timer.elapsed(), 1000);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(set(), saved);
+}
+
+TEST_F(Files, TheCopyThatIsReadIsOneOfTheProgramsOwnFiles) {
+  exportSet();
+  const QString own = workspace.folders.temporary + u"/Temp_fuDaoru.mdb"_s;
+  ASSERT_TRUE(QFile::copy(question.path, own));  // as an import leaves it whose process was ended
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_FALSE(QFile::exists(own));
+  question.path = own;
+  EXPECT_THROW(files.exportConditions(today), FileError);
 }
 
 TEST_F(Files, AFileThatMayOnlyBeReadIsRead) {

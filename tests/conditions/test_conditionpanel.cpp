@@ -228,6 +228,15 @@ TEST_F(Panel, PositionBoxThatIsOnWithoutNumbersCanBeSwitchedOff) {
   EXPECT_TRUE(positionBox(1).enabled);
 }
 
+TEST_F(Panel, PositionNumberWithoutRowLeavesSwitchAndColumn) {
+  store.execute("test", "UPDATE 号码特性 SET 第2位 = 0");
+  panel.clickSwitch(31, true);
+  store.execute("test", "DELETE FROM 号码特性 WHERE 号码 = 4");
+  const QStringList before = conditions();
+  panel.clickValue(15, 1, 3, true);
+  EXPECT_EQ(conditions(), before);
+}
+
 TEST_F(Panel, PositionToleranceStandsInItsRow) {
   EXPECT_EQ(panel.positionTolerance(), 0);
   panel.setPositionTolerance(2);

@@ -278,6 +278,48 @@ TEST_F(Groups, WhileThePanelIsFilledNothingIsWritten) {
   EXPECT_EQ(conditionUse(workspace.store(), 20), 0);
 }
 
+/// All that the groups consist of.
+class GroupsWithoutRows : public Groups {
+ protected:
+  QStringList all() {
+    return workspace.rows("SELECT * FROM 号码特性 ORDER BY 号码") +
+           workspace.rows("SELECT * FROM 过滤条件 ORDER BY ID") +
+           workspace.rows("SELECT * FROM 过滤条件使用情况 ORDER BY 条件") +
+           workspace.rows("SELECT * FROM 自定义别名 ORDER BY 序号");
+  }
+};
+
+TEST_F(GroupsWithoutRows, ANumberWithoutRowLeavesTheGroupAsItWas) {
+  groups.clickUse(2, true);  // the factory set allows 2 and 4 of this group, which has no numbers
+  workspace.store().execute("test", "DELETE FROM 号码特性 WHERE 号码 = 9");
+  const QStringList before = all();
+  groups.clickMember(2, 9);
+  EXPECT_EQ(all(), before);
+  EXPECT_TRUE(groups.showZdyGroup(2).useEnabled);
+}
+
+TEST_F(GroupsWithoutRows, ACountWithoutRowLeavesTheGroupAsItWas) {
+  groups.clickMember(1, 4);
+  groups.clickUse(1, true);  // in use, though no count is allowed
+  workspace.store().execute("test", "DELETE FROM 过滤条件 WHERE ID = 3803");
+  const QStringList before = all();
+  groups.clickCount(1, 3, true);
+  EXPECT_EQ(all(), before);
+  groups.selectCounts(1, {false, false, false, true, false, false});
+  EXPECT_EQ(all(), before);
+  groups.selectCounts(1, {true, false, false, true, false, false});  // the row that is there takes its count
+  EXPECT_EQ(allowed(3800, 3809), u"3800"_s);
+}
+
+TEST_F(GroupsWithoutRows, ANameWithoutRowLeavesEveryName) {
+  workspace.store().execute("test", "DELETE FROM 自定义别名 WHERE 序号 = 3");
+  const QStringList before = all();
+  ports.typed = {u"热号"_s};
+  groups.rename(3);
+  EXPECT_EQ(all(), before);
+  EXPECT_EQ(groups.getZdyAlias(3), QString());
+}
+
 TEST_F(Groups, GroupsThatDoNotExistChangeNothing) {
   const auto before = workspace.rows("SELECT * FROM 过滤条件 ORDER BY ID");
   for (const int k : {-1, 0, 21}) {

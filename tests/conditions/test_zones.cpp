@@ -34,6 +34,14 @@ TEST_F(ZonesTest, ClickPutsANumberInAndTakesItOut) {
   EXPECT_EQ(zoneText(workspace.store(), 3), u" 区间3：　无号码"_s);
 }
 
+TEST_F(ZonesTest, ANumberWithoutRowChangesNoZone) {
+  workspace.store().execute("test", "DELETE FROM 号码特性 WHERE 号码 = 9");
+  const auto before = workspace.rows("SELECT * FROM 号码特性 ORDER BY 号码");
+  zones.clickNumber(3, 9);
+  EXPECT_EQ(workspace.rows("SELECT * FROM 号码特性 ORDER BY 号码"), before);
+  EXPECT_FALSE(zones.zonesChanged);
+}
+
 TEST_F(ZonesTest, NumberInTwoZonesShowsInBothLines) {
   zones.clickNumber(4, 1);
   EXPECT_EQ(zoneMembers(workspace.store(), 1).front(), 1);

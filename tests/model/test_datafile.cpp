@@ -243,6 +243,39 @@ TEST_F(DataFileLife, ADamagedPackStaysUnderAnotherNameAndTheBackupIsUsed) {
   }
 }
 
+TEST_F(DataFileLife, ADamagedPackInBakStaysUnderAnotherNameWhateverBecomesOfThePackedDataFile) {
+  runWriting(7);
+  runWriting(8);
+  const QByteArray older = read(folders.packedFile());
+  const auto asItIs = [] {};
+  const auto older9 = [&] {
+    runWriting(9);
+    write(folders.packedFile(), older);
+  };
+  const auto missing = [&] { QFile::remove(folders.packedFile()); };
+  const auto damaged = [&] { write(folders.packedFile(), "garbage"); };
+  for (const std::function<void()>& change : {std::function<void()>(asItIs), std::function<void()>(older9),
+                                              std::function<void()>(missing), std::function<void()>(damaged)}) {
+    change();
+    const QByteArray stray = read(folders.packInTransit()).chopped(1);
+    write(folders.packInTransit(), stray);
+    QStringList notices;
+    {
+      Workspace workspace(folders, {&unflushed, {}});
+      notices = workspace.notices();
+      workspace.close();
+    }
+    const QStringList names =
+        QDir(folders.bakFolder()).entryList({u"elevenfive.dat.damaged-*"_s}, QDir::Files, QDir::Name);
+    ASSERT_EQ(names.size(), 1);
+    const QString kept = folders.bakFolder() + u'/' + names.first();
+    EXPECT_EQ(read(kept), stray);
+    EXPECT_TRUE(notices.contains(u"Bak 中的数据包已损坏，保留为 %1。"_s.arg(kept)));
+    EXPECT_EQ(read(folders.packInTransit()), read(folders.packedFile()));
+    QFile::remove(kept);
+  }
+}
+
 TEST_F(DataFileLife, ADamagedPackWithoutABackupStaysAsItIsAndNothingStarts) {
   write(folders.packedFile(), "garbage");
   EXPECT_EQ(startFault(),
@@ -487,6 +520,15 @@ TEST_F(DataFileLife, CompactingAUsersFileTakesNoBackupUnlessAsked) {
   EXPECT_EQ(compactUserDb(path, true, folders), QString());
   EXPECT_TRUE(QFile::exists(folders.backupFile()));
   EXPECT_EQ(QDir(folders.temporary).entryList(QDir::Files), QStringList());
+}
+
+TEST_F(DataFileLife, AUsersFileIsNotCompactedWithoutTheBackupThatWasAskedFor) {
+  const QString path = folder.filePath(u"user"_s);
+  ASSERT_TRUE(QFile::copy(folders.templateFile(), path));
+  FaultyFiles disk;
+  disk.failingText = u"create program/elevenfive.bak.new"_s;
+  EXPECT_EQ(compactUserDb(path, true, folders, disk), u"无法完成一步：%1。"_s.arg(disk.failingText));
+  EXPECT_EQ(disk.log, QStringList{u"remove program/elevenfive.bak.new"_s});
 }
 
 TEST_F(DataFileLife, AFaultInCompactionLeavesTheDatabase) {

@@ -140,6 +140,34 @@ TEST(FileAccess, OnlyAPlainFileIsReplaced) {
   EXPECT_FALSE(QFile::exists(nameBeside(pipe)) || QFile::exists(nameBeside(link)));
 }
 
+TEST(FileAccess, AFileThatHasTheNameOfTheScratchFileStays) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(u"data"_s);
+  const QString victim = folder.filePath(u"victim"_s);
+  write(nameBeside(path), "notes");
+  write(victim, "precious");
+  ASSERT_TRUE(QFile::link(victim, path + u".2.new"_s));
+  ASSERT_TRUE(QFile::link(folder.filePath(u"nowhere"_s), path + u".3.new"_s));
+  EXPECT_EQ(replaceFault(path), QString());
+  EXPECT_EQ(read(path), "new");
+  EXPECT_FALSE(QFileInfo(path).isSymLink());
+  EXPECT_EQ(read(nameBeside(path)), "notes");
+  EXPECT_EQ(read(victim), "precious");
+  EXPECT_FALSE(QFile::exists(folder.filePath(u"nowhere"_s)));
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::System, QDir::Name),
+            (QStringList{u"data"_s, u"data.2.new"_s, u"data.3.new"_s, u"data.new"_s, u"victim"_s}));
+}
+
+TEST(FileAccess, NothingIsWrittenThroughALinkThatTookTheScratchFilesName) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(u"data"_s);
+  const QString victim = folder.filePath(u"victim"_s);
+  write(victim, "precious");
+  ASSERT_TRUE(QFile::link(victim, path));
+  EXPECT_THROW(realFiles().create(path), FileError);
+  EXPECT_EQ(read(victim), "precious");
+}
+
 TEST(FileAccess, AReplacedFileKeepsItsPermissions) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(u"data"_s);

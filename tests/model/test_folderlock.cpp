@@ -2,6 +2,9 @@
 
 #include <sys/stat.h>
 
+#include <optional>
+#include <utility>
+
 #include "tests/model/datalife.h"
 #include "tests/support/diskfaults.h"
 
@@ -46,6 +49,16 @@ TEST_F(FolderLocks, ALockIsGoneWithItsObject) {
   }
   EXPECT_NO_THROW(const FolderLock third(folders.program));
   EXPECT_FALSE(QFile::exists(folders.program + u"/elevenfive.lock"_s));
+}
+
+TEST_F(FolderLocks, ALockWhoseFileWasRemovedLeavesTheFileOfTheNextOne) {
+  const QString file = folders.program + u"/elevenfive.lock"_s;
+  std::optional<FolderLock> first(std::in_place, folders.program);
+  ASSERT_TRUE(QFile::remove(file));
+  const FolderLock second(folders.program);
+  first.reset();
+  EXPECT_TRUE(QFile::exists(file));
+  EXPECT_THROW(const FolderLock third(folders.program), AlreadyRunning);
 }
 
 TEST_F(FolderLocks, TheInstanceOfAnotherUserOfTheSystemIsASecondInstance) {

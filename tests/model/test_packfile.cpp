@@ -233,6 +233,37 @@ TEST_F(PackFile, AFullDiskWhileUnpackingLeavesTheOldFiles) {
   }
 }
 
+TEST_F(PackFile, EachFailingStepOfUnpackingLeavesTheFirstFileAndAllButTheLastTheSecond) {
+  write(pack, bytes("0300000002000000").append("ABCde"));
+  constexpr qint64 lastStep = 5;  // two files made, two written, two renamed
+  for (qint64 n = 0; n <= lastStep; ++n) {
+    write(file1, "old one");
+    write(file2, "old two");
+    FaultyFiles files;
+    files.failingStep = n;
+    EXPECT_FALSE(unpackFiles(pack, file2, file1, files)) << n;
+    EXPECT_EQ(read(file1), "old one") << n;
+    EXPECT_EQ(read(file2), n < lastStep ? "old two" : "de") << n;
+  }
+  FaultyFiles files;
+  files.failingStep = lastStep + 1;
+  EXPECT_TRUE(unpackFiles(pack, file2, file1, files));
+  EXPECT_EQ(read(file1), "ABC");
+}
+
+TEST_F(PackFile, FilesBesideWithTheNamesOfScratchFilesStay) {
+  const QStringList mine{file1 + u".new"_s, file2 + u".new"_s, pack + u".new"_s};
+  write(file1, "ABC");
+  write(file2, "de");
+  for (const QString& path : mine)
+    write(path, "notes");
+  ASSERT_TRUE(packFiles(file1, file2, pack));
+  ASSERT_TRUE(unpackFiles(pack, file2, file1));
+  for (const QString& path : mine)
+    EXPECT_EQ(read(path), "notes");
+  EXPECT_EQ(names().size(), 6);
+}
+
 TEST_F(PackFile, EachFailingStepLeavesEitherTheOldPackOrTheNewOne) {
   write(file1, "ABC");
   write(file2, "de");

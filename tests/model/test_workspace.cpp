@@ -318,6 +318,49 @@ TEST_F(WorkspaceLife, AnAbandonedRunLeavesThePackedDataFileAndNoCopy) {
   EXPECT_EQ(keptCopies(), QStringList());
 }
 
+TEST_F(WorkspaceLife, LeavingARunThatChangedNothingLeavesNothingBehind) {
+  runWriting(7);
+  const QByteArray pack = read(folders.packedFile());
+  {
+    Workspace workspace(folders);
+    workspace.leave();
+    EXPECT_EQ(QDir(folders.temporary).entryList(QDir::Files), QStringList());
+  }
+  EXPECT_EQ(read(folders.packedFile()), pack);
+  EXPECT_EQ(nextStart(), 7);
+  EXPECT_EQ(keptCopies(), QStringList());
+}
+
+TEST_F(WorkspaceLife, LeavingAChangedRunLeavesItsDatabaseToTheNextStart) {
+  runWriting(7);
+  {
+    Workspace workspace(folders);
+    setValue(workspace.gConn, 8);
+    workspace.leave();
+    workspace.leave();
+    EXPECT_EQ(QDir(folders.temporary).entryList({u"elevenfive.dat"_s}), QStringList{u"elevenfive.dat"_s});
+    EXPECT_NO_THROW(const FolderLock free(folders.program));
+    EXPECT_NO_THROW(const FolderLock free(folders.temporary));
+  }
+  EXPECT_EQ(nextStart(), 7);
+  EXPECT_EQ(keptValues(), QList<int>{8});
+}
+
+TEST_F(WorkspaceLife, LeavingAStartOnTheBackupLeavesTheDatabaseThatIsNowhereElse) {
+  runWriting(7);
+  runWriting(8);
+  ASSERT_EQ(valueInFile(folders.backupFile()), 7);
+  QFile::remove(folders.packedFile());
+  QFile::remove(folders.packInTransit());
+  {
+    Workspace workspace(folders);
+    workspace.leave();
+  }
+  ASSERT_TRUE(QFile::exists(folders.workingFile()));
+  QFile::remove(folders.backupFile());
+  EXPECT_EQ(nextStart(), 7);
+}
+
 TEST_F(WorkspaceLife, TheUserModeIsReadAtTheStart) {
   {
     Workspace workspace(folders);
@@ -339,6 +382,23 @@ TEST_F(WorkspaceLife, TheCallAfterUnpackingSeesTheWorkingDatabaseButNoBackupYet)
   Workspace workspace(folders, options);
   EXPECT_TRUE(seen);
   EXPECT_TRUE(QFile::exists(folders.backupFile()));
+}
+
+TEST_F(WorkspaceLife, ABackupIsInThePlaceOfALostPackBetweenTheTwoCalls) {
+  { Workspace workspace(folders); }  // its start takes the backup
+  ASSERT_TRUE(QFile::remove(folders.packedFile()));
+  QStringList calls;
+  Workspace::Options options;
+  options.unpacked = [&] {
+    calls << u"unpacked"_s;
+    EXPECT_FALSE(QFile::exists(folders.workingFile()));
+  };
+  options.restored = [&] {
+    calls << u"restored"_s;
+    EXPECT_TRUE(QFile::exists(folders.workingFile()));
+  };
+  Workspace workspace(folders, options);
+  EXPECT_EQ(calls, QStringList({u"unpacked"_s, u"restored"_s}));
 }
 
 /// All files of a folder with their bytes.

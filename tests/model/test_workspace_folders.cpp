@@ -16,6 +16,12 @@ class WorkspaceFolders : public DataLife {
  protected:
   void SetUp() override { QDir(folder.path()).mkpath(executables); }
 
+  /// Removes it and lets nobody make it anew.
+  void loseTemporaryFolder() const {
+    ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
+    write(folders.temporary, "a file where the folder must stand");
+  }
+
   QString executables = folder.filePath(u"bin"_s);
   QString ofTheUser = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 };
@@ -102,12 +108,14 @@ TEST_F(WorkspaceFolders, AnotherInstanceInTheRemovedFolderKeepsItsDataAndTheWork
       FAIL() << "closed over the other's database";
     } catch (const FileError& fault) {
       EXPECT_EQ(fault.message(),
-                u"程序正在运行,不允许同时打开多个!!!工作数据库 %1 在运行中被删除，本次的改动还没有保存。"_s.arg(
-                    folders.workingFile()));
+                u"程序正在运行,不允许同时打开多个!!!工作数据库 %1 在运行中被删除，本次的改动已保存为 %2。"_s.arg(
+                    folders.workingFile(), pathOfCopy(0)));
     }
+    EXPECT_EQ(keptValues(), QList<int>{8});
     second.close();
   }
   workspace.close();
+  EXPECT_EQ(keptCopies(), QStringList());  // put back after all
   EXPECT_EQ(nextStart(), 8);
   Workspace second(other, {&unflushed, {}});
   EXPECT_EQ(valueOf(second.gConn), 9);
@@ -128,13 +136,102 @@ TEST_F(WorkspaceFolders, WhatACrashedInstanceLeftInTheRemovedFolderIsKept) {
 TEST_F(WorkspaceFolders, WorkThatCannotBeWrittenAnewCanBeTriedAgain) {
   Workspace workspace(folders, {&unflushed, {}});
   setValue(workspace.gConn, 8);
-  ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
-  write(folders.temporary, "a file where the folder must stand");
+  loseTemporaryFolder();
   EXPECT_THROW(workspace.close(), FileError);
   EXPECT_THROW(workspace.close(), FileError);
+  EXPECT_EQ(keptValues(), QList<int>{8});  // one copy, however often
+  ASSERT_TRUE(QFile::remove(folders.temporary));
+  workspace.close();
+  EXPECT_EQ(keptCopies(), QStringList());
+  EXPECT_EQ(nextStart(), 8);
+}
+
+TEST_F(WorkspaceFolders, WorkThatIsNeverWrittenAnewLiesInBak) {
+  {
+    Workspace workspace(folders, {&unflushed, {}});
+    setValue(workspace.gConn, 8);
+    loseTemporaryFolder();
+  }
+  EXPECT_EQ(keptValues(), QList<int>{8});
+  EXPECT_EQ(QDir(folders.bakFolder()).entryList({u"*.new"_s}, QDir::Files), QStringList());
+}
+
+TEST_F(WorkspaceFolders, WorkThatCanBeWrittenNowhereIsToldAsNotSaved) {
+  FaultyFiles disk;
+  Workspace workspace(folders, {&disk, {}});
+  setValue(workspace.gConn, 8);
+  loseTemporaryFolder();
+  disk.failingStep = disk.steps;
+  try {
+    workspace.close();
+    FAIL() << "closed";
+  } catch (const FileError& fault) {
+    EXPECT_TRUE(
+        fault.message().endsWith(u"工作数据库 %1 在运行中被删除，本次的改动还没有保存。"_s.arg(folders.workingFile())));
+  }
+  disk.failingStep = FaultyFiles::never;
   ASSERT_TRUE(QFile::remove(folders.temporary));
   workspace.close();
   EXPECT_EQ(nextStart(), 8);
+}
+
+TEST_F(WorkspaceFolders, LeavingKeepsWorkWhoseFileAloneWasRemoved) {
+  runWriting(7);
+  {
+    Workspace workspace(folders, {&unflushed, {}});
+    setValue(workspace.gConn, 8);
+    ASSERT_TRUE(QFile::remove(folders.workingFile()));
+    workspace.leave();
+  }
+  EXPECT_EQ(nextStart(), 7);
+  EXPECT_EQ(keptValues(), QList<int>{8});
+}
+
+TEST_F(WorkspaceFolders, LeavingKeepsWorkWhoseTemporaryFolderWasRemoved) {
+  runWriting(7);
+  {
+    Workspace workspace(folders, {&unflushed, {}});
+    setValue(workspace.gConn, 8);
+    ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
+    workspace.leave();
+  }
+  EXPECT_EQ(nextStart(), 7);
+  EXPECT_EQ(keptValues(), QList<int>{8});
+}
+
+TEST_F(WorkspaceFolders, LeavingPutsWorkThatHasNoPlaceAnyMoreIntoBak) {
+  Workspace workspace(folders, {&unflushed, {}});
+  setValue(workspace.gConn, 8);
+  loseTemporaryFolder();
+  workspace.leave();
+  EXPECT_EQ(keptValues(), QList<int>{8});
+}
+
+TEST_F(WorkspaceFolders, OnceTheFileIsRemovedAChangeIsRefusedWithWhatToDo) {
+  Workspace workspace(folders, {&unflushed, {}});
+  setValue(workspace.gConn, 8);
+  ASSERT_TRUE(QFile::remove(folders.workingFile()));
+  try {
+    setValue(workspace.gConn, 9);
+    FAIL() << "changed";
+  } catch (const StoreError& fault) {
+    EXPECT_EQ(fault.message(), u"test失败：数据文件在运行中被删除或移动，请退出程序，以前的改动会保存。"_s);
+  }
+  workspace.close();
+  EXPECT_EQ(nextStart(), 8);
+}
+
+TEST_F(WorkspaceFolders, NobodyElseMayEnterATemporaryFolderThatIsMade) {
+  const auto mode = [&] { return QFileInfo(folders.temporary).permissions() & QFile::Permissions(0x0FFF); };
+  const QFile::Permissions own = QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
+  ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
+  Workspace workspace(folders, {&unflushed, {}});
+  EXPECT_EQ(mode(), own);
+  ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
+  ASSERT_TRUE(QDir(folders.bakFolder()).removeRecursively());
+  write(folders.bakFolder(), "no pack passes through here");
+  EXPECT_THROW(workspace.close(), FileError);
+  EXPECT_EQ(mode(), own);
 }
 
 }  // namespace

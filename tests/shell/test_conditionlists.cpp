@@ -97,6 +97,17 @@ class ConditionListsTest : public MainWindowTest {
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(item)).center());
   }
 
+  /// A click, and another on the same item within the time that makes it a double click.
+  static void clickTwiceAtOnce(QListWidget& list, int item) {
+    clickItem(list, item);
+    const QPointF centre = list.visualItemRect(list.item(item)).center();
+    const QPointF onScreen = list.viewport()->mapToGlobal(centre);
+    QMouseEvent press(QEvent::MouseButtonDblClick, centre, onScreen, Qt::LeftButton, Qt::LeftButton, {});
+    QMouseEvent release(QEvent::MouseButtonRelease, centre, onScreen, Qt::LeftButton, Qt::NoButton, {});
+    for (QMouseEvent* event : {&press, &release})
+      QApplication::sendEvent(list.viewport(), event);
+  }
+
   int value(int id) { return data.store().value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = ?", id).value_or(-1); }
 
   /// What a list's rows would be changed to where its items take these states.
@@ -182,6 +193,27 @@ TEST_F(ConditionListsTest, TheButtonsOfAListWriteWhatTheClicksWould) {
     EXPECT_EQ(changed(), changesTo(facts, [](bool) { return false; })) << facts.tab;
     restore();
   }
+}
+
+TEST_F(ConditionListsTest, TwoClicksAtOnceAreTwoClicks) {
+  prepare("过滤条件", "VALUE = 0 WHERE ID BETWEEN 3800 AND 3809");
+  prepare("号码特性", "自定义组1 = (号码 = 5)");
+  const auto expectNoChange = [this](int tab, const QString& name) {
+    openTab(tab);
+    auto& list = the<QListWidget>(name);
+    for (const int item : {0, 3}) {
+      const bool before = list.item(item)->isSelected();
+      clickItem(list, item);
+      EXPECT_NE(changed(), QStringList{}) << tab;
+      clickItem(list, item);
+      clickTwiceAtOnce(list, item);
+      EXPECT_EQ(changed(), QStringList{}) << tab << ' ' << item;
+      EXPECT_EQ(list.item(item)->isSelected(), before) << tab << ' ' << item;
+    }
+  };
+  expectNoChange(2, u"List_TiaoJian"_s);
+  expectNoChange(15, u"List_DingweiNumber_3"_s);
+  expectNoChange(22, u"List_ZDYset"_s);
 }
 
 TEST_F(ConditionListsTest, ADragSelectsTheItemsThatItPasses) {

@@ -117,7 +117,7 @@ TEST_F(ConditionMenusTest, ALostTemplateIsToldByTheMenuAndByWhatAFormLeaves) {
   triggerMenu(u"daocu"_s);
   EXPECT_EQ(ports.log, QStringList{lost});
   window->leaveAction(1);
-  QCoreApplication::processEvents();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ports.log.size() == 2; }));
   EXPECT_EQ(ports.log, (QStringList{lost, lost}));
 }
 

@@ -52,6 +52,12 @@ TEST_F(GroupPageTest, ListsTheTwentyGroups) {
   EXPECT_EQ(the<QListWidget>(u"List_ZDY"_s).currentRow(), 0);
 }
 
+TEST_F(GroupPageTest, TheTipOfALineTellsTheWholeOfItAsPlainText) {
+  data.store().execute("test", "UPDATE 自定义别名 SET 别名 = '<b>甲' WHERE 序号 = 1");
+  clickNumber(1);
+  EXPECT_EQ(the<QListWidget>(u"List_ZDY"_s).item(0)->toolTip(), u"&lt;b&gt;甲 ——　未 使 用 "_s);
+}
+
 TEST_F(GroupPageTest, MembersAndACountSwitchTheGroupOn) {
   auto& counts = the<QListWidget>(u"List_ZDYset"_s);
   EXPECT_FALSE(counts.isEnabled());

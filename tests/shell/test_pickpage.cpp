@@ -22,6 +22,47 @@ class PickPageTest : public MainWindowTest {
     window->selectTopTab(2);
   }
   QString picks() { return data.rows("SELECT VALUE FROM 过滤条件 WHERE ID <= 11 ORDER BY ID").join(QString()); }
+
+  /// What the form of the machine pick shows once its tickets are drawn.
+  struct Shown {
+    bool isForm = false;
+    bool cameEmpty = false;  ///< it stood before its tickets were drawn
+    QStringList pictures;    ///< the numbers of each ticket
+    QStringList balls;
+  };
+
+  /// Answers the question for the number of tickets, looks at the form, and ends it with its button.
+  Shown pickByMachine(const QString& answer) {
+    Shown shown;
+    ports.typed = {answer};
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
+      QWidget* form = QApplication::activeModalWidget();
+      if (form == nullptr)
+        return;
+      if (control<QWidget>(*form, u"Picture1_1"_s).accessibleName().isEmpty()) {
+        shown.cameEmpty = form->isVisible() && form->findChild<QTimer*>(u"Timer1"_s) != nullptr;
+        return;
+      }
+      poll.stop();
+      shown.isForm = form->objectName() == u"frmJixuan"_s && form->windowTitle() == u"机 选"_s && form->isModal();
+      lookAt(*form, shown);
+    });
+    poll.start(0);
+    click(the<QPushButton>(u"cmm_jixuan"_s));
+    return shown;
+  }
+
+  static void lookAt(QWidget& form, Shown& shown) {
+    for (int place = 1; place <= 6; ++place)
+      if (const auto* ticket = form.findChild<QWidget*>(u"Picture1_%1"_s.arg(place)))
+        shown.pictures << ticket->accessibleName();
+    for (int place = 1; place <= 30; ++place)
+      if (const auto* ball = form.findChild<QLabel*>(u"Img_jixuan_red_%1"_s.arg(place)))
+        shown.balls << ball->accessibleName();
+    click(control<QPushButton>(form, u"cmdOK"_s));
+  }
+
   unsigned color(int number) { return the<PickButton>(u"cmm_C7_%1"_s.arg(number)).backColor(); }
 };
 
@@ -38,7 +79,7 @@ TEST_F(PickPageTest, SelectAllMakesEveryNumberADrag) {
 
 TEST_F(PickPageTest, ACancelledMachinePickShowsNoTickets) {
   openPicks();
-  for (const QString& answer : {QString(), u" "_s, u"x"_s}) {
+  for (const QString& answer : {QString(), u" "_s, u"abc"_s, u"0"_s}) {
     ports.typed = {answer};
     click(the<QPushButton>(u"cmm_jixuan"_s));  // a form would wait here for its button
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
@@ -48,33 +89,23 @@ TEST_F(PickPageTest, ACancelledMachinePickShowsNoTickets) {
 
 TEST_F(PickPageTest, AMachinePickOfThreeShowsThreeTicketsOfFiveBallsAndEndsWithItsButton) {
   openPicks();
-  ports.typed = {u"3"_s};
-  bool seen = false;
-  QStringList pictures;
-  QStringList balls;
-  QTimer poll;
-  QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
-    QWidget* form = QApplication::activeModalWidget();
-    if (form == nullptr)
-      return;
-    poll.stop();
-    seen = form->objectName() == u"frmJixuan"_s && form->windowTitle() == u"机 选"_s && form->isModal();
-    for (int place = 1; place <= 5; ++place)
-      if (const auto* ticket = form->findChild<QWidget*>(u"Picture1_%1"_s.arg(place)))
-        pictures << ticket->accessibleName();
-    for (int place = 1; place <= 25; ++place)
-      if (const auto* ball = form->findChild<QLabel*>(u"Img_jixuan_red_%1"_s.arg(place)))
-        balls << ball->accessibleName();
-    click(control<QPushButton>(*form, u"cmdOK"_s));
-  });
-  poll.start(0);
-  click(the<QPushButton>(u"cmm_jixuan"_s));
-  EXPECT_TRUE(seen);
-  EXPECT_EQ(pictures.size(), 3);
-  EXPECT_EQ(balls.size(), 15);
-  EXPECT_EQ(pictures.join(u' '), balls.join(u' '));
+  const Shown shown = pickByMachine(u"3"_s);
+  EXPECT_TRUE(shown.isForm);
+  EXPECT_TRUE(shown.cameEmpty);
+  EXPECT_EQ(shown.pictures.size(), 3);
+  EXPECT_EQ(shown.balls.size(), 15);
+  EXPECT_EQ(shown.pictures.join(u' '), shown.balls.join(u' '));
+  EXPECT_FALSE(shown.balls.contains(QString()));
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   EXPECT_EQ(picks(), u"00000000000"_s);
+}
+
+TEST_F(PickPageTest, AMachinePickOfSevenShowsFiveTickets) {
+  openPicks();
+  const Shown shown = pickByMachine(u"7"_s);
+  EXPECT_EQ(shown.pictures.size(), 5);
+  EXPECT_EQ(shown.balls.size(), 25);
+  EXPECT_EQ(shown.pictures.join(u' '), shown.balls.join(u' '));
 }
 
 TEST_F(PickPageTest, APickThatCannotBeStoredShowsAsItIsStored) {

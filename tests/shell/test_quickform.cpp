@@ -68,9 +68,10 @@ class QuickFormTest : public MainWindowTest {
   /// Clicks a button that closes the form, and lets the main window do what it left.
   void clickAndLeave(const QString& name) {
     click(the<QPushButton>(name));
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (int time = 0; time < 5; ++time) {
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+      QCoreApplication::processEvents();
+    }
   }
 };
 
@@ -255,6 +256,42 @@ TEST_F(QuickFormTest, IsOutOfSightWhileTheMainWindowIsActiveAndKeepsWhatWasTyped
   EXPECT_EQ(text(0).text(), u"[30]"_s);  // typed, not submitted
   EXPECT_EQ(text(6).text(), u"[7]"_s);   // as the panel has it meanwhile
   EXPECT_TRUE(submit().isEnabled());
+}
+
+TEST_F(QuickFormTest, WhatAButtonLeavesIsDoneWhenTheMainWindowBecomesActive) {
+  openForm();
+  QApplication::setActiveWindow(form());
+  ASSERT_FALSE(window->isActiveWindow());
+  QList<bool> active;
+  QObject::connect(&the<QListWidget>(u"TabStrip_TiaoJian"_s), &QListWidget::currentRowChanged, window.get(),
+                   [&] { active << window->isActiveWindow(); });
+  click(the<QPushButton>(u"cmmQitatj_0"_s));
+  EXPECT_TRUE(active.isEmpty());
+  for (int time = 0; time < 10; ++time)  // no time passes
+    QCoreApplication::processEvents();
+  EXPECT_EQ(tab(), 7);
+  EXPECT_EQ(active, QList<bool>{true});
+  window->selectTopTab(3);
+  activateWindow();
+  QTest::qWait(600);
+  EXPECT_EQ(topTab(), 3);  // it is done once
+}
+
+TEST_F(QuickFormTest, WhatAFormLeavesIsDoneAfterAWhileWhereTheDesktopKeepsTheWindowInactive) {
+  window->hide();  // such a window never becomes active
+  ASSERT_FALSE(window->isActiveWindow());
+  window->leaveAction(4);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(tab(), 1);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return tab() == 7; }, 5000));
+}
+
+TEST_F(QuickFormTest, WhatAFormLeavesIsForgottenOnceTheDataGoes) {
+  window->leaveAction(4);
+  window->releaseData();
+  activateWindow();
+  QTest::qWait(600);
+  EXPECT_EQ(tab(), 1);
 }
 
 TEST_F(QuickFormTest, AnotherUserDoesNotFindWhatWasTyped) {

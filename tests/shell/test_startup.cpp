@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -23,6 +24,7 @@ class RecordingScreens final : public Screens {
   int mode = 1;      ///< the answer of frmFirstrun; 0: 退出系统
   QString userName;  ///< typed into frmODBCLogon; empty: noLogOn
   LogOn noLogOn = LogOn::end;
+  bool endsAfterFault = false;
   int game = 0;          ///< chosen in frmDB
   QString historyFault;  ///< thrown when the history is bound
   QString panelFault;    ///< thrown when the panels are made
@@ -56,7 +58,13 @@ class RecordingScreens final : public Screens {
     log_ << u"logon"_s;
     if (userName.isEmpty())
       return noLogOn;
-    return users.cmdOK(userName, {}) ? LogOn::done : noLogOn;
+    try {
+      return users.cmdOK(userName, {}) ? LogOn::done : noLogOn;
+    } catch (const Error&) {
+      if (!endsAfterFault)
+        throw;
+      return LogOn::end;  // the form tells the fault and stays; then 退出系统
+    }
   }
   void setUserCaption(const Users& users) override { log_ << users.caption(u"caption"_s); }
   void showChartMode() override {
@@ -178,6 +186,24 @@ TEST_F(StartupTest, AHelpFileInTheProgramFolderBecomesTheHelp) {
   ASSERT_GE(splash, 0);
   EXPECT_EQ(ports.log.sliced(splash, 3), QStringList({u"splash"_s, u"help elevenfive-help.html"_s,
                                                       u"create program/elevenfive.bak.new"_s}));  // the backup
+}
+
+TEST_F(StartupTest, TheBackupIsInThePlaceOfALostPackBeforeTheHelpIsSet) {
+  { const Workspace workspace(folders, {&quick, {}}); }  // its start takes the backup
+  ASSERT_TRUE(QFile::remove(folders.packedFile()));
+  QFile file(folders.program + u"/elevenfive-help.html"_s);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  FaultyFiles disk;
+  disk.shared = &ports.log;
+  Startup start(folders, ports, screens, disk);
+  ASSERT_TRUE(start.start());
+  const QStringList order{u"splash"_s, u"rename temp/elevenfive.dat.new -> temp/elevenfive.dat"_s,
+                          u"help elevenfive-help.html"_s, u"create program/elevenfive.bak.new"_s};
+  QStringList found;
+  for (const QString& step : ports.log)
+    if (order.contains(step))
+      found << step;
+  EXPECT_EQ(found, order);
 }
 
 TEST_F(StartupTest, AFaultBeforeTheWindowIsUpEndsTheStart) {
@@ -312,6 +338,18 @@ class SpoilingFiles final : public FileAccess {
  private:
   UnflushedFiles quick_;
 };
+
+TEST_F(StartupTest, AnAccountMadeByALogonThatFailedIsKeptForTheNextStartToTell) {
+  prepare("INSERT INTO 日志表 (序号, 期号) VALUES (1, 1)");
+  prepare("CREATE TRIGGER fault BEFORE DELETE ON 日志表 BEGIN SELECT RAISE(ABORT, 'disk'); END");
+  screens.mode = 2;
+  screens.userName = u"甲"_s;
+  screens.endsAfterFault = true;
+  EXPECT_FALSE(startup.start());
+  ASSERT_TRUE(QFile::exists(folders.workingFile()));
+  Store kept(folders.workingFile(), StoreAccess::readOnly);
+  EXPECT_EQ(kept.value("test", "SELECT COUNT(*) FROM 用户表 WHERE 用户名 = '甲'"), 1);
+}
 
 TEST_F(StartupTest, ADatabaseThatCannotBeOpenedIsToldWithTheAdvice) {
   SpoilingFiles disk;
@@ -496,6 +534,59 @@ TEST_F(StartupTest, LeavingTheSystemWhileSwitchingPacksNothingAndTheNextStartKee
   EXPECT_TRUE(copy.startsWith(folders.bakFolder()));
   Store kept(copy, StoreAccess::readOnly);
   EXPECT_EQ(kept.value("test", "SELECT 期号 FROM 历史记录"), 11031511);
+}
+
+TEST_F(StartupTest, ATemporaryFolderThatWasClearedTakesNeitherTheUsersConditionsNorTheData) {
+  screens.mode = 2;
+  screens.userName = u"甲"_s;
+  addDraw();
+  ASSERT_TRUE(startup.start());
+  startup.workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");
+  startup.workspace().gConn.execute("test", "DELETE FROM 历史记录");
+  ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
+  ports.log.clear();
+  EXPECT_TRUE(startup.close(true));
+  EXPECT_EQ(ports.log.filter(u"没有"_s), QStringList());
+  {
+    Store saved(folders.program + u"/甲.uVorex"_s, StoreAccess::readOnly);
+    EXPECT_EQ(saved.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
+  }
+  EXPECT_EQ(stored("SELECT COUNT(*) FROM 历史记录"), 0);
+  ASSERT_TRUE(startup.start());
+  EXPECT_EQ(startup.workspace().gConn.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
+}
+
+TEST_F(StartupTest, SwitchingSavesTheOldUserAlsoWhereTheTemporaryFolderWasCleared) {
+  screens.mode = 2;
+  screens.userName = u"甲"_s;
+  ASSERT_TRUE(startup.start());
+  startup.workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");
+  ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
+  screens.userName.clear();
+  screens.noLogOn = LogOn::shut;
+  EXPECT_EQ(startup.switchUser(), UserSwitch::stayed);
+  Store saved(folders.program + u"/甲.uVorex"_s, StoreAccess::readOnly);
+  EXPECT_EQ(saved.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
+}
+
+TEST_F(StartupTest, WorkWithoutAPlaceIsToldWhereItWasKept) {
+  ASSERT_TRUE(startup.start());
+  startup.workspace().gConn.execute("test", "UPDATE 过滤条件 SET VALUE = 3 WHERE ID = 3900");
+  ASSERT_TRUE(QDir(folders.temporary).removeRecursively());
+  QFile inTheWay(folders.temporary);
+  ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+  ports.boxes.clear();
+  ports.answers = {Answer::no};
+  EXPECT_TRUE(startup.close(true));
+  const QStringList copies = QDir(folders.bakFolder()).entryList({u"elevenfive-*.bak"_s}, QDir::Files);
+  ASSERT_EQ(copies.size(), 1);
+  const QString copy = folders.bakFolder() + u'/' + copies.first();
+  ASSERT_EQ(ports.boxes.size(), 2U);
+  EXPECT_TRUE(ports.boxes[0].text.endsWith(
+      u"工作数据库 %1 在运行中被删除，本次的改动已保存为 %2。"_s.arg(folders.workingFile(), copy)));
+  EXPECT_EQ(ports.boxes[1].text, u"数据没有写回，要再试一次吗？"_s);
+  Store kept(copy, StoreAccess::readOnly);
+  EXPECT_EQ(kept.value("test", "SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
 }
 
 TEST_F(StartupTest, WithoutTheTemplateTheConditionsAreNotLostUnasked) {

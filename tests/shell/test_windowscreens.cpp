@@ -120,7 +120,7 @@ TEST_F(WindowScreensTest, AShutChoiceOfTheGameReadsNoDraws) {
     QTest::keyClick(&form, Qt::Key_Escape);
   }});
   start(quick);
-  QTest::qWait(50);
+  QTest::qWait(600);
   EXPECT_EQ(ports.boxTexts(), QStringList{u"历史开奖数据库中无记录，请选择相应的开奖数据添加！"_s});
   EXPECT_TRUE(screens.window()->close());
 }

@@ -2,6 +2,8 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
+#include <QTimer>
+#include <csignal>
 
 #include "acquire/versionnotice.h"
 #include "tests/cli/cliprocess.h"
@@ -129,7 +131,7 @@ TEST_F(Companion, AGameWithoutAPageIsRefused) {
 
 TEST_F(Companion, APageThatTakesTooMuchMemoryIsRefused) {
   page("/",
-       u"11选5<script>const kept=[];for(;;){kept.push(new Uint8Array(1<<25).fill(1));"
+       u"11选5<script>const kept=[];for(;;){kept.push(new Uint8Array(1<<27).fill(1));"
        "for(const end=Date.now()+25;Date.now()<end;);}</script>"_s);
   expectRefused(failedUpdateTitle.toString(), u"网页太大，无法读取。"_s);
 }
@@ -150,6 +152,38 @@ TEST_F(Companion, AMissingPageProcessIsRefused) {
 constexpr const char* refuseSecond =
     "CREATE TRIGGER refuse BEFORE INSERT ON 历史记录 WHEN NEW.期号 = 110315002 BEGIN SELECT RAISE(ABORT, 'refused'); "
     "END";
+
+TEST_F(Companion, AnInterruptedUpdateSaysSoAndLeavesTheSignalAsItWas) {
+  page("/", u"11选5<script>for(;;){}</script>"_s);
+  QTimer interrupt;
+  QObject::connect(&interrupt, &QTimer::timeout, [this, &interrupt] {
+    if (server.requests().empty())
+      return;
+    interrupt.stop();
+    std::raise(SIGINT);
+  });
+  interrupt.start(10);
+  expectRefused(u"elevenfive 11选5"_s, u"下载已被中断，已经保存的开奖数据保留不变。"_s);
+  EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
+}
+
+TEST_F(Companion, APageFromAFileNamesTheDrawThatEndsItsDerivation) {
+  alter(
+      "INSERT INTO 历史记录 (期号, 号码1, 号码2, 号码3, 号码4, 号码5) VALUES (110315003, 0, 1, 2, 3, 4),"
+      " (110315004, 1, 2, 3, 4, 5)");
+  QFile file(cli.path(u"page.txt"_s));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(u"11选5\n11031502 01 02 03 04 06 03-15 17:50\n11031505 01 02 03 04 05 03-15 17:40\n"_s.toUtf8());
+  file.close();
+  const CliProcess::Outcome outcome =
+      cli.call({u"history"_s, u"page"_s, file.fileName(), u"--date"_s, u"2011-03-16"_s});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, u"rowsDone\tlowQihao\thighQihao\n2\t110315002\t110315005\n"_s);
+  EXPECT_EQ(
+      outcome.err,
+      u"[plain] elevenfive 11选5: 第 110315003 期的号码 00 不在 01 到 11 之间，统计到此为止。请更正或删除这一期后再统计。\n"_s);
+  EXPECT_EQ(draws(), u"110315002\t16\n110315003\t\n110315004\t\n110315005\t\n"_s);
+}
 
 TEST_F(Companion, ADrawThatTheTableRefusesFailsTheUpdateAndKeepsTheOthers) {
   alter(refuseSecond);

@@ -257,9 +257,46 @@ TEST_F(ProcessLoaderTest, APageThatTakesTooMuchMemoryIsEndedAndTold) {
        "kept.push(b)}},5)</script><img>"_s);
   ProcessLoader loader;
   load(loader, root());
-  runEventsFor(30'000, [&loader] { return !loader.fault().isEmpty(); });
+  runEventsFor(60'000, [&loader] { return !loader.fault().isEmpty(); });
   EXPECT_FALSE(loader.fault().isEmpty());
   EXPECT_EQ(loader.bodyText(), QString());
+}
+
+/// An environment variable with another value for the length of a scope.
+class Surroundings final {
+ public:
+  Surroundings(const char* name, const QString& value) : name_(name), before_(qgetenv(name)) {
+    qputenv(name, value.toUtf8());
+  }
+  ~Surroundings() { before_.isNull() ? qunsetenv(name_) : qputenv(name_, before_); }
+  Surroundings(const Surroundings&) = delete;
+  Surroundings& operator=(const Surroundings&) = delete;
+
+ private:
+  const char* name_;
+  QByteArray before_;
+};
+
+TEST_F(ProcessLoaderTest, APageThatKeepsDataLeavesNothingInTheHome) {
+  const QTemporaryDir home;
+  const QDir temporary(home.filePath(u"tmp"_s));
+  ASSERT_TRUE(temporary.mkpath(u"."_s));
+  const Surroundings homeIs("HOME", home.path());
+  const Surroundings dataIs("XDG_DATA_HOME", home.filePath(u"data"_s));
+  const Surroundings cacheIs("XDG_CACHE_HOME", home.filePath(u"cache"_s));
+  const Surroundings runtimeIs("XDG_RUNTIME_DIR", home.filePath(u"runtime"_s));
+  const Surroundings temporaryIs("TMPDIR", temporary.path());
+  page("/",
+       u"<p id=p>none</p><script>const r=indexedDB.open('db',1);r.onupgradeneeded=()=>r.result.createObjectStore('s');"
+       "r.onsuccess=()=>{p.textContent='kept'};localStorage.setItem('a','b')</script>"_s);
+  ProcessLoader loader;
+  ASSERT_TRUE(load(loader, root()));
+  runEventsFor(10'000, [&loader] { return loader.bodyText() == u"kept"_s; });
+  EXPECT_EQ(loader.bodyText(), u"kept"_s);
+  loader.stop();
+  const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+  EXPECT_EQ(QDir(home.path()).entryList(all), QStringList{u"tmp"_s});
+  EXPECT_EQ(temporary.entryList(all), QStringList());
 }
 
 TEST_F(ProcessLoaderTest, NoProcessIsLeftBehindAStop) {

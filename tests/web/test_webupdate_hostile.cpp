@@ -208,7 +208,7 @@ TEST_F(HostileUpdate, ARendererThatEndsIsToldAndTheNextPressWorks) {
 
 TEST_F(HostileUpdate, APageThatTakesTooMuchMemoryIsEndedAndTold) {
   page("/",
-       u"11选5<script>const kept=[];for(;;){kept.push(new Uint8Array(1<<25).fill(1));"
+       u"11选5<script>const kept=[];for(;;){kept.push(new Uint8Array(1<<27).fill(1));"
        "for(const end=Date.now()+25;Date.now()<end;);}</script>"_s);
   EXPECT_FALSE(fetch());
   EXPECT_EQ(ports.boxTexts(), QStringList{u"网页太大，无法读取。"_s});

@@ -65,6 +65,18 @@ TEST_F(RealUpdate, APageOfAHundredThousandLinesIsScannedToItsEnd) {
   EXPECT_EQ(count(), 1);
 }
 
+TEST_F(RealUpdate, ATableOfThirtyThousandRowsIsReadToItsEnd) {
+  times.documentSeconds = 170;
+  loader.readMs = 60'000;
+  page("/",
+       u"<h1>11选5</h1><div id=d></div><script>let h=['<table>'];for(let i=0;i<30000;++i)"
+       "h.push('<tr><td>'+[11031501+i,'01','04','05','06','07','2011-03-15 17:36'].join('</td><td>')+'</td></tr>');"
+       "d.insertAdjacentHTML('beforeend',h.join('')+'</table>')</script>"_s);
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(ports.boxTexts(), QStringList{completedText()});
+  EXPECT_EQ(count(), 30'000);
+}
+
 class RealUpdateStatus : public RealUpdate, public ::testing::WithParamInterface<int> {};
 
 TEST_P(RealUpdateStatus, AFaultStatusFails) {

@@ -208,6 +208,25 @@ TEST(GridView, OpensThreeHundredThousandDrawsAndReachesTheEndAtOnce) {
   EXPECT_EQ(last.siblingAtColumn(0).data().toInt(), rows);
 }
 
+TEST(GridView, KeepsTheEndInViewAtAnotherHeightAndAnyOtherPlaceWhereItIs) {
+  TestWorkspace data;
+  fillHistory(data, 200);
+  GridView grid(data.store());
+  grid.resize(1000, 600);
+  grid.rows().setQuery(allDraws());
+  grid.show();
+  grid.resize(1000, 500);
+  EXPECT_EQ(grid.verticalScrollBar()->value(), 0);
+
+  grid.scrollToBottom();
+  for (const int height : {430, 610}) {
+    grid.resize(1000, height);
+    const QRect last = grid.visualRect(grid.rows().index(199, 0));
+    EXPECT_LE(last.bottom(), grid.viewport()->height()) << height;
+    EXPECT_GT(last.bottom(), grid.viewport()->height() - 2 * last.height()) << height;
+  }
+}
+
 }  // namespace
 
 }  // namespace elevenfive

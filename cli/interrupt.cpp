@@ -1,0 +1,40 @@
+#include "cli/interrupt.h"
+
+#include <csignal>
+
+namespace elevenfive {
+
+namespace {
+
+constexpr int lookMs = 20;
+
+/// All that a handler may touch; set by the signal alone, cleared where a new watch begins.
+volatile std::sig_atomic_t asked = 0;
+
+void note(int) {
+  asked = 1;
+}
+
+}  // namespace
+
+Interrupt::Interrupt(std::function<void()> stop) {
+  asked = 0;
+  before_ = std::signal(SIGINT, note);
+  QObject::connect(&look_, &QTimer::timeout, &look_, [this, stop = std::move(stop)] {
+    if (!wasAsked())
+      return;
+    look_.stop();
+    stop();
+  });
+  look_.start(lookMs);
+}
+
+Interrupt::~Interrupt() {
+  std::signal(SIGINT, before_ == SIG_ERR ? SIG_DFL : before_);
+}
+
+bool Interrupt::wasAsked() const noexcept {
+  return asked != 0;
+}
+
+}  // namespace elevenfive
