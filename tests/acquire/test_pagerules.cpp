@@ -130,10 +130,10 @@ TEST(PageRules, OnlyTheHostsOfThePagesSiteAreToBeFound) {
 }
 
 TEST(PageRules, WhereAPageWasLedIsToldByItsHostItsPortOrItsKind) {
-  const QUrl asked(u"http://gd.site.test/x"_s);
-  EXPECT_EQ(toldPlace(asked, QUrl(u"https://other.test:8080/y"_s)), u"other.test"_s);
-  EXPECT_EQ(toldPlace(asked, QUrl(u"http://gd.site.test:8080/y"_s)), u"gd.site.test:8080"_s);
-  EXPECT_EQ(toldPlace(asked, QUrl(u"mailto:a@other.test"_s)), u"mailto"_s);
+  const QUrl from(u"http://gd.site.test/x"_s);
+  EXPECT_EQ(toldPlace(from, QUrl(u"https://other.test:8080/y"_s)), u"other.test"_s);
+  EXPECT_EQ(toldPlace(from, QUrl(u"http://gd.site.test:8080/y"_s)), u"gd.site.test:8080"_s);
+  EXPECT_EQ(toldPlace(from, QUrl(u"mailto:a@other.test"_s)), u"mailto"_s);
 }
 
 TEST(PageRules, OfAHostWithoutANameOnlyThePortOfThePageIsFound) {
