@@ -29,9 +29,9 @@ QUrl detailUrl(const QString& base, const QString& lotteryName, const QString& p
   QString address = provinceAddress(base, lotteryName);
   if (address.isEmpty())
     return {};
-  if (QUrl::fromUserInput(address).path().isEmpty())
+  if (const QUrl whole = sourceUrl(address); whole.path().isEmpty() && !whole.hasQuery() && !whole.hasFragment())
     address += u'/';
-  const QUrl url = QUrl::fromUserInput(address + period.right(periodCharacters) + u".html"_s);
+  const QUrl url = sourceUrl(address + period.right(periodCharacters) + u".html"_s);
   return isWebAddress(url) ? url : QUrl();
 }
 
@@ -47,15 +47,19 @@ void showDetailPage(Store& gConn, OpenUrlText& reader, const DetailPorts& ports)
   }
   const QUrl url = detailUrl(base, Catalogue(gConn).getLotteryName(), period);
   QString text;
+  QString fault;
   if (!url.isEmpty()) {
     const auto cleared = qScopeGuard([&ports] { ports.panels.setPanel(StatusPanels::runningPass, {}); });
     ports.panels.setPanel(StatusPanels::runningPass, u"正在读取 %1 ……"_s.arg(url.toString()));
     text = reader.openUrlText(url, true);
     if (reader.wasStopped())
       return;
+    fault = reader.fault();
   }
   if (text.contains(detailMark))
     ports.openPage(url);
+  else if (text.isEmpty() && !fault.isEmpty())
+    ports.boxes.critical(fault);
   else
     ports.boxes.plain(u"很抱歉，没有找到该期的开奖数据。请稍后再试。。。"_s);
 }

@@ -1,7 +1,6 @@
 #include "acquire/networkaddresstester.h"
 
 #include <QTimer>
-#include <QUrl>
 #include <utility>
 
 #include "acquire/pagerules.h"
@@ -49,13 +48,13 @@ void NetworkAddressTester::test(const QString& address, Outcome outcome) {
     tell(u"地址还没有设置。"_s);
     return;
   }
-  if (!isWebAddress(QUrl(address.trimmed()))) {
+  const QUrl url = sourceUrl(address);
+  if (!isWebAddress(url)) {
     tell(u"地址不正确，要以 http:// 或 https:// 开头。"_s);
     return;
   }
   clock_.start();
-  QNetworkRequest request(QUrl(address.trimmed()));
-  reply_ = manager_.get(request);
+  reply_ = manager_.get(QNetworkRequest(url));
   connect(reply_, &QNetworkReply::redirected, this, &NetworkAddressTester::redirected);
   connect(reply_, &QNetworkReply::metaDataChanged, this, &NetworkAddressTester::answered);
   connect(reply_, &QNetworkReply::finished, this, [this] {

@@ -24,6 +24,10 @@ class OpenUrlText final {
   /// Ends a running call, which then gives an empty text.
   void requestStop();
 
+  /// Why the control had no page to show in the last call, a sentence for the person; empty where it worked, whatever came of
+  /// the page.
+  [[nodiscard]] QString fault() const { return webBrowserOpenURL_ ? webBrowserOpenURL_->fault() : QString(); }
+
   /// Whether the last call was ended so.
   [[nodiscard]] bool wasStopped() const noexcept { return stopRequested_; }
 

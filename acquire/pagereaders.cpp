@@ -4,6 +4,7 @@
 
 #include "acquire/catalogue.h"
 #include "acquire/pagewait.h"
+#include "acquire/sources.h"
 #include "model/texts.h"
 
 namespace elevenfive {
@@ -49,7 +50,7 @@ QUrl siteListUrl(const QString& siteAddress, const QString& lotteryName) {
     return {};
   while (site.endsWith(u'/'))
     site.chop(1);
-  return QUrl::fromUserInput(site + u"/chart.asp?siteid=2"_s);
+  return sourceUrl(site + u"/chart.asp?siteid=2"_s);
 }
 
 SiteList::SiteList(PageLoaderFactory loaders, QUrl page, int loadMs)

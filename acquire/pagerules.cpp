@@ -66,12 +66,24 @@ bool isSameSite(const QUrl& asked, const QUrl& address) {
 
 QString toldPlace(const QUrl& asked, const QUrl& address) {
   const QString host = address.host();
+  if (host.isEmpty())
+    return address.scheme();
   return asked.host() == host ? u"%1:%2"_s.arg(host).arg(portOf(address)) : host;
 }
 
-QStringList hostPatterns(const QUrl& asked) {
-  const QString site = siteName(asked.host(QUrl::FullyEncoded));
-  return isNumericHost(site) ? QStringList{site} : QStringList{site, u"*."_s + site};
+QStringList hostRules(const QUrl& asked) {
+  const QString host = asked.host(QUrl::FullyEncoded);
+  if (!isNumericHost(host)) {
+    const QString site = siteName(host);
+    return {u"EXCLUDE "_s + site, u"EXCLUDE *."_s + site};
+  }
+  const auto rule = [place = host.contains(u':') ? u"[%1]"_s.arg(host) : host](int port) {
+    return u"MAP %1:%2 %1:%2"_s.arg(place).arg(port);
+  };
+  QStringList rules{rule(portOf(asked))};
+  if (asked.scheme() == u"http"_s && portOf(asked) == 80)
+    rules << rule(443);
+  return rules;
 }
 
 bool mayHoldPage(const QUrl& asked, const QUrl& address) {

@@ -20,16 +20,18 @@ enum class FetchKind {
 /// How a page comes to leave for an address.
 enum class LeaveKind {
   asked,     ///< the load itself
-  redirect,  ///< by the server
-  script,    ///< by a script or a refresh element
+  redirect,  ///< by the server, or by a script or a refresh element that asks for another address
+  script,    ///< by a script that loads it again or sends a form
   person,    ///< a link or form, for which there is nobody
 };
 
-/// How a person is told where a page was led: its host, and the port where the host is the one that was asked.
+/// How a person is told where a page was led: its host, and the port where the host is the one that was asked; of an address
+/// without a host its kind ("mailto").
 QString toldPlace(const QUrl& asked, const QUrl& address);
 
-/// The names of the hosts of a page's site, with * for any part of a name.
-QStringList hostPatterns(const QUrl& asked);
+/// The hosts of a page's site as rules of the engine's resolver: "EXCLUDE *.site.test", which finds it as ever, for names, and
+/// "MAP 10.0.0.1:80 10.0.0.1:80" for a host without a name, of which the page's own port alone is its site.
+QStringList hostRules(const QUrl& asked);
 
 /// Whether an address can be loaded at all: http or https with a host.
 bool isWebAddress(const QUrl& address);

@@ -113,6 +113,7 @@ void ProcessLoader::startProcess() {
 }
 
 void ProcessLoader::output() {
+  const qsizetype looked = pending_.size();
   pending_ += process_->readAllStandardOutput();
   if (pending_.size() > longestAnswer) {
     const bool waitedFor = busy_;
@@ -121,7 +122,7 @@ void ProcessLoader::output() {
     complete();
     return;
   }
-  for (qsizetype at = pending_.indexOf('\n'); at >= 0; at = pending_.indexOf('\n')) {
+  for (qsizetype at = pending_.indexOf('\n', looked); at >= 0; at = pending_.indexOf('\n')) {
     const QByteArray line = pending_.left(at);
     pending_.remove(0, at + 1);
     if (const std::optional<PageTold> message = pageTold(line))

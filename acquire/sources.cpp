@@ -1,6 +1,6 @@
 #include "acquire/sources.h"
 
-#include <QUrl>
+#include <QRegularExpression>
 #include <algorithm>
 
 #include "acquire/pagerules.h"
@@ -35,6 +35,13 @@ QString sourceAddress(Store& store, QStringView name) {
   return query.next() ? query.text(0) : QString();
 }
 
+QUrl sourceUrl(const QString& address) {
+  static const QRegularExpression scheme(u"^[a-z][a-z0-9+.-]*:(//|(?![0-9]))"_s,
+                                         QRegularExpression::CaseInsensitiveOption);
+  const QString text = address.trimmed();
+  return text.isEmpty() || scheme.match(text).hasMatch() ? QUrl(text) : QUrl(u"http://"_s + text);
+}
+
 bool isSourceAddress(const QString& address) {
   QString sample = address.trimmed();
   const auto parts = [](QChar ch) { return ch.isSpace() || !ch.isPrint(); };
@@ -42,9 +49,7 @@ bool isSourceAddress(const QString& address) {
     return false;
   if (sample.isEmpty())
     return true;
-  sample.replace(provincePlace.toString(), u"x"_s);
-  const bool hasScheme = sample.contains(u"://"_s);
-  return isWebAddress(hasScheme ? QUrl(sample) : QUrl(u"http://"_s + sample));
+  return isWebAddress(sourceUrl(sample.replace(provincePlace.toString(), u"x"_s)));
 }
 
 QString wrongAddressText(const QString& name) {
@@ -61,7 +66,7 @@ void setSourceAddress(Store& store, const QString& name, const QString& address)
 
 bool isUnsetAddress(const QString& address) {
   QString sample = address;
-  const QString host = QUrl(sample.replace(provincePlace.toString(), u"x"_s), QUrl::TolerantMode).host();
+  const QString host = sourceUrl(sample.replace(provincePlace.toString(), u"x"_s)).host();
   return address.trimmed().isEmpty() || host == u"example"_s || host.endsWith(u".example"_s);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringView>
+#include <QUrl>
 #include <span>
 #include <vector>
 
@@ -37,6 +38,10 @@ std::vector<SourceRow> sourceRows(Store& store);
 
 /// The address of a row as stored; empty where there is no such row.
 QString sourceAddress(Store& store, QStringView name);
+
+/// An address as the web is asked for it; without a scheme it is one of http, and blanks around it go. A word and a colon with
+/// anything but a port behind them are another kind of address ("mailto:a@b.org"), which stays as it is and is none of the web.
+QUrl sourceUrl(const QString& address);
 
 /// Whether a text can stand as an address: empty, or http, https or no scheme at all with a host, in one piece and of at most
 /// 200 UTF-16 units. Blanks around it do not count.

@@ -28,7 +28,9 @@ QUrl noticeAddress(const QString& server) {
     return {};
   const QString question =
       u"VER="_s + encoded(scrambleText(version.toString(), true, {})) + u"&NAME="_s + encoded(programName.toString());
-  return QUrl(server + (server.contains(u'?') ? u'&' : u'?') + question, QUrl::TolerantMode);
+  QUrl url = sourceUrl(server);
+  url.setQuery(url.hasQuery() ? url.query(QUrl::FullyEncoded) + u'&' + question : question);
+  return url;
 }
 
 bool isNotice(const QString& answer) {

@@ -142,7 +142,7 @@ WebUpdate::Outcome WebUpdate::fetch(const QDate& date, Qihao lastQihao, PageCoun
   const QString address = catalogue.getSourceUrl();
   if (address.isEmpty())
     return Outcome::noAddress;
-  const QUrl url = QUrl::fromUserInput(address);
+  const QUrl url = sourceUrl(address);
   asked_ = url;
   // Whatever comes of the page, it does not work on behind the window.
   const AtEnd released([this] {
@@ -232,7 +232,8 @@ void WebUpdate::tellOutcome(Outcome outcome, const QDate& date, bool interactive
 }
 
 void WebUpdate::versionNotice() {
-  const QUrl address = noticeAddress(sourceAddress(gConn_, noticeServer.name));
+  const QUrl address =
+      noticeAddress(provinceAddress(sourceAddress(gConn_, noticeServer.name), Catalogue(gConn_).getLotteryName()));
   if (address.isEmpty())
     return;
   PageLoader& page = control();

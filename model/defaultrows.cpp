@@ -252,9 +252,10 @@ void insertProbabilities(Store& store) {
 }
 
 void insertAddresses(Store& store) {
-  Statement insert = store.query("写入数据源", "INSERT INTO 数据源 VALUES (?, ?)");
+  Statement insert = store.query(
+      "写入数据源", "INSERT INTO 数据源 SELECT ?, ? WHERE NOT EXISTS (SELECT 1 FROM 数据源 WHERE 名称 = ?)");
   for (const AddressRow& row : addressRows)
-    insert.run(row.name.toString(), row.address.toString());
+    insert.run(row.name.toString(), row.address.toString(), row.name.toString());
 }
 
 void insertMainRows(Store& store) {
@@ -304,6 +305,7 @@ void insertLostRows(Store& store) {
   insertMatchRow(store);
   insertUserMode(store);
   insertAliases(store);
+  insertAddresses(store);
 }
 
 void insertDefaultRows(Store& store, StoreKind kind) {

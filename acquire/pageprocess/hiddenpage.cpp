@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QWebEngineCertificateError>
 #include <QWebEngineDownloadRequest>
+#include <QWebEngineHistory>
 #include <QWebEngineScript>
 #include <QWebEngineSettings>
 #include <QWebEngineUrlRequestInterceptor>
@@ -166,8 +167,8 @@ bool HiddenPage::acceptNavigationRequest(const QUrl& url, NavigationType type, b
   const LeaveKind kind = leaveKindOf(type);
   if (mayGo(asked_, url, kind, isMainFrame))
     return true;
-  // What a script asks for is refused too, but then the page stays and can be read.
-  if (isMainFrame && kind == LeaveKind::redirect)
+  // Once there is a document, whatever wants to lead on from it, it stays and can be read.
+  if (isMainFrame && kind == LeaveKind::redirect && history()->count() == 0)
     tell_({PageTold::Kind::away, url, {}, 0});
   return false;
 }

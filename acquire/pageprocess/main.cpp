@@ -33,11 +33,12 @@ constexpr const char* engineFlags =
 /// Only the page's site can be found at all, and what the person goes through to reach it. This holds also for what the engine
 /// asks of no gate, such as a page's own connections to other machines.
 QByteArray hostFlag(const QUrl& asked) {
-  QStringList found = hostPatterns(asked);
+  QStringList rules = hostRules(asked);
   for (const QNetworkProxy& proxy : QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(asked)))
     if (!proxy.hostName().isEmpty())
-      found << proxy.hostName();
-  return " --host-resolver-rules=\"MAP * ~NOTFOUND,EXCLUDE " + found.join(QStringLiteral(",EXCLUDE ")).toUtf8() + '"';
+      rules << QStringLiteral("EXCLUDE ") + proxy.hostName();
+  rules << QStringLiteral("MAP * ~NOTFOUND");  // the first that fits counts
+  return " --host-resolver-rules=\"" + rules.join(u',').toUtf8() + '"';
 }
 
 /// What the surroundings say of the engine does not count here. Only root, for whom the sandbox cannot work, goes without it.

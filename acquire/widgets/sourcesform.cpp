@@ -9,9 +9,12 @@
 #include <array>
 
 #include "acquire/catalogue.h"
+#include "acquire/detailpage.h"
 #include "acquire/pagerules.h"
 #include "acquire/pagetext.h"
 #include "acquire/sources.h"
+#include "acquire/versionnotice.h"
+#include "model/navigators.h"
 #include "model/store.h"
 #include "model/widgets/faultbox.h"
 
@@ -125,19 +128,30 @@ void SourcesForm::store() {
   transaction.commit();
 }
 
+/// What is asked for with the address where it is used.
 QUrl SourcesForm::pageOf(const Row& row) const {
   const QString game = Catalogue(gConn_).getLotteryName();
-  const QString address = row.name == resultsSite.name ? resultsPageUrl(row.address->text(), game)
-                                                       : provinceAddress(row.address->text(), game);
-  return address.isEmpty() ? QUrl() : QUrl::fromUserInput(address);
+  const QString address = row.address->text();
+  if (row.name == resultsSite.name)
+    return sourceUrl(resultsPageUrl(address, game));
+  if (row.name == noticeServer.name)
+    return noticeAddress(provinceAddress(address, game));
+  if (const Qihao newest = getLastQihao(gConn_); row.name == detailPage.name && newest > 0)
+    return detailUrl(address, game, QString::number(newest));
+  return sourceUrl(provinceAddress(address, game));
 }
 
 void SourcesForm::test(const Row& row) {
   if (testing_)
     return;
+  const QString address = row.address->text();
+  if (isUnsetAddress(address)) {
+    verdict_->setText(address.trimmed().isEmpty() ? u"地址为空。"_s : u"地址还没有设置。"_s);
+    return;
+  }
   const QUrl page = pageOf(row);
   if (!isWebAddress(page)) {
-    verdict_->setText(row.address->text().trimmed().isEmpty() ? u"地址为空。"_s : u"不是可用的网址。"_s);
+    verdict_->setText(u"不是可用的网址。"_s);
     return;
   }
   testing_ = true;
@@ -150,6 +164,8 @@ void SourcesForm::test(const Row& row) {
     other.test->setEnabled(true);
   if (!isVisible())  // closed meanwhile: nobody wants to know any more
     verdict_->clear();
+  else if (text.isEmpty() && !reader_.fault().isEmpty())
+    verdict_->setText(u"“%1”：%2"_s.arg(row.name, reader_.fault()));
   else if (text.isEmpty())
     tellWhyNot(row.name, page);
   else if (row.name == resultsSite.name && !text.contains(resultsPageMark))

@@ -1,6 +1,7 @@
 #include "shell/widgets/historyupdate.h"
 
 #include <QDesktopServices>
+#include <QPointer>
 #include <QWidget>
 
 #include "acquire/detailpage.h"
@@ -13,8 +14,16 @@ namespace elevenfive {
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 PageLoaderFactory orProcess(PageLoaderFactory loaders) {
   return loaders ? std::move(loaders) : processLoaders();
+}
+
+/// Where the system knows no browser, the person is told what to open.
+void openInBrowser(Boxes& boxes, const QUrl& page) {
+  if (!QDesktopServices::openUrl(page))
+    boxes.critical(u"无法打开浏览器，请自行打开下面的网页：\r\n"_s + page.toString());
 }
 
 }  // namespace
@@ -26,7 +35,7 @@ HistoryUpdate::HistoryUpdate(Store& gConn, HistoryPanel& panel, const Ports& por
       ports_(ports),
       window_(window),
       update_(gConn, {ports.boxes, ports.events, ports.panels, panel.derivationProgress(), *this,
-                      orProcess(ports.loaders), [](const QUrl& page) { QDesktopServices::openUrl(page); }}),
+                      orProcess(ports.loaders), [this](const QUrl& page) { openInBrowser(ports_.boxes, page); }}),
       details_(orProcess(ports.loaders)) {
   connect(&panel_, &HistoryPanel::updateRequested, this, &HistoryUpdate::updateHistory);
   connect(&panel_, &HistoryPanel::detailsWanted, this, &HistoryUpdate::showDetails);
@@ -39,25 +48,25 @@ HistoryUpdate::HistoryUpdate(Store& gConn, HistoryPanel& panel, const Ports& por
 void HistoryUpdate::updateHistory() {
   if (ports_.busy.isBusy())
     return;
-  QWidget* focused = window_->focusWidget();
+  const QPointer<QWidget> focused = window_->focusWidget();
   withFaultBox(ports_.boxes, [this] { update_.updateHistory(); });
-  if (focused != nullptr && focused->isVisible())  // a disabled button loses the focus
+  if (focused && focused->isVisible())  // a disabled button loses the focus
     focused->setFocus();
 }
 
 void HistoryUpdate::showDetails() {
   if (ports_.busy.isBusy())
     return;
-  QWidget* focused = window_->focusWidget();
+  const QPointer<QWidget> focused = window_->focusWidget();
   {
     const BusyScope busy(ports_.busy);
     withFaultBox(ports_.boxes, [this] {
-      showDetailPage(gConn_, details_, {ports_.boxes, ports_.inputs, ports_.panels, [](const QUrl& page) {
-                                          QDesktopServices::openUrl(page);
+      showDetailPage(gConn_, details_, {ports_.boxes, ports_.inputs, ports_.panels, [this](const QUrl& page) {
+                                          openInBrowser(ports_.boxes, page);
                                         }});
     });
   }
-  if (focused != nullptr && focused->isVisible())  // a disabled button loses the focus
+  if (focused && focused->isVisible())  // a disabled button loses the focus
     focused->setFocus();
 }
 

@@ -73,6 +73,16 @@ TEST_F(DetailPage, TheAddressIsPutInFrontAsItStandsOrBehindItsHost) {
   EXPECT_EQ(detailUrl(u"detail.test/a/"_s, {}, u"08118"_s), QUrl(u"http://detail.test/a/08118.html"_s));
 }
 
+TEST_F(DetailPage, AnAddressThatEndsInAQuestionTakesThePeriodThere) {
+  EXPECT_EQ(detailUrl(u"http://h.test?issue="_s, {}, u"08118"_s), QUrl(u"http://h.test?issue=08118.html"_s));
+  EXPECT_EQ(detailUrl(u"h.test/draws?issue="_s, {}, u"08118"_s), QUrl(u"http://h.test/draws?issue=08118.html"_s));
+  EXPECT_EQ(detailUrl(u"http://h.test#"_s, {}, u"08118"_s), QUrl(u"http://h.test#08118.html"_s));
+}
+
+TEST_F(DetailPage, AHostThatIsNamedAfterAnotherKindOfServerIsAskedForItsPage) {
+  EXPECT_EQ(detailUrl(u"ftp.h.test"_s, {}, u"08118"_s), QUrl(u"http://ftp.h.test/08118.html"_s));
+}
+
 TEST_F(DetailPage, CancellingTheQuestionDoesNothing) {
   show(QString());
   show(u"  "_s);
@@ -88,6 +98,15 @@ TEST_F(DetailPage, APageThatSpeaksOfNoPrizeIsNotShown) {
   EXPECT_EQ(ports.boxTexts(), QStringList{notFound});
   EXPECT_EQ(ports.boxes[0].kind, BoxKind::plain);
   EXPECT_EQ(opened, QStringList());
+}
+
+TEST_F(DetailPage, AControlThatCannotBeHadIsToldInItsOwnWords) {
+  web.pages[page] = FakePage{{}, {}, -1, false, {}, u"读取网页的组件没有找到。"_s};
+  show(u"2008118"_s);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"读取网页的组件没有找到。"_s});
+  EXPECT_EQ(ports.boxes[0].kind, BoxKind::critical);
+  EXPECT_EQ(opened, QStringList());
+  EXPECT_EQ(panel.texts.last(), QString());
 }
 
 TEST_F(DetailPage, APageThatNeverComesIsToldLikeOneThatIsNotThere) {

@@ -110,6 +110,12 @@ TEST_F(AddressTest, NobodyAtThePortIsTold) {
   EXPECT_EQ(outcomeOf(nobody), u"服务器 127.0.0.1 拒绝连接。"_s);
 }
 
+TEST_F(AddressTest, AnAddressWithoutItsSchemeIsAskedOverHttp) {
+  answer = "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n";
+  EXPECT_TRUE(
+      outcomeOf(address().mid(u"http://"_s.size())).value_or(QString()).startsWith(u"服务器有答复（HTTP 200，"_s));
+}
+
 TEST_F(AddressTest, WhatIsNoWebAddressIsNotAskedAtAll) {
   EXPECT_EQ(outcomeOf(u"ftp://127.0.0.1/"_s), u"地址不正确，要以 http:// 或 https:// 开头。"_s);
   EXPECT_EQ(outcomeOf(u"  "_s), u"地址还没有设置。"_s);

@@ -70,6 +70,16 @@ TEST_F(OpenUrlTextTest, AControlThatCannotBeHadIsNotWaitedFor) {
   waited.start();
   EXPECT_EQ(reader.openUrlText(detail, true), QString());
   EXPECT_LT(waited.elapsed(), 150);
+  EXPECT_EQ(reader.fault(), u"missing"_s);
+}
+
+TEST_F(OpenUrlTextTest, AFaultIsThatOfTheLastCall) {
+  EXPECT_EQ(reader.fault(), QString());
+  page() = FakePage{{}, {}, -1, false, {}, u"missing"_s};
+  reader.openUrlText(detail, true);
+  page() = FakePage{{u"x"_s}, {}, 0, false, {}, {}};
+  EXPECT_EQ(reader.openUrlText(detail, true), u"x"_s);
+  EXPECT_EQ(reader.fault(), QString());
 }
 
 TEST_F(OpenUrlTextTest, ACallDuringAnotherGivesNothing) {

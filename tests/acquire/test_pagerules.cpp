@@ -121,11 +121,26 @@ TEST(PageMessages, AnyOtherLineReadsAsNothing) {
 }
 
 TEST(PageRules, OnlyTheHostsOfThePagesSiteAreToBeFound) {
-  EXPECT_EQ(hostPatterns(QUrl(u"http://gd.site.test/x"_s)), (QStringList{u"site.test"_s, u"*.site.test"_s}));
-  EXPECT_EQ(hostPatterns(QUrl(u"http://gd.site.com.cn"_s)), (QStringList{u"site.com.cn"_s, u"*.site.com.cn"_s}));
-  EXPECT_EQ(hostPatterns(QUrl(u"http://127.0.0.1:80/"_s)), QStringList{u"127.0.0.1"_s});
-  EXPECT_EQ(hostPatterns(QUrl(u"http://[::1]/"_s)), QStringList{u"::1"_s});
-  EXPECT_EQ(hostPatterns(QUrl(u"http://开奖.test/"_s)), (QStringList{u"xn--1tsr5k.test"_s, u"*.xn--1tsr5k.test"_s}));
+  EXPECT_EQ(hostRules(QUrl(u"http://gd.site.test/x"_s)),
+            (QStringList{u"EXCLUDE site.test"_s, u"EXCLUDE *.site.test"_s}));
+  EXPECT_EQ(hostRules(QUrl(u"http://gd.site.com.cn"_s)),
+            (QStringList{u"EXCLUDE site.com.cn"_s, u"EXCLUDE *.site.com.cn"_s}));
+  EXPECT_EQ(hostRules(QUrl(u"http://开奖.test/"_s)),
+            (QStringList{u"EXCLUDE xn--1tsr5k.test"_s, u"EXCLUDE *.xn--1tsr5k.test"_s}));
+}
+
+TEST(PageRules, WhereAPageWasLedIsToldByItsHostItsPortOrItsKind) {
+  const QUrl from(u"http://gd.site.test/x"_s);
+  EXPECT_EQ(toldPlace(from, QUrl(u"https://other.test:8080/y"_s)), u"other.test"_s);
+  EXPECT_EQ(toldPlace(from, QUrl(u"http://gd.site.test:8080/y"_s)), u"gd.site.test:8080"_s);
+  EXPECT_EQ(toldPlace(from, QUrl(u"mailto:a@other.test"_s)), u"mailto"_s);
+}
+
+TEST(PageRules, OfAHostWithoutANameOnlyThePortOfThePageIsFound) {
+  EXPECT_EQ(hostRules(QUrl(u"http://127.0.0.1:8080/"_s)), QStringList{u"MAP 127.0.0.1:8080 127.0.0.1:8080"_s});
+  EXPECT_EQ(hostRules(QUrl(u"https://127.0.0.1/"_s)), QStringList{u"MAP 127.0.0.1:443 127.0.0.1:443"_s});
+  EXPECT_EQ(hostRules(QUrl(u"http://[::1]/"_s)),
+            (QStringList{u"MAP [::1]:80 [::1]:80"_s, u"MAP [::1]:443 [::1]:443"_s}));
 }
 
 }  // namespace

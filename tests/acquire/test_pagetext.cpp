@@ -218,6 +218,40 @@ TEST_F(PageText, ADrawOutOfRangeInTheTableEndsTheDerivationAndIsNamed) {
   EXPECT_EQ(data.rows("SELECT 和值 FROM 历史记录 ORDER BY 期号"), (QStringList{u"16"_s, u"-"_s, u"-"_s}));
 }
 
+TEST(DecodePage, NoBytesAreNoText) {
+  EXPECT_EQ(decodePage({}), QString());
+}
+
+TEST(DecodePage, AByteOrderMarkIsNoPartOfTheText) {
+  EXPECT_EQ(decodePage("\xEF\xBB\xBF"_ba + u"广东11选5"_s.toUtf8()), u"广东11选5"_s);
+}
+
+TEST(DecodePage, AMarkInGb18030CountsAlthoughItIsSoundUtf8) {
+  EXPECT_EQ(decodePage("11\xD1\xA1"
+                       "5"_ba),
+            u"11选5"_s);
+}
+
+TEST(DecodePage, OfTwoReadingsWithTheMarkUtf8Counts) {
+  EXPECT_EQ(decodePage(u"11选5 11"_s.toUtf8() + "\xD1\xA1"
+                                                "5"_ba),
+            u"11选5 11\u0461"_s + u"5"_s);
+}
+
+TEST(DecodePage, ACutCharacterCostsNoMoreThanItself) {
+  const QByteArray line = "\n11031501 01 02 03 04 05 03-15 17:50\n"_ba;
+  EXPECT_TRUE(decodePage("11\xD1\xA1"
+                         "5"_ba +
+                         line + "\xB9")
+                  .startsWith(u"11选5"_s + QString::fromLatin1(line)));
+  EXPECT_TRUE(decodePage(u"11选5"_s.toUtf8() + line + "\xE5\xB9").startsWith(u"11选5"_s + QString::fromLatin1(line)));
+}
+
+TEST(DecodePage, WithoutTheMarkItIsReadAsAnyText) {
+  EXPECT_EQ(decodePage("\xB9\xE3\xB6\xAB"_ba), u"广东"_s);
+  EXPECT_EQ(decodePage(u"广东"_s.toUtf8()), u"广东"_s);
+}
+
 TEST_F(PageText, AnUpdateCountsFromTheSecondPeriodBelowTheNewest) {
   EXPECT_EQ(lastQihaoForUpdate(data.store()), 2003001);
   data.addDraws(u"110315001 01 02 03 04 05"_s);

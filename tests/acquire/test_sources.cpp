@@ -49,8 +49,10 @@ TEST(Sources, AnAddressOf201CharactersIsRefused) {
 TEST(Sources, WhatIsNoAddressOfTheWebIsRefusedInASentence) {
   TestWorkspace w;
   const QString before = sourceAddress(w.store(), resultsSite.name);
-  for (const QString& text : {u"http://"_s, u"http://a b"_s, u"http://127.0.0.1:99999"_s, u"file:///etc"_s,
-                              u"javascript:alert(1)"_s, u"http://a/\nb"_s, u"ftp://results.org"_s, u"two words"_s}) {
+  for (const QString& text :
+       {u"http://"_s, u"http://a b"_s, u"http://127.0.0.1:99999"_s, u"file:///etc"_s, u"javascript:alert(1)"_s,
+        u"http://a/\nb"_s, u"ftp://results.org"_s, u"two words"_s, u"file:/etc/x"_s, u"mailto:a@b.org"_s,
+        u"user:pw@host/x"_s, u"http:/a.test"_s, u"?x=1"_s}) {
     try {
       setSourceAddress(w.store(), u"开奖网站"_s, text);
       ADD_FAILURE() << text.toStdString();
@@ -61,18 +63,37 @@ TEST(Sources, WhatIsNoAddressOfTheWebIsRefusedInASentence) {
   }
   EXPECT_EQ(sourceAddress(w.store(), resultsSite.name), before);
   for (const QString& text : {QString(), u" http://a.test/ "_s, u"https://{province}.a.test:8443/x?y=1"_s,
-                              u"{province}.a.test"_s, u"localhost:8080/x"_s, u"http://[::1]:80/"_s})
+                              u"{province}.a.test"_s, u"localhost:8080/x"_s, u"http://[::1]:80/"_s, u"ftp.a.test"_s})
     EXPECT_NO_THROW(setSourceAddress(w.store(), u"开奖网站"_s, text)) << text.toStdString();
+}
+
+TEST(Sources, AnAddressWithoutASchemeIsOneOfHttp) {
+  EXPECT_EQ(sourceUrl(u" a.test/x "_s), QUrl(u"http://a.test/x"_s));
+  EXPECT_EQ(sourceUrl(u"localhost:8080/x"_s), QUrl(u"http://localhost:8080/x"_s));
+  EXPECT_EQ(sourceUrl(u"ftp.results.test"_s), QUrl(u"http://ftp.results.test"_s));
+  EXPECT_EQ(sourceUrl(u"a.test/?next=http://b.test/"_s), QUrl(u"http://a.test/?next=http://b.test/"_s));
+  EXPECT_EQ(sourceUrl(u"127.0.0.1"_s), QUrl(u"http://127.0.0.1"_s));
+  EXPECT_EQ(sourceUrl(u"HTTPS://a.test"_s), QUrl(u"https://a.test"_s));
+}
+
+TEST(Sources, AnAddressOfAnotherKindStaysOne) {
+  EXPECT_EQ(sourceUrl(u"mailto:a@b.org"_s), QUrl(u"mailto:a@b.org"_s));
+  EXPECT_EQ(sourceUrl(u"file:/etc/x"_s), QUrl(u"file:/etc/x"_s));
+  EXPECT_EQ(sourceUrl(u"ftp://a.test/x"_s), QUrl(u"ftp://a.test/x"_s));
+  EXPECT_TRUE(sourceUrl(u"  "_s).isEmpty());
 }
 
 TEST(Sources, ExampleHostsAndEmptyAddressesWereNeverSet) {
   EXPECT_TRUE(isUnsetAddress(QString()));
   EXPECT_TRUE(isUnsetAddress(u" "_s));
   EXPECT_TRUE(isUnsetAddress(u"https://{province}.results.example"_s));
+  EXPECT_TRUE(isUnsetAddress(u"gd.results.example"_s));
+  EXPECT_TRUE(isUnsetAddress(u" {province}.results.example:8080/x"_s));
   EXPECT_TRUE(isUnsetAddress(u"https://gd.results.example/?op=dcjb&num=100"_s));
   EXPECT_FALSE(isUnsetAddress(u"https://{province}.results.org"_s));
   EXPECT_FALSE(isUnsetAddress(u"http://localhost:8080/{province}"_s));
   EXPECT_FALSE(isUnsetAddress(u"https://results.org/x.example"_s));
+  EXPECT_FALSE(isUnsetAddress(u"results.org/x.example"_s));
 }
 
 TEST(Sources, TheLastWordFoundCounts) {

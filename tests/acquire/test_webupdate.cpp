@@ -396,6 +396,40 @@ TEST_F(WebUpdateTest, TheNoticeIsAskedForOnceARunWithTheScrambledVersion) {
   EXPECT_EQ(opened, QStringList());
 }
 
+TEST_F(WebUpdateTest, TheNoticeServerMayBeNamedByItsHostAloneAndByItsProvince) {
+  for (const auto& [address, asked] :
+       {std::pair(u"notice.test/ask"_s, u"http://notice.test/ask?VER=53635&NAME=elevenfive"_s),
+        std::pair(u"localhost:8080/ask"_s, u"http://localhost:8080/ask?VER=53635&NAME=elevenfive"_s),
+        std::pair(u"https://{province}.notice.test"_s, u"https://gd.notice.test?VER=53635&NAME=elevenfive"_s),
+        std::pair(u"http://notice.test/ask?id=7"_s, u"http://notice.test/ask?id=7&VER=53635&NAME=elevenfive"_s)}) {
+    setSourceAddress(data.store(), noticeServer.name.toString(), address);
+    web.log.clear();
+    update().setNoticeDone(false);
+    update().updateHistory();
+    EXPECT_EQ(web.log.filter(u"VER"_s), QStringList{u"navigate "_s + asked});
+  }
+}
+
+TEST_F(WebUpdateTest, ANoticeServerOfAProvinceIsNotAskedForAGameWithoutOne) {
+  setSourceAddress(data.store(), noticeServer.name.toString(), u"https://{province}.notice.test"_s);
+  data.store().execute("test", "UPDATE 彩票类型 SET 使用 = 0");
+  update().updateHistory();
+  EXPECT_EQ(web.log.filter(u"notice"_s), QStringList());
+}
+
+TEST_F(WebUpdateTest, AHostThatIsNamedAfterAnotherKindOfServerIsAskedForItsPage) {
+  setSourceAddress(data.store(), resultsSite.name.toString(), u"ftp.results.test"_s);
+  web.pages[u"http://ftp.results.test/?op=dcjb&num=100"_s].texts = QStringList{twoDraws};
+  EXPECT_TRUE(fetch());
+}
+
+TEST_F(WebUpdateTest, AnExampleHostWithoutItsSchemeWasNeverSet) {
+  setSourceAddress(data.store(), resultsSite.name.toString(), u"{province}.results.example"_s);
+  EXPECT_FALSE(fetch());
+  EXPECT_EQ(ports.boxTexts(), QStringList{unsetAddressText()});
+  EXPECT_EQ(web.log, QStringList());
+}
+
 TEST_F(WebUpdateTest, AStopLeavesTheNoticeToTheNextUpdate) {
   setSourceAddress(data.store(), noticeServer.name.toString(), notice);
   times.documentSeconds = 60;

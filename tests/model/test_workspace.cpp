@@ -224,7 +224,8 @@ TEST_F(WorkspaceLife, RowsThatAreAlwaysThereComeBackWhereTheyWereLost) {
     workspace.gConn.executeScript(
         "test",
         "DELETE FROM 用户模式; DELETE FROM 历史数据过滤; DELETE FROM 自定义别名 WHERE 序号 = 3;"
-        "UPDATE 自定义别名 SET 别名 = '热号' WHERE 序号 = 4;");
+        "UPDATE 自定义别名 SET 别名 = '热号' WHERE 序号 = 4; DELETE FROM 数据源 WHERE 名称 = '开奖网站';"
+        "UPDATE 数据源 SET 地址 = 'http://a.test/' WHERE 名称 = '开奖详情';");
     workspace.close();
   }
   for (int start = 0; start < 2; ++start) {
@@ -234,6 +235,11 @@ TEST_F(WorkspaceLife, RowsThatAreAlwaysThereComeBackWhereTheyWereLost) {
     EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 历史数据过滤 WHERE 最小值 = 5 AND 匹配值 = 4"), 1);
     EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 自定义别名"), 20);
     EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 自定义别名 WHERE 别名 = '自定义组3' OR 别名 = '热号'"), 2);
+    EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 数据源"), 4);
+    EXPECT_EQ(store.value("test",
+                          "SELECT COUNT(*) FROM 数据源 WHERE (名称 = '开奖网站' AND 地址 LIKE '%results.example') "
+                          "OR (名称 = '开奖详情' AND 地址 = 'http://a.test/')"),
+              2);
     EXPECT_EQ(workspace.hasChanged(), start == 0);
     workspace.close();
   }

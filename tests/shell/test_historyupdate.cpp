@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QTabBar>
 #include <QTimer>
 #include <algorithm>
@@ -168,7 +169,7 @@ TEST_F(HistoryUpdateTest, TheWindowKeepsItsWidthThroughAnUpdateBesideASearch) {
   EXPECT_TRUE(the<QPushButton>(u"cmm_kjqk"_s).isVisible());
 }
 
-TEST_F(HistoryUpdateTest, TheRangeThatIsShownStaysAndASearchEnds) {
+TEST_F(HistoryUpdateTest, TheRangeThatIsShownStaysAndASearchGivesWayToTheNewDraws) {
   QString lines;
   for (int i = 0; i < 120; ++i)
     lines += u"%1 01 02 03 04 06\n"_s.arg(110101000 + i);
@@ -176,7 +177,13 @@ TEST_F(HistoryUpdateTest, TheRangeThatIsShownStaysAndASearchEnds) {
   openWindow();
   click(the<QRadioButton>(u"OptionHistoryMode_0"_s));
   click(the<QPushButton>(u"CmmSousuo"_s));
+  auto& field = the<QLineEdit>(u"filter_期号"_s);
+  field.setFocus();
+  QTest::keyClicks(&field, u"110101005"_s);
+  click(the<QPushButton>(u"filterBegin"_s));
+  ASSERT_EQ(shownPeriods(), u"110101005"_s);
   click(button(1));
+  EXPECT_TRUE(field.isVisible());  // to search on among the new draws
   EXPECT_TRUE(the<QRadioButton>(u"OptionHistoryMode_0"_s).isChecked());
   EXPECT_EQ(historyRows().rowCount(), 100);
   EXPECT_TRUE(shownPeriods().endsWith(u" 110315011 110315012"_s));
@@ -216,6 +223,19 @@ TEST_F(HistoryUpdateTest, TheDetailsOfADrawOpenInTheBrowserAndNothingElseCanStar
   EXPECT_EQ(panel(2), QString());
   EXPECT_TRUE(asked.isEnabled());
   EXPECT_TRUE(asked.hasFocus());
+}
+
+TEST_F(HistoryUpdateTest, WithoutABrowserTheAddressOfTheDetailsIsTold) {
+  const QString details = u"http://detail.test/08118.html"_s;
+  setSourceAddress(data.store(), detailPage.name.toString(), u"http://detail.test/"_s);
+  web.pages[details].texts = QStringList{u"奖池"_s};
+  openWindow();
+  QObject nobody;
+  QDesktopServices::setUrlHandler(u"http"_s, &nobody, "absent");
+  const auto unset = qScopeGuard([] { QDesktopServices::unsetUrlHandler(u"http"_s); });
+  ports.typed = {u"2008118"_s};
+  click(the<QPushButton>(u"cmm_kjqk"_s));
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"无法打开浏览器，请自行打开下面的网页：\r\n"_s + details});
 }
 
 TEST_F(HistoryUpdateTest, AWishToCloseEndsTheReadingOfTheDetails) {
@@ -303,6 +323,12 @@ TEST_F(SourcesFormTest, ATestTellsAPageThatIsNotTheExpectedOne) {
   EXPECT_EQ(verdict(), u"“开奖网站”：网页可以打开，但不是开奖数据的网页。"_s);
 }
 
+TEST_F(SourcesFormTest, ATestTellsAControlThatCannotBeHadInItsOwnWords) {
+  web.pages[page] = FakePage{{}, {}, -1, false, {}, u"读取网页的组件没有找到。"_s};
+  clickForm(u"cmm_ceshi_0"_s);
+  EXPECT_EQ(verdict(), u"“开奖网站”：读取网页的组件没有找到。"_s);
+}
+
 TEST_F(SourcesFormTest, ATestTellsAnAddressThatIsNone) {
   clickForm(u"cmm_ceshi_2"_s);
   EXPECT_EQ(verdict(), u"地址为空。"_s);
@@ -310,6 +336,27 @@ TEST_F(SourcesFormTest, ATestTellsAnAddressThatIsNone) {
   clickForm(u"cmm_ceshi_3"_s);
   EXPECT_EQ(verdict(), u"不是可用的网址。"_s);
   EXPECT_EQ(web.log, QStringList());
+}
+
+TEST_F(SourcesFormTest, ATestOfAnExampleAddressTellsThatItWasNeverSet) {
+  address(1).setText(u"{province}.second.example"_s);
+  clickForm(u"cmm_ceshi_1"_s);
+  EXPECT_EQ(verdict(), u"地址还没有设置。"_s);
+  EXPECT_EQ(web.log, QStringList());
+}
+
+TEST_F(SourcesFormTest, ATestAsksForWhatTheAddressIsUsedFor) {
+  web.other.texts = QStringList{u"there"_s};
+  address(2).setText(u"{province}.notice.test"_s);
+  clickForm(u"cmm_ceshi_2"_s);
+  EXPECT_TRUE(web.log.contains(u"navigate http://gd.notice.test?VER=53635&NAME=elevenfive"_s));
+  address(3).setText(u"detail.test/draw-"_s);
+  clickForm(u"cmm_ceshi_3"_s);
+  EXPECT_TRUE(web.log.contains(u"navigate http://detail.test/draw-"_s));  // no draw is known yet
+  data.addDraws(u"110315011 01 02 03 04 05\n"_s);
+  clickForm(u"cmm_ceshi_3"_s);
+  EXPECT_TRUE(web.log.contains(u"navigate http://detail.test/draw-15011.html"_s));
+  EXPECT_EQ(verdict(), u"“开奖详情”：网页可以打开，共 5 字。"_s);
 }
 
 TEST_F(SourcesFormTest, ATestEndsWhenTheFormIsClosed) {

@@ -41,7 +41,12 @@ class HttpServer::Implementation final {
     const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
       serve(request, response);
     };
-    server_.Get(".*", handler);
+    server_.Get(".*", handler);  // and HEAD
+    server_.Post(".*", handler);
+    server_.Put(".*", handler);
+    server_.Patch(".*", handler);
+    server_.Delete(".*", handler);
+    server_.Options(".*", handler);
     server_.set_keep_alive_max_count(1);
     server_.new_task_queue = [] { return new httplib::ThreadPool(threads); };  // the server deletes it
     port_ = server_.bind_to_any_port("127.0.0.1");

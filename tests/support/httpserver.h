@@ -1,7 +1,7 @@
 // A web server on this machine, for tests: real sockets, 127.0.0.1 and a port that the system picks, and every way in which a
 // server can misbehave below a sound head.
 //
-// answer() gives a path its answer, or a function that makes one for each request; it runs on a thread of the server, so what
+// answer() gives a path its answer to requests of any method, or a function that makes one for each request; it runs on a thread of the server, so what
 // it shares with the test must be guarded. Paths without an answer get 404. Each connection carries one answer and closes.
 // The destructor ends all answers, those that hang too.
 #pragma once

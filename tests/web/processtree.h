@@ -31,6 +31,14 @@ inline QList<qint64> descendants(qint64 process) {
   return found;
 }
 
+/// The process that runs a page's scripts: the engine begins it last, out of one it has begun for that. 0 where none runs yet.
+inline qint64 rendererOf(qint64 pageProcess) {
+  const QList<qint64> begun = descendants(pageProcess);
+  if (begun.isEmpty() || statusOf(begun.last(), QStringLiteral("PPid")).toLongLong() == pageProcess)
+    return 0;
+  return begun.last();
+}
+
 /// Whether a process still runs; one that has ended and waits for its parent's word does not.
 inline bool isAtWork(qint64 process) {
   const QString state = statusOf(process, QStringLiteral("State"));

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <csignal>
 
+#include "acquire/versionnotice.h"
 #include "tests/cli/cliprocess.h"
 #include "tests/web/webtest.h"
 
@@ -71,6 +72,17 @@ TEST_F(Companion, AskForTheNoticeOnceABatch) {
   ASSERT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, server.url(u"/notice"_s)}).status, 0);
   EXPECT_EQ(cli.batch(u"history update\nhistory update\n"_s).status, 0);
   EXPECT_EQ(askedOf(server), (QStringList{u"/"_s, u"/notice"_s, u"/"_s}));
+}
+
+TEST_F(Companion, ANoticeIsToldOnStandardErrorAndItsPageOnStandardOutput) {
+  page("/", tablePage({u"11031501 01 02 03 04 05"_s}));
+  page("/notice", u"elevenfive-new-version"_s);
+  ASSERT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, server.url(u"/notice"_s)}).status, 0);
+  const CliProcess::Outcome outcome = update();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(outcome.out.endsWith(u'\n' + server.url(u"/notice"_s) + u'\n'));
+  const QString title = u"[info] elevenfive 11选5: "_s;
+  EXPECT_EQ(outcome.err, title + completedText() + u'\n' + title + noticeText() + u'\n');
 }
 
 TEST_F(Companion, APageWithoutDrawsIsNoFailureAndTellsItsLines) {

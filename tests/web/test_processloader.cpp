@@ -95,7 +95,11 @@ TEST_F(ProcessLoaderTest, NothingButThePageIsFetched) {
        "<iframe src='file:///etc/hostname'></iframe><a id=l href='%1/link' ping='%1/ping'>l</a>"
        "<a id=d href='/file' download>d</a><form id=f action='%1/form'></form>"
        "<script>alert(1);confirm(2);prompt(3);window.open('%1/popup');window.open('/popup');"
-       "fetch('%1/xhr').catch(()=>{});fetch('file:///etc/hostname').then(r=>r.text()).then(t=>{p.innerText=t})"
+       "fetch('%1/xhr').catch(()=>{});fetch('%1/post',{method:'POST',body:'x'}).catch(()=>{});"
+       "fetch('%1/plain',{method:'POST',mode:'no-cors',body:'x'}).catch(()=>{});"
+       "fetch('%1/preflight',{headers:{'X-Name':'x'}}).catch(()=>{});"
+       "fetch('%1/put',{method:'PUT',body:'x'}).catch(()=>{});fetch('%1/kept',{method:'POST',keepalive:true}).catch("
+       "()=>{});fetch('file:///etc/hostname').then(r=>r.text()).then(t=>{p.innerText=t})"
        ".catch(()=>{});navigator.sendBeacon('%1/beacon','x');navigator.sendBeacon('/beacon','x');"
        "try{new WebSocket('%2/socket')}catch(e){}"
        "d.click();l.click();f.submit();location.href='%1/script'</script>"
@@ -109,6 +113,42 @@ TEST_F(ProcessLoaderTest, NothingButThePageIsFetched) {
   QStringList asked = askedOf(server);
   asked.sort();
   EXPECT_EQ(asked, (QStringList{u"/"_s, u"/ok.js"_s}));
+  EXPECT_EQ(loader.address(), root());
+}
+
+TEST_F(ProcessLoaderTest, WhatThePageAsksItsOwnServerForIsSeenWithItsMethod) {
+  page("/",
+       u"<p>page</p><script>fetch('/get');fetch('/post',{method:'POST',body:'x'});fetch('/put',{method:'PUT'});"
+       "fetch('/named',{headers:{'X-Name':'x'}})</script>"_s);
+  ProcessLoader loader;
+  EXPECT_TRUE(load(loader, root()));
+  runEventsFor(5000, [this] { return server.requests().size() >= 5; });
+  QStringList asked;
+  for (const HttpRequest& request : server.requests())
+    asked << QString::fromUtf8(request.method + ' ' + request.path);
+  asked.sort();
+  EXPECT_EQ(asked, (QStringList{u"GET /"_s, u"GET /get"_s, u"GET /named"_s, u"POST /post"_s, u"PUT /put"_s}));
+}
+
+TEST_F(ProcessLoaderTest, WhatBuildsThePageMayNotBeSentOffItsSite) {
+  HttpServer elsewhere;
+  for (const char* path : {"/ok.js", "/s.css", "/data", "/sent", "/frame", "/worker.js"})
+    server.answer(path, redirectTo(elsewhere.url(QString::fromUtf8(path))));
+  page("/",
+       u"<html><head><script src='/ok.js'></script><link rel=stylesheet href='/s.css'></head><body><p>page</p>"
+       "<iframe src='/frame'></iframe><script>fetch('/data').catch(()=>{});"
+       "fetch('/sent',{method:'POST',body:'x'}).catch(()=>{});"
+       "const x=new XMLHttpRequest();x.open('GET','/data');x.send();"
+       "try{new Worker('/worker.js')}catch(e){}</script></body></html>"_s);
+  ProcessLoader loader;
+  EXPECT_TRUE(load(loader, root()));
+  runEventsFor(5000, [this] { return askedOf(server).contains(u"/data"_s) && askedOf(server).contains(u"/sent"_s); });
+  runEventsFor(1000, [] { return false; });
+  EXPECT_EQ(loader.bodyText(), u"page"_s);
+  for (const QString& path : {u"/ok.js"_s, u"/s.css"_s, u"/data"_s, u"/sent"_s, u"/frame"_s})
+    EXPECT_TRUE(askedOf(server).contains(path)) << path.toStdString();
+  EXPECT_EQ(askedOf(elsewhere), QStringList());
+  EXPECT_EQ(loader.address(), root());
 }
 
 TEST_F(ProcessLoaderTest, NoOtherWayLeadsOutOfThePageEither) {
@@ -357,6 +397,24 @@ TEST_F(ScriptedLoader, AProcessThatEndsEndsAReading) {
   EXPECT_EQ(loader.bodyText(), QString());
   EXPECT_LT(waited.elapsed(), 5000);
   EXPECT_FALSE(loader.fault().isEmpty());
+}
+
+TEST_F(ScriptedLoader, AProgramThatLacksALibraryIsToldAsOneThatIsMissing) {
+  ProcessLoader loader({}, program("exit 127"));
+  load(loader);
+  runEventsFor(5000, [&loader] { return !loader.fault().isEmpty(); });
+  EXPECT_EQ(loader.fault(), u"读取网页的组件 elevenfive-page 没有找到或无法启动，请重新安装本软件。"_s);
+}
+
+TEST_F(ScriptedLoader, AnAnswerWithoutAnEndIsGivenUp) {
+  ProcessLoader loader({180'000, 60'000}, program("number; exec tr '\\\\0' x </dev/zero"));
+  ASSERT_TRUE(load(loader));
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_EQ(loader.bodyText(), QString());
+  EXPECT_LT(waited.elapsed(), 30'000);
+  EXPECT_EQ(loader.processId(), 0);
+  EXPECT_FALSE(loader.busy());
 }
 
 TEST_F(ScriptedLoader, AnEmptyDocumentIsWaitedOnUntilAnotherStandsInItsPlace) {

@@ -113,6 +113,30 @@ TEST_F(HostileUpdate, ADownloadInThePlaceOfThePageFails) {
     EXPECT_FALSE(QFile::exists(QStandardPaths::writableLocation(place) + u"/elevenfive-test.bin"_s));
 }
 
+/// How a page with its table made goes on to leave; %1 stands for another server.
+class LeavingUpdate : public HostileUpdate, public ::testing::WithParamInterface<QString> {};
+
+TEST_P(LeavingUpdate, APageThatWantsToLeaveItsSiteIsReadAsItStands) {
+  HttpServer elsewhere;
+  elsewhere.answer("/", pageReply("11选5"));
+  server.answer("/away", redirectTo(elsewhere.url(u"/"_s)));
+  page("/", tablePage(oneRow, u"make();"_s + QString(GetParam()).replace(u"%1"_s, elsewhere.url(u"/"_s))));
+  expectDraws(oneDraw);
+  EXPECT_EQ(askedOf(elsewhere), QStringList());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, LeavingUpdate,
+    ::testing::Values(QStringLiteral("location.href='%1'"), QStringLiteral("location.replace('%1')"),
+                      QStringLiteral("onload=()=>{location.href='%1'}"),
+                      QStringLiteral("setTimeout(()=>{location.href='%1'},100)"),
+                      QStringLiteral("location.href='/away'"), QStringLiteral("onload=()=>{location.href='/away'}"),
+                      QStringLiteral("document.head.innerHTML+='<meta http-equiv=refresh content=\"0;url=%1\">'"),
+                      QStringLiteral("</script><meta http-equiv=refresh content='0;url=%1'><script>"),
+                      QStringLiteral("const f=document.createElement('form');f.action='%1';f.method='post';"
+                                     "document.body.append(f);f.submit()"),
+                      QStringLiteral("</script><iframe src='%1'></iframe><iframe src='/away'></iframe><script>")));
+
 TEST_F(HostileUpdate, LocalFilesAreNotRead) {
   QTemporaryDir folder;
   QFile file(folder.filePath(u"draws.txt"_s));
@@ -149,6 +173,32 @@ TEST_F(HostileUpdate, APageProcessThatEndsIsToldAndTheNextPressWorks) {
   EXPECT_EQ(ports.boxTexts(), QStringList{u"读取网页的组件意外结束，没有读到网页。"_s});
   EXPECT_EQ(draws(), QStringList());
   EXPECT_EQ(screen.panel, QString());
+  ports.boxes.clear();
+  page("/", tablePage(oneRow));
+  EXPECT_TRUE(running.updateHistory());
+  EXPECT_EQ(ports.boxTexts(), QStringList{completedText()});
+  EXPECT_EQ(draws(), oneDraw);
+}
+
+TEST_F(HostileUpdate, ARendererThatEndsIsToldAndTheNextPressWorks) {
+  page("/", u"11选5<script>for(;;){}</script>"_s);
+  WebUpdate& running = update();
+  int ended = 0;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&] {
+    if (askedOf(server).isEmpty() || control->processId() <= 0)
+      return;
+    if (const qint64 process = rendererOf(control->processId());
+        process > 0 && ::kill(static_cast<pid_t>(process), SIGKILL) == 0)
+      ++ended;
+  });
+  watch.start(300);
+  EXPECT_FALSE(running.updateHistory());
+  watch.stop();
+  EXPECT_GE(ended, 1);
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"网页无法读取。"_s});
+  EXPECT_EQ(draws(), QStringList());
+  EXPECT_EQ(control->processId(), 0);
   ports.boxes.clear();
   page("/", tablePage(oneRow));
   EXPECT_TRUE(running.updateHistory());
