@@ -3,6 +3,7 @@
 #
 #   fuzz/smoke.sh [SECONDS]      default 10 a target
 #
+# FUZZ_SEED, where it is set, makes a run repeat the search of the one before; otherwise each searches elsewhere.
 # Prints one line a target; exit status 1 where a target crashed (its input is named and kept in the build folder).
 set -eu
 
@@ -27,7 +28,7 @@ for program in "$build"/bin/fuzz_*; do
   found=$build/found/$name
   mkdir -p "$found"
   run=$found.log
-  if "$program" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+  if "$program" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 -seed="${FUZZ_SEED:-0}" \
     -artifact_prefix="$found." "$found" "$root/fuzz/corpus/$name" >"$run" 2>&1; then
     runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$run")
     echo "fuzz $name: ok, $runs inputs in $seconds s"
