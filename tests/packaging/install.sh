@@ -31,6 +31,13 @@ cmp -s "$own/TJmode.tjmod" "$place/usr/share/elevenfive/TJmode.tjmod" || fail "t
 "$cli" conditions export "$place/set.Vorex" 2>>"$place/log" || fail "export failed"
 cmp -s "$own/TJmode.tjmod" "$place/set.Vorex" || fail "the exported file is no copy of the filled template"
 [ -s "$own/张三.uVorex" ] || fail "no user's file"
+if [ -x "$build/bin/elevenfive-page" ]; then # which is not built where the web engine is missing
+  [ -x "$place/usr/libexec/elevenfive/elevenfive-page" ] || fail "not installed: libexec/elevenfive/elevenfive-page"
+  "$cli" source set 开奖网站 http://127.0.0.1:47111 2>>"$place/log" || fail "source set failed"
+  "$cli" game use 1 2>>"$place/log" || fail "game use failed"
+  "$cli" history update >"$place/update" 2>&1 && fail "an update without a server passed"
+  grep -q 防火墙 "$place/update" || { cat "$place/update" && fail "the installed program does not reach its page process"; }
+fi
 [ "$(sums)" = "$before" ] || fail "the installed files have changed"
 [ "$failed" -eq 0 ] || cat "$place/log"
 exit $failed
