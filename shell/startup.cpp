@@ -86,6 +86,7 @@ void Startup::tellNotices() {
 }
 
 bool Startup::openWorkspace() {
+  noticesTold_ = false;
   bool unpacked = false;
   const auto showSplash = [&] {
     unpacked = true;
