@@ -173,7 +173,7 @@ TEST_F(MainWindowTest, TheMachinePickShowsTicketsAndChangesNoPick) {
   QTimer poll;
   QObject::connect(&poll, &QTimer::timeout, window.get(), [&] {
     QWidget* form = QApplication::activeModalWidget();
-    if (form == nullptr)
+    if (form == nullptr || control<QWidget>(*form, u"Picture1_1"_s).accessibleName().isEmpty())  // not drawn yet
       return;
     poll.stop();
     for (int place = 1; place <= 9; ++place)
