@@ -169,10 +169,10 @@ std::size_t copyTable(Store& source, Store& target, const TableCopy& copy) {
   return row;
 }
 
-/// A factory table that has lost its rows restores nothing.
-void copyFactoryTable(Store& store, const TableCopy& copy) {
-  if (copyTable(store, store, copy) == 0)
-    refuse(copy.source);
+/// Values are copied row by row, so a factory table that has lost one would give each value behind it to another row.
+void copyFactoryTable(Store& store, const TableCopy& copy, std::size_t rows) {
+  if (copyTable(store, store, copy) != rows)
+    raiseOwnDamage(DamagedData(u"数据表 %1 的行数不符"_s.arg(copy.source)));
 }
 
 }  // namespace
@@ -207,9 +207,11 @@ void copyConditionSet(Store& source, Store& target) {
 }
 
 void copyFactoryConditions(Store& store) {
+  demandOwnRows(store);
   StoreTransaction transaction(store);
-  copyFactoryTable(store, {u"默认过滤条件"_s, u"过滤条件"_s, {u"VALUE"_s}, u"ID"_s});
-  copyFactoryTable(store, {u"默认过滤条件使用情况"_s, u"过滤条件使用情况"_s, {u"使用情况"_s}, u"条件"_s});
+  copyFactoryTable(store, {u"默认过滤条件"_s, u"过滤条件"_s, {u"VALUE"_s}, u"ID"_s}, conditionIds().size());
+  copyFactoryTable(store, {u"默认过滤条件使用情况"_s, u"过滤条件使用情况"_s, {u"使用情况"_s}, u"条件"_s},
+                   conditionCodes().size());
   transaction.commit();
 }
 

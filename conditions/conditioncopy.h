@@ -26,7 +26,8 @@ void demandOwnRows(Store& gConn);
 /// place behind the two keys, those of the other tables by name.
 void copyConditionSet(Store& source, Store& target);
 
-/// Copies the factory values of the main database into 过滤条件 and 过滤条件使用情况.
+/// Copies the factory values of the main database into 过滤条件 and 过滤条件使用情况. Throws StoreError with nothing changed where
+/// one of these tables, or another of a set, has lost rows.
 void copyFactoryConditions(Store& store);
 
 }  // namespace elevenfive

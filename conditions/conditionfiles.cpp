@@ -99,6 +99,7 @@ bool ConditionFiles::importConditions() {
                                              conditionFileLabel.toString(), QString());
   if (path.isEmpty() || !isFile(path))
     return false;
+  demandOwnRows(gConn_);  // a fault of the tables here is none of the file
   try {
     if (QFileInfo(path).size() > largestFile)
       throw DamagedData(u"文件太大"_s);
