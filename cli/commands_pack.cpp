@@ -1,11 +1,13 @@
 // Packs of plain files; the data itself stays closed.
 #include <QFileInfo>
 #include <QString>
+#include <optional>
 
 #include "cli/command.h"
 #include "cli/session.h"
 #include "cli/values.h"
 #include "model/errors.h"
+#include "model/folderlock.h"
 #include "model/ownfiles.h"
 #include "model/packfile.h"
 
@@ -28,8 +30,13 @@ Action preparePack(const Arguments& arguments) {
   const QString file2 = pathOf(arguments, u"FILE2"_s);
   const QString pack = pathOf(arguments, u"PACK"_s);
   return [file1, file2, pack](Session& session) {
-    if (!isPlaceOf(pack, session.folders().packedFile()))  // which is a pack, and meant where it is named
+    std::optional<FolderLock> alone;
+    if (isPlaceOf(pack, session.folders().packedFile())) {  // which is a pack, and meant where it is named
+      session.close();  // a run under way, ours or a window's, would write it over at its end
+      alone.emplace(session.folders().program);
+    } else {
       demandForeignFile(pack, session.folders());
+    }
     writePack(file1, file2, pack, realFiles());
   };
 }

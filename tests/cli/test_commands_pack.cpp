@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "model/folderlock.h"
 #include "tests/cli/cliprocess.h"
 #include "tests/support/testworkspace.h"
 
@@ -122,6 +123,26 @@ TEST_F(PackCommands, WhatWasUnpackedCanBePackedIntoTheDataFileAgain) {
   EXPECT_EQ(cli.call({u"unpack"_s, pack, cli.path(u"icon"_s), cli.path(u"database"_s)}).status, exitDone);
   EXPECT_EQ(cli.call({u"pack"_s, cli.path(u"database"_s), cli.path(u"icon"_s), pack}).status, exitDone);
   EXPECT_EQ(content(pack), before);
+}
+
+TEST_F(PackCommands, TheDataFileIsWrittenByNoPackWhileARunHasIt) {
+  cli.call({u"init"_s});
+  const QString pack = cli.path(u"elevenfive.dat"_s);
+  const QString database = cli.path(u"database"_s);
+  const QString icon = cli.path(u"icon"_s);
+  ASSERT_EQ(cli.call({u"unpack"_s, pack, icon, database}).status, exitDone);
+  {
+    const QByteArray before = content(pack);
+    const FolderLock window(cli.folder());
+    const auto outcome = cli.call({u"pack"_s, database, icon, pack});
+    EXPECT_EQ(outcome.status, exitFailed);
+    EXPECT_TRUE(outcome.err.contains(u"程序正在运行,不允许同时打开多个!!!"_s)) << outcome.err.toStdString();
+    EXPECT_EQ(content(pack), before);
+  }
+  // What the batch itself has changed is not written over the pack at its end.
+  const QString lines = u"value 3900 7\npack '%1' '%2' '%3'\n"_s.arg(database, icon, pack);
+  EXPECT_EQ(cli.call({u"batch"_s}, lines).status, exitDone);
+  EXPECT_EQ(cli.rows(u"SELECT VALUE FROM 过滤条件 WHERE ID = 3900"_s), u"5\n"_s);
 }
 
 TEST_F(PackCommands, EmptyFileNamesAreNone) {
