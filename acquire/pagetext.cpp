@@ -127,18 +127,16 @@ PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qi
   return scan.counts();
 }
 
-QString deriveScanned(Store& store, const PageCounts& counts, Progress* progress, Events& events,
-                      StatusPanels* panels) {
+void deriveScanned(Store& store, PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels) {
   if (counts.rowsDone == 0)
-    return {};
-  QString underivable;
+    return;
   std::optional<StoreError> failed;
   const auto derive = [&](Qihao from, Qihao to) {
     try {
       calcHistoryAttr(store, from, to, progress, events, panels);
     } catch (const NumberFault& fault) {
-      if (underivable.isEmpty())
-        underivable = fault.message();
+      if (counts.underivable.isEmpty())
+        counts.underivable = fault.message();
     } catch (const StoreError& fault) {
       if (!failed)
         failed = fault;
@@ -153,7 +151,6 @@ QString deriveScanned(Store& store, const PageCounts& counts, Progress* progress
   }
   if (failed)
     throw StoreError(*failed);
-  return underivable;
 }
 
 Qihao lastQihaoForUpdate(Store& store) {

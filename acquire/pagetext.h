@@ -47,6 +47,8 @@ struct PageCounts {
   Qihao lowQihao = 0;   ///< smallest period stored; 0 until the first
   Qihao highQihao = 0;  ///< largest period stored, or what it began with
   QString fault;        ///< of the first draw that the table refused; empty where it took all
+  QString
+      underivable;  ///< names the draw out of range that ended the derivation, once it has run; empty where none did
 };
 
 /// Takes the lines of a page one after the other and stores the draws among them.
@@ -79,8 +81,8 @@ PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qi
 
 /// Derives the columns of the draws a scan has stored, in two calls: the whole range and its oldest draw alone. Nothing where
 /// none was stored. A draw with numbers out of range, from elsewhere, ends a call, but is no failure, as the draws themselves
-/// are in: the sentence that names it is returned, an empty text else. Throws StoreError after both calls were tried.
-QString deriveScanned(Store& store, const PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels);
+/// are in: the counts name it then. Throws StoreError after both calls were tried.
+void deriveScanned(Store& store, PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels);
 
 /// The period below the newest two, from which an update counts: 2003001 where the history is too short.
 Qihao lastQihaoForUpdate(Store& store);

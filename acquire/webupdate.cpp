@@ -103,7 +103,6 @@ void WebUpdate::requestStop() {
 bool WebUpdate::runUpdate(const QDate& date, bool interactive, Qihao lastQihao, QString& fault) {
   leftSiteText_.clear();
   leftInPanel_.clear();
-  underivable_.clear();
   if (browser_ && browser_->busy())
     browser_->stop();
   timerXZ_.start(downloadingTexts);
@@ -128,8 +127,8 @@ bool WebUpdate::runUpdate(const QDate& date, bool interactive, Qihao lastQihao, 
     leaveInPanel(leftSiteText_);
   } else if (outcome == Outcome::read && counts.qualified == 0) {
     leaveInPanel(u"网页共 %1 行，其中 %2 行符合开奖记录的格式。"_s.arg(counts.lines).arg(counts.qualified));
-  } else if (!underivable_.isEmpty()) {
-    leaveInPanel(underivable_);
+  } else if (!counts.underivable.isEmpty()) {
+    leaveInPanel(counts.underivable);
   }
   return outcome == Outcome::read;
 }
@@ -200,7 +199,7 @@ void WebUpdate::scan(const QString& text, const QDate& date, Qihao lastQihao, Pa
         counts.fault = fault.message();
     }
   };
-  step([&] { underivable_ = deriveScanned(gConn_, counts, &ports_.derivation, ports_.events, &ports_.panels); });
+  step([&] { deriveScanned(gConn_, counts, &ports_.derivation, ports_.events, &ports_.panels); });
   browser_->refresh();
   step([&] { ports_.view.reloadHistoryGrid(); });
 }

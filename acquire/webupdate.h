@@ -99,7 +99,6 @@ class WebUpdate final {
   StatusPulse timerXZ_;
   std::unique_ptr<PageLoader> browser_;  ///< made on first use
   QUrl asked_;                           ///< the page that was loaded last
-  QString underivable_;                  ///< names the draw that ended the derivation of the last page
   QString leftInPanel_;                  ///< what the panel shows after an update
   QString leftSiteText_;
   bool waitingDoc_ = false;

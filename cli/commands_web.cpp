@@ -59,9 +59,10 @@ Action preparePage(const Arguments& arguments) {
       throw Refused();
     }
     Store& store = session.store();
-    const PageCounts counts = scanPage(store, text, date, lastQihaoForUpdate(store), ports);
-    if (const QString underivable = deriveScanned(store, counts, &ports, ports, nullptr); !underivable.isEmpty())
-      ports.plain(underivable);
+    PageCounts counts = scanPage(store, text, date, lastQihaoForUpdate(store), ports);
+    deriveScanned(store, counts, &ports, ports, nullptr);
+    if (!counts.underivable.isEmpty())
+      ports.plain(counts.underivable);
     if (!counts.fault.isEmpty())
       throw StoreError(counts.fault);
     printRow(session.out(), {u"rowsDone"_s, u"lowQihao"_s, u"highQihao"_s});

@@ -45,7 +45,7 @@ void checkScan(Store& store, const QString& text) {
   Silent events;
   clearHistoryTable(store, events);
   int told = 0;
-  const PageCounts counts = scanPage(store, text, day, begunWith, events, [&told](Qihao) {
+  PageCounts counts = scanPage(store, text, day, begunWith, events, [&told](Qihao) {
     ++told;
     return true;
   });

@@ -161,7 +161,7 @@ TEST_F(PageText, AStopIsAskedForBeforeEachLine) {
 }
 
 TEST_F(PageText, AFaultOfTheFirstDerivationDoesNotKeepTheSecondFromRunning) {
-  const PageCounts counts = scan(u"11031512 01 02 03 04 06 17:50:00\n11031511 01 02 03 04 05 17:40:00"_s);
+  PageCounts counts = scan(u"11031512 01 02 03 04 06 17:50:00\n11031511 01 02 03 04 05 17:40:00"_s);
   data.store().execute("test",
                        "CREATE TRIGGER refuse BEFORE UPDATE ON 历史记录 WHEN NEW.期号 = 110315012"
                        " BEGIN SELECT RAISE(ABORT, 'refused'); END");
@@ -190,7 +190,7 @@ TEST_F(PageText, EventsRunAfterEachLine) {
 
 TEST_F(PageText, TheRangeIsDerivedWholeAndItsOldestDrawOnceMoreAlone) {
   // Sums 15, 18, 20; against the draw before, overlaps 0, 4 and 3.
-  const PageCounts counts =
+  PageCounts counts =
       scan(u"11031503 02 03 04 05 06 17:50:00\n11031502 01 02 03 04 08 17:40:00\n11031501 01 02 03 04 05 17:30:00"_s);
   deriveScanned(data.store(), counts, nullptr, ports, nullptr);
   EXPECT_EQ(data.rows("SELECT 期号, 和值, 重叠号 FROM 历史记录 ORDER BY 期号"),
@@ -199,20 +199,24 @@ TEST_F(PageText, TheRangeIsDerivedWholeAndItsOldestDrawOnceMoreAlone) {
 
 TEST_F(PageText, ASingleDrawIsDerivedAgainstTheOneBeforeIt) {
   data.addDraws(u"110315001 01 02 03 04 05"_s);
-  deriveScanned(data.store(), scan(u"11031502 01 02 03 04 08 17:40:00"_s), nullptr, ports, nullptr);
+  PageCounts counts = scan(u"11031502 01 02 03 04 08 17:40:00"_s);
+  deriveScanned(data.store(), counts, nullptr, ports, nullptr);
   EXPECT_EQ(data.rows("SELECT 期号, 和值, 重叠号 FROM 历史记录 ORDER BY 期号").last(), u"110315002 18 4"_s);
 }
 
 TEST_F(PageText, WithoutARecordNothingIsDerived) {
   data.addDraws(u"110315001 01 02 03 04 05"_s);
-  deriveScanned(data.store(), scan(u"nothing"_s, 110315001), nullptr, ports, nullptr);
+  PageCounts counts = scan(u"nothing"_s, 110315001);
+  deriveScanned(data.store(), counts, nullptr, ports, nullptr);
+  EXPECT_EQ(counts.underivable, QString());
   EXPECT_EQ(data.rows("SELECT 和值 FROM 历史记录"), QStringList{u"-"_s});
 }
 
 TEST_F(PageText, ADrawOutOfRangeInTheTableEndsTheDerivationAndIsNamed) {
   data.addDraws(u"110315001 01 02 03 04 05\n110315002 01 02 03 04 00\n110315004 01 02 03 04 05"_s);
-  const PageCounts counts = scan(u"11031501 01 02 03 04 06 17:40:00"_s, 110315004);
-  EXPECT_EQ(deriveScanned(data.store(), counts, nullptr, ports, nullptr),
+  PageCounts counts = scan(u"11031501 01 02 03 04 06 17:40:00"_s, 110315004);
+  deriveScanned(data.store(), counts, nullptr, ports, nullptr);
+  EXPECT_EQ(counts.underivable,
             u"第 110315002 期的号码 00 不在 01 到 11 之间，统计到此为止。请更正或删除这一期后再统计。"_s);
   EXPECT_EQ(draws().first(), u"110315001 1 2 3 4 6"_s);
   EXPECT_EQ(data.rows("SELECT 和值 FROM 历史记录 ORDER BY 期号"), (QStringList{u"16"_s, u"-"_s, u"-"_s}));
