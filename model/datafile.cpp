@@ -45,8 +45,10 @@ void demandReadable(const DataFolders& folders) {
 
 }  // namespace
 
-QString damagedName(const QString& path) {
-  return freeName(path + u".damaged-"_s);
+QString keepDamaged(FileAccess& files, const QString& path) {
+  const QString name = freeName(path + u".damaged-"_s);
+  files.rename(path, name);
+  return name;
 }
 
 QString formerName(const QString& path) {
@@ -162,7 +164,7 @@ void DataFile::keepAll() {
   for (const QString& pack :
        {folders_.packedFile(), folders_.packInTransit()})  // where they differ, a close was cut off
     if (QFileInfo::exists(pack) && keepPack(pack).isEmpty())
-      files_.rename(pack, damagedName(pack));
+      keepDamaged(files_, pack);
 }
 
 QString DataFile::keepPack(const QString& packFile) {
@@ -229,9 +231,8 @@ void DataFile::keepStrayPack() {
     files_.remove(stray);  // else each start would keep it anew, in the place of newer work
     return;
   }
-  const QString name = damagedName(stray);  // its own the next close writes over
-  files_.rename(stray, name);
-  notices_ << u"Bak 中的数据包已损坏，保留为 %1。"_s.arg(name);
+  // Under its own name the next close writes over it.
+  notices_ << u"Bak 中的数据包已损坏，保留为 %1。"_s.arg(keepDamaged(files_, stray));
 }
 
 /// Beside a pack that is sound the one in Bak is what a close could not put in its place, or someone has put back an older
@@ -264,8 +265,7 @@ void DataFile::useAnother(const QString& reason) {
   if (!useWorking && !hasBackup)
     refuseStart(reason);
   if (!missing) {
-    const QString name = damagedName(folders_.packedFile());
-    files_.rename(folders_.packedFile(), name);
+    const QString name = keepDamaged(files_, folders_.packedFile());
     notices_ << u"数据文件已损坏（%1），已改用%2；损坏的文件保留为 %3。"_s.arg(
         reason, useWorking ? u"上次没有保存的数据"_s : u"备份"_s, name);
   } else if (!useWorking) {
@@ -273,11 +273,8 @@ void DataFile::useAnother(const QString& reason) {
   } else {
     notices_ << u"找不到数据文件，已改用上次没有保存的数据。"_s;
   }
-  if (!hasBackup && QFileInfo(folders_.backupFile()).isFile()) {  // the backup of this start would replace it
-    const QString name = damagedName(folders_.backupFile());
-    files_.rename(folders_.backupFile(), name);
-    notices_ << u"备份文件也已损坏，保留为 %1。"_s.arg(name);
-  }
+  if (!hasBackup && QFileInfo(folders_.backupFile()).isFile())  // the backup of this start would replace it
+    notices_ << u"备份文件也已损坏，保留为 %1。"_s.arg(keepDamaged(files_, folders_.backupFile()));
   if (useWorking)
     continuesInterrupted_ = true;
   if (!useWorking) {

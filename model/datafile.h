@@ -8,7 +8,8 @@
 //
 // Promises: the packed data file is replaced only by a complete, flushed and compared one, so at no instant is there no good
 // copy. A database that is not sound is never started on and never packed. Interrupted work goes to Bak (the newest three
-// stay) before anything replaces it; a damaged pack, the one in Bak too, stays where it is under another name. The folders must be locked.
+// stay) before anything replaces it; a damaged pack, the one in Bak too, stays where it is under another name. The folders
+// must be locked.
 #pragma once
 
 #include <QString>
@@ -92,8 +93,8 @@ class DataFile final {
   bool needsPutBack_ = false;
 };
 
-/// A name beside a damaged file that nothing has yet, under which it can stay.
-QString damagedName(const QString& path);
+/// Gives a damaged file a name beside its place that nothing has yet, under which it can stay, and returns that. Throws FileError.
+QString keepDamaged(FileAccess& files, const QString& path);
 /// The same for a file that a new one is to replace.
 QString formerName(const QString& path);
 

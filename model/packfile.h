@@ -33,8 +33,8 @@ std::optional<PackLengths> readPackLengths(QIODevice& pack);
 void writePack(const QString& file1, const QString& file2, const QString& packFile, FileAccess& files);
 
 /// Unpacks packFile into file1 and file2. Both are replaced, file2 first, only when both payloads were written and check(),
-/// called with the path of the new first file, has passed. Throws FileError where the pack is missing or unreadable or a file cannot be
-/// written, DamagedData where the lengths do not fit the file, and what check() throws.
+/// called with the path of the new first file, has passed. Throws FileError where the pack is missing or unreadable or a file
+/// cannot be written, DamagedData where the lengths do not fit the file, and what check() throws.
 void readPack(const QString& packFile, const QString& file2, const QString& file1, FileAccess& files,
               const FileCheck& check);
 

@@ -67,7 +67,7 @@ bool UserFiles::load(const QString& name) {
   } catch (const DamagedData&) {
     // Told by the result.
   }
-  files_.rename(file, damagedName(file));
+  keepDamaged(files_, file);
   return false;
 }
 
