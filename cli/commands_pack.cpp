@@ -1,5 +1,4 @@
 // Packs of plain files; the data itself stays closed.
-#include <QFileInfo>
 #include <QString>
 #include <optional>
 
@@ -17,21 +16,13 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Whether a path names this file of the program, which need not be there.
-bool isPlaceOf(const QString& path, const QString& own) {
-  const QFileInfo named(path);
-  const QFileInfo meant(own);
-  return named.fileName() == meant.fileName() &&
-         QFileInfo(named.absolutePath()).canonicalFilePath() == QFileInfo(meant.absolutePath()).canonicalFilePath();
-}
-
 Action preparePack(const Arguments& arguments) {
   const QString file1 = pathOf(arguments, u"FILE1"_s);
   const QString file2 = pathOf(arguments, u"FILE2"_s);
   const QString pack = pathOf(arguments, u"PACK"_s);
   return [file1, file2, pack](Session& session) {
     std::optional<FolderLock> alone;
-    if (isPlaceOf(pack, session.folders().packedFile())) {  // which is a pack, and meant where it is named
+    if (isSamePlace(pack, session.folders().packedFile())) {  // which is a pack, and meant where it is named
       session.close();  // a run under way, ours or a window's, would write it over at its end
       alone.emplace(session.folders().program);
     } else {

@@ -30,6 +30,12 @@ QString folderOf(const QString& path) {
 
 }  // namespace
 
+bool isSamePlace(const QString& path, const QString& other) {
+  const QString first = placeOf(path);
+  const QString second = placeOf(other);
+  return QFileInfo(first).fileName() == QFileInfo(second).fileName() && folderOf(first) == folderOf(second);
+}
+
 void demandForeignFile(const QString& path, const DataFolders& folders) {
   const QString place = placeOf(path);
   const QString folder = folderOf(place);

@@ -10,6 +10,10 @@
 
 namespace elevenfive {
 
+/// Whether two paths mean one file, which need not be there: a link means what it leads to. Throws FileError where something
+/// other than a plain file stands there.
+bool isSamePlace(const QString& path, const QString& other);
+
 /// Throws FileError where a file to be written is one of the program's own in these folders, or where something other than a
 /// plain file stands in its place.
 void demandForeignFile(const QString& path, const DataFolders& folders);
