@@ -1,7 +1,6 @@
 #include "shell/startup.h"
 
 #include <QFileInfo>
-#include <utility>
 
 #include "model/errors.h"
 #include "model/navigators.h"
@@ -41,6 +40,7 @@ bool Startup::start() {
   bool shown = false;
   try {
     if (!openMainDb() || !loadBalls()) {
+      tellNotices();
       fail();
       return false;
     }
@@ -58,6 +58,7 @@ bool Startup::start() {
       dropSplash();
     boxes_.critical(fault.message());
     if (!shown) {  // without a window nobody could end it
+      tellNotices();
       fail();
       return false;
     }
@@ -77,16 +78,13 @@ bool Startup::showProgram() {
   return true;
 }
 
-/// What the unpacking has moved or kept is told once, also where the start fails behind it: the next one has nothing to tell.
+/// What the unpacking has moved or kept, which also a start that fails behind it has to tell: the next one knows of nothing.
 void Startup::tellNotices() {
-  if (std::exchange(noticesTold_, true))
-    return;
   for (const QString& notice : workspace_->notices())
     boxes_.critical(notice);
 }
 
 bool Startup::openWorkspace() {
-  noticesTold_ = false;
   bool unpacked = false;
   const auto showSplash = [&] {
     unpacked = true;
@@ -238,7 +236,6 @@ void Startup::quit() {
 /// A start that comes to nothing. The user mode may have been chosen, which can be asked again; where a logon has got further
 /// than that, an account may have been made or have gone with its file.
 void Startup::fail() {
-  tellNotices();
   screens_.releaseData();
   users_.reset();
   catalogue_.reset();

@@ -113,7 +113,6 @@ class Startup final {
   std::unique_ptr<Workspace> workspace_;
   std::unique_ptr<Users> users_;
   std::unique_ptr<Catalogue> catalogue_;
-  bool noticesTold_ = false;
 };
 
 }  // namespace elevenfive
