@@ -169,10 +169,14 @@ std::size_t copyTable(Store& source, Store& target, const TableCopy& copy) {
   return row;
 }
 
+DamagedData wrongCount(const QString& table) {
+  return DamagedData(u"数据表 %1 的行数不符"_s.arg(table));
+}
+
 /// Values are copied row by row, so a factory table that has lost one would give each value behind it to another row.
 void copyFactoryTable(Store& store, const TableCopy& copy, std::size_t rows) {
   if (copyTable(store, store, copy) != rows)
-    raiseOwnDamage(DamagedData(u"数据表 %1 的行数不符"_s.arg(copy.source)));
+    raiseOwnDamage(wrongCount(copy.source));
 }
 
 }  // namespace
@@ -183,7 +187,7 @@ void demandAllRows(Store& store) {
   for (std::size_t place = 0; const TableCopy& copy : setTables()) {
     const int rows = store.value("核对过滤条件", "SELECT COUNT(*) FROM " + quoted(copy.source)).value_or(0);
     if (static_cast<std::size_t>(rows) != counts[place++])
-      throw DamagedData(u"数据表 %1 的行数不符"_s.arg(copy.source));
+      throw wrongCount(copy.source);
   }
 }
 

@@ -17,9 +17,16 @@ bool changeStored(Boxes& boxes, Change&& change, ShowStored&& showStored) {
   try {
     std::forward<ShowStored>(showStored)();
   } catch (const std::exception&) {
-    return false;
+    // The first box stays the only one.
   }
   return false;
+}
+
+/// The same for a change that alters more of the screen than the control that was clicked: showStored follows it either way.
+template <typename Change, typename ShowStored>
+void changeAndShow(Boxes& boxes, Change&& change, ShowStored&& showStored) {
+  if (changeStored(boxes, std::forward<Change>(change), showStored))
+    withFaultBox(boxes, std::forward<ShowStored>(showStored));
 }
 
 }  // namespace elevenfive

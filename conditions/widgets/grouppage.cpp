@@ -189,10 +189,8 @@ QWidget* GroupPage::buildCounts() {
 void GroupPage::countsEdited() {
   if (panel_.loadingPanel)
     return;
-  const auto select = [this] { groups_.selectCounts(group(), counts_->selection()); };
-  const auto show = [this] { showCounts(); };
-  if (changeStored(boxes_, select, show))
-    withFaultBox(boxes_, show);
+  changeAndShow(
+      boxes_, [this] { groups_.selectCounts(group(), counts_->selection()); }, [this] { showCounts(); });
   Q_EMIT tabChanged(groupsTab);
 }
 
@@ -206,12 +204,10 @@ void GroupPage::showCounts() {
 
 template <typename Work>
 void GroupPage::change(Work&& work) {
-  const auto show = [this] {
+  changeAndShow(boxes_, std::forward<Work>(work), [this] {
     showGroup();
     showLines();
-  };
-  if (changeStored(boxes_, std::forward<Work>(work), show))
-    withFaultBox(boxes_, show);
+  });
   Q_EMIT tabChanged(groupsTab);
 }
 

@@ -67,10 +67,8 @@ void ParityPage::buildRow(int row, QGridLayout& grid) {
     connect(signs, &QComboBox::currentIndexChanged, this, [this, row, column, signs] {
       if (panel_.loadingPanel)
         return;
-      const auto choose = [&] { parity_.choose(row, column, signs->currentData().toInt()); };
-      const auto show = [this] { showStored(); };
-      if (changeStored(boxes_, choose, show))
-        withFaultBox(boxes_, show);  // the choice has ticked the row's box
+      changeAndShow(  // the choice has ticked the row's box
+          boxes_, [&] { parity_.choose(row, column, signs->currentData().toInt()); }, [this] { showStored(); });
       Q_EMIT changed();
     });
     signs_[r][static_cast<std::size_t>(column - 1)] = signs;
@@ -82,10 +80,8 @@ void ParityPage::buildRow(int row, QGridLayout& grid) {
 }
 
 void ParityPage::open() {
-  const auto show = [this] { showStored(); };
-  if (changeStored(
-          boxes_, [this] { parity_.open(); }, show))
-    withFaultBox(boxes_, show);
+  changeAndShow(
+      boxes_, [this] { parity_.open(); }, [this] { showStored(); });
 }
 
 void ParityPage::showStored() {
