@@ -20,6 +20,11 @@ constexpr ProvinceWord words[] = {
     {u"广西", u"gx"},  {u"吉林", u"jl"}, {u"宁夏", u"nx"}, {u"江苏", u"js"},  {u"上海", u"sh"},  {u"甘肃", u"gs"},
 };
 
+/// What an address is for some province.
+QUrl sampleUrl(QString address) {
+  return sourceUrl(address.replace(provincePlace.toString(), u"x"_s));
+}
+
 }  // namespace
 
 std::vector<SourceRow> sourceRows(Store& store) {
@@ -43,13 +48,13 @@ QUrl sourceUrl(const QString& address) {
 }
 
 bool isSourceAddress(const QString& address) {
-  QString sample = address.trimmed();
+  const QString sample = address.trimmed();
   const auto parts = [](QChar ch) { return ch.isSpace() || !ch.isPrint(); };
   if (sample.size() > longestAddress || std::any_of(sample.cbegin(), sample.cend(), parts))
     return false;
   if (sample.isEmpty())
     return true;
-  return isWebAddress(sourceUrl(sample.replace(provincePlace.toString(), u"x"_s)));
+  return isWebAddress(sampleUrl(sample));
 }
 
 QString wrongAddressText(const QString& name) {
@@ -65,8 +70,7 @@ void setSourceAddress(Store& store, const QString& name, const QString& address)
 }
 
 bool isUnsetAddress(const QString& address) {
-  QString sample = address;
-  const QString host = sourceUrl(sample.replace(provincePlace.toString(), u"x"_s)).host();
+  const QString host = sampleUrl(address).host();
   return address.trimmed().isEmpty() || host == u"example"_s || host.endsWith(u".example"_s);
 }
 

@@ -22,8 +22,8 @@ namespace {
 using namespace elevenfive;
 
 /// Flags for the engine: nothing is drawn, and nothing is fetched but the page. Its older layout, where it still has it, gives
-/// the same text in a third of the memory and two thirds of the time: some 20 KB a row of a table of seven cells. The limit of the scripts' heap,
-/// in MB, counts what is laid out too.
+/// the same text in a third of the memory and two thirds of the time: some 20 KB a row of a table of seven cells. The limit of
+/// the scripts' heap, in MB, counts what is laid out too.
 constexpr const char* engineFlags =
     "--disable-gpu --disable-gpu-compositing --disable-dev-shm-usage --disable-background-networking"
     " --disable-component-update --disable-domain-reliability --disable-sync --disable-breakpad --no-first-run"
