@@ -7,6 +7,7 @@
 
 #include "model/errors.h"
 #include "tests/conditions/conditionfilesfixture.h"
+#include "tests/support/faultof.h"
 
 namespace elevenfive {
 
@@ -238,25 +239,14 @@ TEST_F(Files, RestoreLeavesZonesAndPositions) {
   EXPECT_EQ(workspace.rows("SELECT SUM(第7位) FROM 号码特性"), QStringList{u"11"_s});
 }
 
-/// What an action threw as a fault of the main database's own tables.
-template <class Action>
-QString ownFaultOf(const Action& action) {
-  try {
-    action();
-  } catch (const StoreError& fault) {
-    return fault.message();
-  }
-  return u"no fault"_s;
-}
-
 TEST_F(Files, AFactoryTableThatLostARowRestoresNothing) {
   changeEverything();
   const QStringList before = set();
   run("DELETE FROM 默认过滤条件使用情况 WHERE rowid = (SELECT MIN(rowid) FROM 默认过滤条件使用情况)");
-  EXPECT_EQ(ownFaultOf([&] { files.restoreDefaults(); }),
+  EXPECT_EQ(faultOf<StoreError>([&] { files.restoreDefaults(); }),
             u"数据库中的过滤条件有错误（数据表 默认过滤条件使用情况 的行数不符），请恢复备份。"_s);
   run("DELETE FROM 默认过滤条件 WHERE ID = 5");
-  EXPECT_EQ(ownFaultOf([&] { files.restoreDefaults(); }),
+  EXPECT_EQ(faultOf<StoreError>([&] { files.restoreDefaults(); }),
             u"数据库中的过滤条件有错误（数据表 默认过滤条件 的行数不符），请恢复备份。"_s);
   EXPECT_EQ(set(), before);
   EXPECT_EQ(ports.boxTexts(), QStringList());
@@ -267,8 +257,8 @@ TEST_F(Files, ATableOfOurOwnThatLostARowIsNotToldAsAFaultOfTheFile) {
   run("DELETE FROM 过滤条件 WHERE ID = 1");
   const QStringList before = set();
   const QString sentence = u"数据库中的过滤条件有错误（数据表 过滤条件 的行数不符），请恢复备份。"_s;
-  EXPECT_EQ(ownFaultOf([&] { files.importConditions(); }), sentence);
-  EXPECT_EQ(ownFaultOf([&] { files.restoreDefaults(); }), sentence);
+  EXPECT_EQ(faultOf<StoreError>([&] { files.importConditions(); }), sentence);
+  EXPECT_EQ(faultOf<StoreError>([&] { files.restoreDefaults(); }), sentence);
   EXPECT_EQ(set(), before);
   EXPECT_EQ(ports.boxTexts(), QStringList());
 }

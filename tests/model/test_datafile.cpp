@@ -3,20 +3,12 @@
 #include "model/compaction.h"
 #include "tests/model/datalife.h"
 #include "tests/support/diskfaults.h"
+#include "tests/support/faultof.h"
 
 namespace elevenfive {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-QString messageOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& fault) {
-    return fault.message();
-  }
-  return u"no fault"_s;
-}
 
 class DataFileLife : public DataLife {
  protected:
@@ -371,7 +363,7 @@ TEST_F(DataFileLife, ADamagedWorkingDatabaseIsNeverPacked) {
     setValue(workspace.gConn, 8);
     workspace.gConn.close();
     spoil(folders.workingFile(), 4096 * 3, 4096);
-    EXPECT_EQ(messageOf([&] { workspace.close(); }),
+    EXPECT_EQ(faultOf<Error>([&] { workspace.close(); }),
               u"工作数据库 %1 已损坏（数据库已损坏），没有写回，原来的数据文件没有改动。"_s.arg(folders.workingFile()));
   }
   EXPECT_EQ(read(folders.packedFile()), before);
@@ -385,7 +377,7 @@ TEST_F(DataFileLife, AWorkingDatabaseThatAnotherProgramHasIsNamedAndCanBePutBack
   workspace.gConn.close();
   {
     const FileOfAnother held(folders.workingFile());
-    EXPECT_EQ(messageOf([&] { workspace.close(); }),
+    EXPECT_EQ(faultOf<Error>([&] { workspace.close(); }),
               u"打开数据文件失败：数据文件正被其他程序使用（%1）。本次的改动没有写回数据文件，还保存在 %1 中。"_s.arg(
                   folders.workingFile()));
   }

@@ -7,6 +7,7 @@
 
 #include "tests/model/datalife.h"
 #include "tests/support/diskfaults.h"
+#include "tests/support/faultof.h"
 
 namespace elevenfive {
 namespace {
@@ -14,15 +15,6 @@ namespace {
 using namespace Qt::StringLiterals;
 
 using FolderLocks = DataLife;
-
-QString messageOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& fault) {
-    return fault.message();
-  }
-  return u"no fault"_s;
-}
 
 /// Takes the right to write into a folder from everybody, for the length of a scope.
 class ReadOnlyFolder final {
@@ -39,7 +31,7 @@ class ReadOnlyFolder final {
 
 TEST_F(FolderLocks, AMissingFolderIsNamed) {
   const QString none = folder.filePath(u"none"_s);
-  EXPECT_EQ(messageOf([&] { const FolderLock lock(none); }), u"找不到文件夹 %1。"_s.arg(none));
+  EXPECT_EQ(faultOf<Error>([&] { const FolderLock lock(none); }), u"找不到文件夹 %1。"_s.arg(none));
 }
 
 TEST_F(FolderLocks, ALockIsGoneWithItsObject) {
@@ -68,7 +60,7 @@ TEST_F(FolderLocks, TheInstanceOfAnotherUserOfTheSystemIsASecondInstance) {
   const OrdinaryUser user(folder.path());
   if (!OrdinaryUser::isBound())
     GTEST_SKIP() << "root cannot become an ordinary user here";
-  EXPECT_EQ(messageOf([&] { Workspace workspace(folders); }), u"程序正在运行,不允许同时打开多个!!!"_s);
+  EXPECT_EQ(faultOf<Error>([&] { Workspace workspace(folders); }), u"程序正在运行,不允许同时打开多个!!!"_s);
   const ReadOnlyFolder readOnly(folders.program);
   EXPECT_THROW(const FolderLock second(folders.program), AlreadyRunning);
 }
@@ -87,7 +79,7 @@ TEST_F(FolderLocks, ALockFileThatAnotherUserHasLeftLocksAgain) {
   write(file, {});
   ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0444), 0);
   const ReadOnlyFolder readOnly(folders.program);
-  EXPECT_EQ(messageOf([&] { const FolderLock lock(folders.program); }),
+  EXPECT_EQ(faultOf<Error>([&] { const FolderLock lock(folders.program); }),
             u"无法在文件夹 %1 中写入文件。"_s.arg(folders.program));
 }
 
@@ -98,7 +90,7 @@ TEST_F(FolderLocks, ALockFileThatMayNotBeReadIsNamed) {
   const OrdinaryUser user(folder.path());
   if (!OrdinaryUser::isBound())
     GTEST_SKIP() << "root cannot become an ordinary user here";
-  EXPECT_EQ(messageOf([&] { const FolderLock lock(folders.program); }),
+  EXPECT_EQ(faultOf<Error>([&] { const FolderLock lock(folders.program); }),
             u"文件 %1 属于其他用户，不能打开；请先关闭该用户的程序，或删除这个文件。"_s.arg(file));
 }
 
@@ -112,8 +104,8 @@ TEST_F(FolderLocks, AFolderThatMayNotBeWrittenEndsTheStartWithOneSentence) {
     const QByteArray pack = read(folders.packedFile());
     {
       const ReadOnlyFolder readOnly(closed);
-      EXPECT_EQ(messageOf([&] { Workspace workspace(folders); }), sentence.arg(closed));
-      EXPECT_EQ(messageOf([&] { Workspace::create(folders, true); }), sentence.arg(closed));
+      EXPECT_EQ(faultOf<Error>([&] { Workspace workspace(folders); }), sentence.arg(closed));
+      EXPECT_EQ(faultOf<Error>([&] { Workspace::create(folders, true); }), sentence.arg(closed));
     }
     EXPECT_EQ(read(folders.packedFile()), pack);
     EXPECT_FALSE(QFile::exists(folders.workingFile()));
@@ -132,7 +124,7 @@ TEST_F(FolderLocks, AFolderThatMayNoLongerBeWrittenAtTheCloseKeepsTheWork) {
   setValue(workspace.gConn, 8);
   {
     const ReadOnlyFolder readOnly(folders.program);
-    EXPECT_EQ(messageOf([&] { workspace.close(); }),
+    EXPECT_EQ(faultOf<Error>([&] { workspace.close(); }),
               u"无法建立文件夹 %1。本次的改动没有写回数据文件，还保存在 %2 中。"_s.arg(folders.bakFolder(),
                                                                                        folders.workingFile()));
   }

@@ -3,6 +3,7 @@
 #include "model/compaction.h"
 #include "model/sideicon.h"
 #include "tests/model/datalife.h"
+#include "tests/support/faultof.h"
 
 namespace elevenfive {
 namespace {
@@ -10,15 +11,6 @@ namespace {
 using namespace Qt::StringLiterals;
 
 using WorkspaceLife = DataLife;
-
-QString messageOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& fault) {
-    return fault.message();
-  }
-  return u"no fault"_s;
-}
 
 TEST_F(WorkspaceLife, AFreshFolderHoldsThePackWithItsIconAndTheTemplate) {
   EXPECT_EQ(programFiles(), (QStringList{u"TJmode.tjmod"_s, u"elevenfive.dat"_s}));
@@ -78,7 +70,7 @@ TEST_F(WorkspaceLife, ASecondInstanceIsRefusedAndTouchesNothing) {
   setValue(first.gConn, 7);
   const QByteArray working = read(folders.workingFile());
   const QByteArray backup = read(folders.backupFile());
-  EXPECT_EQ(messageOf([&] { Workspace second(folders); }), u"程序正在运行,不允许同时打开多个!!!"_s);
+  EXPECT_EQ(faultOf<Error>([&] { Workspace second(folders); }), u"程序正在运行,不允许同时打开多个!!!"_s);
   EXPECT_THROW(Workspace second(folders), AlreadyRunning);
   EXPECT_EQ(read(folders.workingFile()), working);
   EXPECT_EQ(read(folders.backupFile()), backup);
@@ -111,12 +103,12 @@ TEST_F(WorkspaceLife, OneFolderCanServeForBoth) {
 
 TEST_F(WorkspaceLife, AProgramFolderThatIsMissingIsNamed) {
   const Workspace::Folders none{folder.filePath(u"none"_s), folders.temporary};
-  EXPECT_EQ(messageOf([&] { Workspace workspace(none); }), u"找不到程序文件夹 %1。"_s.arg(none.program));
+  EXPECT_EQ(faultOf<Error>([&] { Workspace workspace(none); }), u"找不到程序文件夹 %1。"_s.arg(none.program));
 }
 
 TEST_F(WorkspaceLife, CreateRefusesAFolderThatHasAPackedDataFile) {
   const QByteArray before = read(folders.packedFile());
-  EXPECT_EQ(messageOf([&] { Workspace::create(folders, false); }),
+  EXPECT_EQ(faultOf<Error>([&] { Workspace::create(folders, false); }),
             u"文件夹 %1 中已有数据文件，没有改动。"_s.arg(folders.program));
   EXPECT_EQ(read(folders.packedFile()), before);
 }
@@ -135,10 +127,10 @@ TEST_F(WorkspaceLife, CreateRefusesAFolderWhosePackIsGoneButNotItsWork) {
   QFile::remove(folders.packedFile());
   const QByteArray inBak = read(folders.packInTransit());
   const QString refusal = u"文件夹 %1 中没有数据文件，但还有以前的备份，没有改动。"_s.arg(folders.program);
-  EXPECT_EQ(messageOf([&] { Workspace::create(folders, false); }), refusal);
+  EXPECT_EQ(faultOf<Error>([&] { Workspace::create(folders, false); }), refusal);
   EXPECT_EQ(read(folders.packInTransit()), inBak);
   QFile::remove(folders.packInTransit());
-  EXPECT_EQ(messageOf([&] { Workspace::create(folders, false); }), refusal);  // for the backup alone
+  EXPECT_EQ(faultOf<Error>([&] { Workspace::create(folders, false); }), refusal);  // for the backup alone
   EXPECT_FALSE(Workspace::exists(folders));
 }
 
@@ -178,8 +170,8 @@ TEST_F(WorkspaceLife, WithoutATemporaryFolderTheReasonIsSaid) {
   const Workspace::Folders none{folders.program, {}};
   const QString reason =
       u"系统的临时文件夹 %1 中不能建立本程序的文件夹：同名的文件已存在，或属于其他用户。"_s.arg(QDir::tempPath());
-  EXPECT_EQ(messageOf([&] { Workspace workspace(none); }), reason);
-  EXPECT_EQ(messageOf([&] { Workspace::create(none, true); }), reason);
+  EXPECT_EQ(faultOf<Error>([&] { Workspace workspace(none); }), reason);
+  EXPECT_EQ(faultOf<Error>([&] { Workspace::create(none, true); }), reason);
 }
 
 TEST_F(WorkspaceLife, CreateIsRefusedWhileAnInstanceRuns) {

@@ -128,35 +128,38 @@ TEST_F(CloseTest, ADiskThatIsFullAtTheCloseIsToldAndTriedAgain) {
   EXPECT_TRUE(QFile::exists(folders.workingFile()));  // what was done is still there, and the next start keeps it
 }
 
-TEST_F(CloseTest, ConditionsThatCannotBeSavedLetTheUserStay) {
+/// A run of 张三 whose disk fills up, and who answers no to what that leads to.
+class FullDiskTest : public StartupTest {
+ protected:
+  FullDiskTest() {
+    screens.mode = 2;
+    screens.userName = u"张三"_s;
+    EXPECT_TRUE(start.start());
+    disk.writableBytes = 100;
+    ports.boxes.clear();
+    ports.answers = {Answer::no};
+  }
+
+  void expectAsked(const QString& question) {
+    ASSERT_EQ(ports.boxes.size(), 2U);
+    EXPECT_TRUE(ports.boxes[0].text.contains(u"磁盘空间已满"_s));
+    EXPECT_EQ(ports.boxes[1].text, question);
+  }
+
   FaultyFiles disk;
-  screens.mode = 2;
-  screens.userName = u"张三"_s;
-  Startup start(folders, ports, screens, disk);
-  ASSERT_TRUE(start.start());
-  disk.writableBytes = 100;
-  ports.boxes.clear();
-  ports.answers = {Answer::no};
+  Startup start{folders, ports, screens, disk};
+};
+
+TEST_F(FullDiskTest, ConditionsThatCannotBeSavedLetTheUserStay) {
   EXPECT_FALSE(start.close(true));
-  ASSERT_EQ(ports.boxes.size(), 2U);
-  EXPECT_EQ(ports.boxes[1].text, u"用户“张三”的过滤条件没有保存，仍要退出吗？"_s);
+  expectAsked(u"用户“张三”的过滤条件没有保存，仍要退出吗？"_s);
   disk.writableBytes = FaultyFiles::never;
   EXPECT_TRUE(start.close(true));
 }
 
-TEST_F(CloseTest, ConditionsThatCannotBeSavedForALogonOfAnotherAreAskedAbout) {
-  FaultyFiles disk;
-  screens.mode = 2;
-  screens.userName = u"张三"_s;
-  Startup start(folders, ports, screens, disk);
-  ASSERT_TRUE(start.start());
-  disk.writableBytes = 100;
-  ports.boxes.clear();
-  ports.answers = {Answer::no};
+TEST_F(FullDiskTest, ConditionsThatCannotBeSavedForALogonOfAnotherAreAskedAbout) {
   EXPECT_EQ(start.switchUser(), UserSwitch::stayed);
-  ASSERT_EQ(ports.boxes.size(), 2U);
-  EXPECT_TRUE(ports.boxes[0].text.contains(u"磁盘空间已满"_s));
-  EXPECT_EQ(ports.boxes[1].text, u"用户“张三”的过滤条件没有保存，仍要切换用户吗？"_s);
+  expectAsked(u"用户“张三”的过滤条件没有保存，仍要切换用户吗？"_s);
 }
 
 TEST_F(CloseTest, SwitchingSavesTheOldUserThenLogsOn) {

@@ -25,6 +25,14 @@ class Companion : public WebTest {
   }
 
   CliProcess::Outcome update() { return cli.call({u"history"_s, u"update"_s}); }
+  /// Stores the draws of a page that was saved as this text, on a day in the middle of March 2011.
+  CliProcess::Outcome pageFromFile(const QString& text) {
+    QFile file(cli.path(u"page.txt"_s));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text.toUtf8());
+    file.close();
+    return cli.call({u"history"_s, u"page"_s, file.fileName(), u"--date"_s, u"2011-03-16"_s});
+  }
 
   /// The update ended with status 1 and this box alone on standard error; the history is empty.
   void expectRefused(const QString& title, const QString& text) {
@@ -171,12 +179,8 @@ TEST_F(Companion, APageFromAFileNamesTheDrawThatEndsItsDerivation) {
   alter(
       "INSERT INTO 历史记录 (期号, 号码1, 号码2, 号码3, 号码4, 号码5) VALUES (110315003, 0, 1, 2, 3, 4),"
       " (110315004, 1, 2, 3, 4, 5)");
-  QFile file(cli.path(u"page.txt"_s));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(u"11选5\n11031502 01 02 03 04 06 03-15 17:50\n11031505 01 02 03 04 05 03-15 17:40\n"_s.toUtf8());
-  file.close();
   const CliProcess::Outcome outcome =
-      cli.call({u"history"_s, u"page"_s, file.fileName(), u"--date"_s, u"2011-03-16"_s});
+      pageFromFile(u"11选5\n11031502 01 02 03 04 06 03-15 17:50\n11031505 01 02 03 04 05 03-15 17:40\n"_s);
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, u"rowsDone\tlowQihao\thighQihao\n2\t110315002\t110315005\n"_s);
   EXPECT_EQ(
@@ -196,12 +200,8 @@ TEST_F(Companion, ADrawThatTheTableRefusesFailsTheUpdateAndKeepsTheOthers) {
 
 TEST_F(Companion, ADrawThatTheTableRefusesFailsAPageFromAFileAndKeepsTheOthers) {
   alter(refuseSecond);
-  QFile file(cli.path(u"page.txt"_s));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(u"11选5\n11031502 01 02 03 04 06 03-15 17:50\n11031501 01 02 03 04 05 03-15 17:40\n"_s.toUtf8());
-  file.close();
   const CliProcess::Outcome outcome =
-      cli.call({u"history"_s, u"page"_s, file.fileName(), u"--date"_s, u"2011-03-16"_s});
+      pageFromFile(u"11选5\n11031502 01 02 03 04 06 03-15 17:50\n11031501 01 02 03 04 05 03-15 17:40\n"_s);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, QString());
   EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 保存开奖记录失败：数值超出允许的范围。\n"_s);

@@ -362,6 +362,14 @@ class ScriptedLoader : public ::testing::Test {
     return done;
   }
 
+  /// A reading ends before its time is up, in milliseconds, and gives nothing.
+  static void expectNoText(ProcessLoader& loader, qint64 mostMs) {
+    QElapsedTimer waited;
+    waited.start();
+    EXPECT_EQ(loader.bodyText(), QString());
+    EXPECT_LT(waited.elapsed(), mostMs);
+  }
+
   QTemporaryDir folder;
 };
 
@@ -383,19 +391,13 @@ TEST_F(ScriptedLoader, AStopEndsAReadingThatWaits) {
   ProcessLoader loader({180'000, 20'000}, program(""));
   ASSERT_TRUE(load(loader));
   QTimer::singleShot(50, [&loader] { loader.stop(); });
-  QElapsedTimer waited;
-  waited.start();
-  EXPECT_EQ(loader.bodyText(), QString());
-  EXPECT_LT(waited.elapsed(), 5000);
+  expectNoText(loader, 5000);
 }
 
 TEST_F(ScriptedLoader, AProcessThatEndsEndsAReading) {
   ProcessLoader loader({180'000, 20'000}, program("number; exit 1"));
   ASSERT_TRUE(load(loader));
-  QElapsedTimer waited;
-  waited.start();
-  EXPECT_EQ(loader.bodyText(), QString());
-  EXPECT_LT(waited.elapsed(), 5000);
+  expectNoText(loader, 5000);
   EXPECT_FALSE(loader.fault().isEmpty());
 }
 
@@ -409,10 +411,7 @@ TEST_F(ScriptedLoader, AProgramThatLacksALibraryIsToldAsOneThatIsMissing) {
 TEST_F(ScriptedLoader, AnAnswerWithoutAnEndIsGivenUp) {
   ProcessLoader loader({180'000, 60'000}, program("number; exec tr '\\\\0' x </dev/zero"));
   ASSERT_TRUE(load(loader));
-  QElapsedTimer waited;
-  waited.start();
-  EXPECT_EQ(loader.bodyText(), QString());
-  EXPECT_LT(waited.elapsed(), 30'000);
+  expectNoText(loader, 30'000);
   EXPECT_EQ(loader.processId(), 0);
   EXPECT_FALSE(loader.busy());
 }
