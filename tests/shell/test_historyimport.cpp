@@ -7,6 +7,7 @@
 
 #include "bench/eventgaps.h"
 #include "tests/shell/mainwindowtest.h"
+#include "tests/support/slowness.h"
 
 namespace elevenfive {
 
@@ -14,7 +15,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr double longestWait = 50;  ///< milliseconds that a click may go unseen
+constexpr double longestWait = 50 * slowness;  ///< milliseconds that a click may go unseen
 
 /// Tells when a widget is hidden.
 class HideWatch final : public QObject {

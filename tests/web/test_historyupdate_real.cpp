@@ -9,6 +9,7 @@
 
 #include "acquire/widgets/sourcesform.h"
 #include "tests/shell/mainwindowtest.h"
+#include "tests/support/slowness.h"
 #include "tests/web/webtest.h"
 
 namespace elevenfive {
@@ -172,7 +173,7 @@ TEST_P(HungWindow, AYesToTheCloseEndsTheWindowAndThePage) {
     closing.start();
     window->close();
   });
-  EXPECT_LT(closing.elapsed(), 1000);
+  EXPECT_LT(closing.elapsed(), 1000 * slowness);
   QCoreApplication::processEvents();
   EXPECT_FALSE(window->isVisible());
   ASSERT_GT(process, 0);
@@ -299,11 +300,13 @@ TEST_F(RealSources, AScriptThatNeverEndsIsToldWithTheServersAnswer) {
 
 TEST_F(RealSources, AFormThatIsClosedMeanwhileAsksNoServerAnyMore) {
   giveNoAnswer();
-  QTimer::singleShot(700, form.get(), [this] { form->reject(); });
   QElapsedTimer waited;
-  waited.start();
+  QTimer::singleShot(700, form.get(), [&] {
+    waited.start();
+    form->reject();
+  });
   click(test(0));
-  EXPECT_LT(waited.elapsed(), 1300);
+  EXPECT_LT(waited.elapsed(), 900);  // a server that gives no answer would be waited for a second more
   EXPECT_FALSE(form->isVisible());
   QTest::qWait(200);
   EXPECT_EQ(askedOf(server), QStringList{u"/"_s});
