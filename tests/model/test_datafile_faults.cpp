@@ -10,6 +10,7 @@
 #include <random>
 
 #include "tests/model/datalife.h"
+#include "tests/support/kills.h"
 
 namespace elevenfive {
 namespace {
@@ -55,7 +56,8 @@ TEST_F(DataFileFaults, WheneverTheDiskFillsTheStateIsTheOneBeforeOrTheOneAfter) 
   const qint64 size = QFileInfo(folders.packedFile()).size();
   std::vector<qint64> places{0, 1, 7, 8, 9, size - 1, size};
   const int asked = qEnvironmentVariableIntValue("ELEVENFIVE_KILLS");
-  for (qint64 place = 4099; place<6 * size; place += asked> 0 ? 6 * size / asked : size / 11)
+  const qint64 step = asked > 0 ? 6 * size / asked : size / 11;
+  for (qint64 place = 4099; place < 6 * size; place += step)
     places.push_back(place);
   for (const qint64 place : places) {
     FaultyFiles files;
@@ -109,17 +111,12 @@ int printed(const QByteArray& output, const char* key) {
 }
 
 TEST_F(DataFileFaults, EndedAtAnyInstantTheNextStartFindsTheStateBeforeOrTheOneAfter) {
-  const int asked = qEnvironmentVariableIntValue("ELEVENFIVE_KILLS");
-  const int mostKills = asked > 0 ? asked : 60;
-  const qint64 longest = asked > 0 ? qint64{3600} * 1000 : 15000;  // ms
+  Kills kills(20, 60, 15);
   std::mt19937 random(20261121);
-  QElapsedTimer clock;
-  clock.start();
   int before = 5;     // what the packed data file was last known to hold
   int attempted = 5;  // what the last worker wrote, where it came so far
-  int ended = 0;
-  int whole = 20;  // ms that a whole run takes, followed as it goes
-  for (int round = 0; ended < mostKills && clock.elapsed() < longest; ++round) {
+  int whole = 20;     // ms that a whole run takes, followed as it goes
+  for (int round = 0; kills.wanted(); ++round) {
     QProcess worker;
     QElapsedTimer run;
     run.start();
@@ -137,7 +134,7 @@ TEST_F(DataFileFaults, EndedAtAnyInstantTheNextStartFindsTheStateBeforeOrTheOneA
       ASSERT_EQ(worker.exitCode(), 0) << worker.readAllStandardError().toStdString();
       whole = static_cast<int>(std::max<qint64>(run.elapsed(), 2));
     } else {
-      ++ended;
+      kills.add();
     }
     const int found = printed(output, "found");
     if (found >= 0) {
@@ -148,7 +145,7 @@ TEST_F(DataFileFaults, EndedAtAnyInstantTheNextStartFindsTheStateBeforeOrTheOneA
     if (output.contains("done"))
       before = attempted;
   }
-  EXPECT_GE(ended, asked > 0 ? asked : 20);
+  EXPECT_TRUE(kills.wereEnough());
   const int last = nextStart();
   EXPECT_TRUE(last == before || last == attempted) << last;
   EXPECT_EQ(programFiles(u"*.damaged*"_s), QStringList());

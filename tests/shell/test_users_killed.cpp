@@ -18,6 +18,7 @@
 #include "model/errors.h"
 #include "shell/users.h"
 #include "tests/support/faultyfiles.h"
+#include "tests/support/kills.h"
 #include "tests/support/recordingports.h"
 #include "tests/support/testworkspace.h"
 
@@ -143,15 +144,10 @@ TEST_F(KilledUsers, WhicheverStepAProcessEndsAtBothUsersFilesAreWhole) {
 }
 
 TEST_F(KilledUsers, EndedAtAnyInstantBothUsersFilesAreWhole) {
-  const int asked = qEnvironmentVariableIntValue("ELEVENFIVE_KILLS");
-  const int mostKills = asked > 0 ? asked : 40;
-  const qint64 longest = asked > 0 ? qint64{3600} * 1000 : 10000;  // ms
-  std::mt19937 random(static_cast<unsigned>(20261121 + asked));
-  QElapsedTimer clock;
-  clock.start();
-  int ended = 0;
+  Kills kills(15, 40, 10);
+  std::mt19937 random(static_cast<unsigned>(20261121 + kills.asked()));
   int whole = 0;  // ms that a session takes which is not disturbed
-  for (int round = 0; ended < mostKills && clock.elapsed() < longest; ++round) {
+  for (int round = 0; kills.wanted(); ++round) {
     const int value = before + 1;
     QElapsedTimer run;
     run.start();
@@ -172,13 +168,13 @@ TEST_F(KilledUsers, EndedAtAnyInstantBothUsersFilesAreWhole) {
       if (round % 8 == 0)
         whole = static_cast<int>(run.elapsed());
     } else {
-      ++ended;
+      kills.add();
     }
     inspect(value, "round " + std::to_string(round));
     if (HasFatalFailure())
       return;
   }
-  EXPECT_GE(ended, asked > 0 ? asked : 15);
+  EXPECT_TRUE(kills.wereEnough());
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 
 #include "model/workspace.h"
 #include "tests/support/faultyfiles.h"
+#include "tests/support/kills.h"
 #include "tests/support/testworkspace.h"
 
 namespace elevenfive {
@@ -89,17 +90,12 @@ int numberBehind(const QByteArray& output, const char* word) {
 
 TEST_F(WindowProcess, EndedAtAnyInstantItFindsTheStateBeforeOrTheOneAfter) {
   makeData();
-  const int asked = qEnvironmentVariableIntValue("ELEVENFIVE_KILLS");
-  const int rounds = asked > 0 ? asked : 40;
-  const qint64 longest = asked > 0 ? qint64{3600} * 1000 : 8000;  // ms
-  std::mt19937 random(static_cast<unsigned>(20261121 + asked));
-  QElapsedTimer clock;
-  clock.start();
+  Kills kills(3, 35, 8);
+  std::mt19937 random(static_cast<unsigned>(20261121 + kills.asked()));
   int before = firstPeriod + 1;  // the next period as it was last known to be on the disk
   int after = before;            // and as the last process would have left it
-  int ended = 0;
-  int whole = 0;  // ms that a run takes which is not disturbed, followed as it goes
-  for (int round = 0; round < rounds && clock.elapsed() < longest; ++round) {
+  int whole = 0;                 // ms that a run takes which is not disturbed, followed as it goes
+  for (int round = 0; kills.wanted(); ++round) {
     QProcess window;
     QElapsedTimer run;
     run.start();
@@ -115,7 +111,7 @@ TEST_F(WindowProcess, EndedAtAnyInstantItFindsTheStateBeforeOrTheOneAfter) {
       ASSERT_EQ(window.exitCode(), 0) << window.readAllStandardError().toStdString();
       whole = static_cast<int>(run.elapsed());
     } else {
-      ++ended;
+      kills.add();
     }
     if (const int found = numberBehind(output, "period"); found >= 0) {
       ASSERT_TRUE(found == before || found == after) << "round " << round << " found " << found << output.toStdString();
@@ -127,7 +123,7 @@ TEST_F(WindowProcess, EndedAtAnyInstantItFindsTheStateBeforeOrTheOneAfter) {
       before = after;
     }
   }
-  EXPECT_GT(ended, 2);
+  EXPECT_TRUE(kills.wereEnough());
   const int last = inspect(u"SELECT max(期号) + 1 FROM 历史记录"_s).toInt();
   EXPECT_TRUE(last == before || last == after) << last;
   EXPECT_EQ(inspect(u"SELECT count(*) FROM 历史记录 WHERE 号码5 = 5"_s).toInt(), last - firstPeriod);
