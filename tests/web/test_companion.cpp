@@ -3,10 +3,12 @@
 #include <QFile>
 #include <QProcess>
 #include <QTimer>
+#include <algorithm>
 #include <csignal>
 
 #include "acquire/versionnotice.h"
 #include "tests/cli/cliprocess.h"
+#include "tests/web/processtree.h"
 #include "tests/web/webtest.h"
 
 namespace elevenfive {
@@ -155,6 +157,31 @@ TEST_F(Companion, AMissingPageProcessIsRefused) {
   EXPECT_EQ(QString::fromUtf8(process.readAllStandardError()),
             u"[critical] "_s + failedUpdateTitle.toString() +
                 u": 读取网页的组件 elevenfive-page 没有找到或无法启动，请重新安装本软件。\n"_s);
+}
+
+TEST_F(Companion, OneThatIsKilledInTheMiddleOfAPageLeavesNoProcessAndItsDataWhole) {
+  ASSERT_EQ(cli.call({u"history"_s, u"add"_s, u"11031500"_s, u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s}).status, 0);
+  const QString drawsBefore = draws();
+  page("/", u"11选5<script>for(;;){}</script>"_s);
+  QProcess process;
+  process.start(QCoreApplication::applicationDirPath() + u"/elevenfive-cli"_s,
+                {u"--folder"_s, cli.folder(), u"--temp"_s, cli.folder(), u"history"_s, u"update"_s});
+  ASSERT_TRUE(process.waitForStarted());
+  QList<qint64> started;
+  runEventsFor(30'000, [&] {
+    started = descendants(process.processId());
+    return !server.requests().empty() && started.size() > 2;
+  });
+  ASSERT_GT(started.size(), 2);
+  process.kill();
+  ASSERT_TRUE(process.waitForFinished());
+  const auto left = [&started] { return std::any_of(started.begin(), started.end(), isAtWork); };
+  runEventsFor(10'000, [&left] { return !left(); });
+  EXPECT_FALSE(left());
+  EXPECT_EQ(draws(), drawsBefore);
+  page("/", tablePage(twoRows));
+  EXPECT_EQ(update().status, 0);
+  EXPECT_EQ(draws(), drawsBefore + u"110315001\t15\n110315002\t16\n"_s);
 }
 
 constexpr const char* refuseSecond =
