@@ -5,6 +5,8 @@
 #include <QTimer>
 #include <algorithm>
 #include <csignal>
+#include <sstream>
+#include <string>
 
 #include "acquire/versionnotice.h"
 #include "tests/cli/cliprocess.h"
@@ -202,6 +204,87 @@ TEST_F(Companion, AnInterruptedUpdateSaysSoAndLeavesTheSignalAsItWas) {
   EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
 }
 
+/// Standard output of a call, which raises SIGINT as soon as a text stands in it.
+class RaisingOutput final : public std::stringbuf {
+ public:
+  explicit RaisingOutput(const QString& at) : at_(at.toStdString()) {}
+
+ protected:
+  int sync() override {
+    if (!raised_ && str().find(at_) != std::string::npos) {
+      raised_ = true;
+      std::raise(SIGINT);
+    }
+    return 0;
+  }
+
+ private:
+  std::string at_;
+  bool raised_ = false;
+};
+
+class InterruptedCompanion : public Companion {
+ protected:
+  /// Runs a batch that is interrupted when the text is printed, and expects it to end with its first line.
+  void expectInterruptedAt(const QString& text) {
+    RaisingOutput buffer(text);
+    std::ostream out(&buffer);
+    std::istringstream in("history update\nhistory clear\n");
+    std::ostringstream err;
+    const QStringList words{u"--folder"_s, cli.folder(), u"--temp"_s, cli.folder(), u"batch"_s};
+    EXPECT_EQ(runProgram(words, {in, out, err}), 1);
+    EXPECT_TRUE(QString::fromStdString(err.str()).endsWith(interrupted)) << err.str();
+    told = QString::fromStdString(err.str());
+    EXPECT_FALSE(QString::fromStdString(buffer.str()).contains(u"history clear"_s));
+    EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
+  }
+
+  /// So many draws, from 110000010 on.
+  void giveDraws(int count) {
+    QStringList rows;
+    for (int i = 0; i < count; ++i)
+      rows << u"%1 01 02 03 04 05"_s.arg(11000010 + i);
+    page("/", tablePage(rows));
+  }
+
+  QString count() { return cli.rows(u"SELECT COUNT(*) FROM 历史记录"_s).trimmed(); }
+
+  const QString interrupted = u"下载已被中断，已经保存的开奖数据保留不变。\n"_s;
+  QString told;
+};
+
+TEST_F(InterruptedCompanion, BetweenTheLinesOfAPageKeepsTheDrawsBefore) {
+  giveDraws(500);
+  expectInterruptedAt(u"正在下载 110000012 期"_s);
+  EXPECT_EQ(count(), u"3"_s);
+  EXPECT_FALSE(told.contains(u"下载完成"_s));
+}
+
+TEST_F(InterruptedCompanion, WhileItDerivesKeepsTheDrawsAndTellsNoSuccess) {
+  giveDraws(20);
+  expectInterruptedAt(u"正在统计"_s);
+  EXPECT_EQ(count(), u"20"_s);
+  EXPECT_FALSE(told.contains(u"下载完成"_s));
+}
+
+TEST_F(InterruptedCompanion, WhileTheNoticeIsWaitedForEndsTheBatchToo) {
+  giveDraws(2);
+  HttpReply silent;
+  silent.ending = HttpEnding::silent;
+  server.answer("/notice", silent);
+  ASSERT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, server.url(u"/notice"_s)}).status, 0);
+  QTimer interrupt;
+  QObject::connect(&interrupt, &QTimer::timeout, [this, &interrupt] {
+    if (!askedOf(server).contains(u"/notice"_s))
+      return;
+    interrupt.stop();
+    std::raise(SIGINT);
+  });
+  interrupt.start(10);
+  expectInterruptedAt(u"no such text"_s);
+  EXPECT_EQ(count(), u"2"_s);
+}
+
 TEST_F(Companion, APageFromAFileNamesTheDrawThatEndsItsDerivation) {
   alter(
       "INSERT INTO 历史记录 (期号, 号码1, 号码2, 号码3, 号码4, 号码5) VALUES (110315003, 0, 1, 2, 3, 4),"
@@ -233,6 +316,15 @@ TEST_F(Companion, ADrawThatTheTableRefusesFailsAPageFromAFileAndKeepsTheOthers) 
   EXPECT_EQ(outcome.out, QString());
   EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 保存开奖记录失败：数值超出允许的范围。\n"_s);
   EXPECT_EQ(draws(), u"110315001\t15\n"_s);
+}
+
+TEST_F(Companion, OfTwoFaultsOfTheTableAPageFromAFileTellsTheFirst) {
+  alter(refuseSecond);
+  alter("CREATE TRIGGER refuseAll BEFORE UPDATE ON 历史记录 BEGIN SELECT RAISE(ABORT, 'refused'); END");
+  const CliProcess::Outcome outcome =
+      pageFromFile(u"11选5\n11031502 01 02 03 04 06 03-15 17:50\n11031501 01 02 03 04 05 03-15 17:40\n"_s);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 保存开奖记录失败：数值超出允许的范围。\n"_s);
 }
 
 }  // namespace
