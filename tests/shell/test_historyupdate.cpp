@@ -338,6 +338,27 @@ TEST_F(SourcesFormTest, ATestTellsAnAddressThatIsNone) {
   EXPECT_EQ(web.log, QStringList());
 }
 
+TEST_F(SourcesFormTest, ATestForAGameWithoutAPageTellsThatTheAddressIsFine) {
+  const auto expectNoPage = [this] {
+    clickForm(u"cmm_ceshi_0"_s);
+    EXPECT_EQ(verdict(), u"所用彩种在开奖网站没有网页，无法测试。"_s);
+  };
+  constexpr int chongqing = 3;
+  Catalogue(data.store()).selectCaizong(chongqing);
+  expectNoPage();
+  address(0).setText(u"results.test"_s);
+  expectNoPage();
+  data.store().execute("test", "UPDATE 彩票类型 SET 使用 = 0");
+  expectNoPage();
+  address(1).setText(u"{province}.second.test"_s);
+  clickForm(u"cmm_ceshi_1"_s);
+  EXPECT_EQ(verdict(), u"所用彩种在第二网站没有网页，无法测试。"_s);
+  address(0).setText(u"ftp://results.test"_s);
+  clickForm(u"cmm_ceshi_0"_s);
+  EXPECT_EQ(verdict(), u"不是可用的网址。"_s);
+  EXPECT_EQ(web.log, QStringList());
+}
+
 TEST_F(SourcesFormTest, ATestOfAnExampleAddressTellsThatItWasNeverSet) {
   address(1).setText(u"{province}.second.example"_s);
   clickForm(u"cmm_ceshi_1"_s);
