@@ -19,8 +19,14 @@ OpenUrlText::OpenUrlText(PageLoaderFactory loaders, int tickMs) : loaders_(std::
 OpenUrlText::~OpenUrlText() = default;
 
 void OpenUrlText::documentComplete(bool topLevel) {
-  if (topLevel && !done_ && !webBrowserOpenURL_->bodyText().trimmed().isEmpty())
-    done_ = true;
+  came_ = came_ || topLevel;
+  if (std::exchange(reading_, true))
+    return;
+  // One that comes while the one before it is read is looked at in its turn.
+  while (std::exchange(came_, false) && !done_)
+    if (!webBrowserOpenURL_->bodyText().trimmed().isEmpty())
+      done_ = true;
+  reading_ = false;
 }
 
 void OpenUrlText::requestStop() {
@@ -37,7 +43,7 @@ QString OpenUrlText::openUrlText(const QUrl& url, bool asText) {
     webBrowserOpenURL_->documentComplete = [this](bool topLevel) { documentComplete(topLevel); };
   }
   stopRequested_ = false;
-  done_ = false;
+  done_ = came_ = false;
   ticked_ = 0;
   PageLoader& page = *webBrowserOpenURL_;
   page.navigate(url);

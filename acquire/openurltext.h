@@ -39,6 +39,8 @@ class OpenUrlText final {
   QTimer timerOpenURL_;
   int ticked_ = 0;
   bool done_ = false;
+  bool came_ = false;     ///< a document that was not looked at yet
+  bool reading_ = false;  ///< a document is looked at
   bool running_ = false;
   bool stopRequested_ = false;
 };

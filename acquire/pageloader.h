@@ -1,8 +1,8 @@
 // The hidden web page control as the readers of pages see it.
 //
 // One load at a time: navigate() returns at once, the event loop runs, documentComplete is called when a document is complete
-// or turns out not to be had, then the page can be read as a browser renders it. A page that wants to leave the site it was
-// asked for is kept from it; address() then tells where it wanted to go.
+// or turns out not to be had, then the page can be read as a browser renders it. A load that the server sends off the site it
+// was asked for is refused, and address() tells where it was sent; a page that stands is kept from leaving, and stays where it is.
 #pragma once
 
 #include <QString>
@@ -31,11 +31,11 @@ class PageLoader {
   /// Starts to load a page; what was shown before is gone, and nothing of it is known to the new page.
   virtual void navigate(const QUrl& url) = 0;
 
-  /// Where the page stands, or the address off its site that it was kept from.
+  /// Where the page stands, or the address off its site to which the server sent the load.
   [[nodiscard]] virtual QUrl address() const = 0;
 
-  /// The text as a browser renders it: tabs between the cells of a table, LF at line ends. Runs the event loop; empty where
-  /// the page does not answer.
+  /// The text as a browser renders it: tabs between the cells of a table, LF at line ends. Runs the event loop; null where the
+  /// page does not answer.
   [[nodiscard]] virtual QString bodyText() = 0;
 
   /// The markup of the whole document after its scripts have run. Runs the event loop.

@@ -78,12 +78,12 @@ QString scanText(const QString& bodyText) {
   return text.replace(u"\n"_s, u"\r\n"_s);
 }
 
-PageScan::PageScan(Store& store, const QDate& date, Qihao lastQihao) : writer_(store), date_(date) {
+PageScan::PageScan(Store& store, int lines, const QDate& date, Qihao lastQihao) : writer_(store), date_(date) {
+  counts_.lines = lines;
   counts_.highQihao = lastQihao;
 }
 
 std::optional<Qihao> PageScan::takeLine(QStringView line) {
-  ++counts_.lines;
   const std::optional<PageLine> read = readPageLine(line);
   if (!read)
     return std::nullopt;
@@ -112,7 +112,7 @@ bool PageScan::isStored(Qihao period, const Draw& numbers) {
 PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qihao lastQihao, Events& events,
                     const PageLineTold& told, const std::function<bool()>& stopped) {
   const QString text = scanText(bodyText);
-  PageScan scan(store, date, lastQihao);
+  PageScan scan(store, CountStringLine(text), date, lastQihao);
   for (qsizetype begin = 0; begin <= text.size() && !(stopped && stopped());) {
     const qsizetype end = text.indexOf(u"\r\n"_s, begin);
     const qsizetype length = (end < 0 ? text.size() : end) - begin;
@@ -130,16 +130,15 @@ PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qi
 void deriveScanned(Store& store, PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels) {
   if (counts.rowsDone == 0)
     return;
-  std::optional<StoreError> failed;
   const auto derive = [&](Qihao from, Qihao to) {
     try {
       calcHistoryAttr(store, from, to, progress, events, panels);
     } catch (const NumberFault& fault) {
       if (counts.underivable.isEmpty())
         counts.underivable = fault.message();
-    } catch (const StoreError& fault) {
-      if (!failed)
-        failed = fault;
+    } catch (const Error& fault) {
+      if (counts.fault.isEmpty())
+        counts.fault = fault.message();
     }
   };
   if (counts.lowQihao < counts.highQihao) {
@@ -149,8 +148,6 @@ void deriveScanned(Store& store, PageCounts& counts, Progress* progress, Events&
     derive(counts.highQihao, counts.highQihao);
     derive(counts.highQihao, counts.lowQihao);
   }
-  if (failed)
-    throw StoreError(*failed);
 }
 
 Qihao lastQihaoForUpdate(Store& store) {

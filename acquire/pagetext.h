@@ -41,12 +41,12 @@ QString scanText(const QString& bodyText);
 
 /// What one scan has found so far.
 struct PageCounts {
-  int lines = 0;
+  int lines = 0;        ///< of the whole text, whether or not the scan comes to its end
   int qualified = 0;    ///< lines with the form of a draw
   int rowsDone = 0;     ///< of those, lines that became records
   Qihao lowQihao = 0;   ///< smallest period stored; 0 until the first
   Qihao highQihao = 0;  ///< largest period stored, or what it began with
-  QString fault;        ///< of the first draw that the table refused; empty where it took all
+  QString fault;        ///< the first of the table; empty where it took all
   QString
       underivable;  ///< names the draw out of range that ended the derivation, once it has run; empty where none did
 };
@@ -54,8 +54,8 @@ struct PageCounts {
 /// Takes the lines of a page one after the other and stores the draws among them.
 class PageScan final {
  public:
-  /// date: of every draw stored, the day of the download. lastQihao: what highQihao begins with.
-  PageScan(Store& store, const QDate& date, Qihao lastQihao);
+  /// lines: how many the page has. date: of every draw stored, the day of the download. lastQihao: what highQihao begins with.
+  PageScan(Store& store, int lines, const QDate& date, Qihao lastQihao);
 
   /// The period of the line where it has the form of a draw, stored or not; nothing for any other line. A draw that the
   /// table refuses is noted in the counts and counts for nothing else.
@@ -81,10 +81,10 @@ PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qi
 
 /// Derives the columns of the draws a scan has stored, in two calls: the whole range and its oldest draw alone. Nothing where
 /// none was stored. A draw with numbers out of range, from elsewhere, ends a call, but is no failure, as the draws themselves
-/// are in: the counts name it then. Throws StoreError after both calls were tried.
+/// are in: the counts name it then. A fault of the table ends its call alone, and stands in the counts unless the scan had one.
 void deriveScanned(Store& store, PageCounts& counts, Progress* progress, Events& events, StatusPanels* panels);
 
-/// The period below the newest two, from which an update counts: 2003001 where the history is too short.
+/// The second period below the newest, from which an update counts: with two draws the only one below, with fewer 2003001.
 Qihao lastQihaoForUpdate(Store& store);
 
 }  // namespace elevenfive

@@ -71,7 +71,8 @@ void ProcessLoader::stop() {
 void ProcessLoader::navigate(const QUrl& url) {
   stop();
   fault_.clear();
-  address_ = url;
+  asked_ = address_ = url;
+  away_ = false;
   busy_ = true;
   if (!isWebAddress(url)) {  // an address of another kind, a local file first of all, is not loaded
     complete();
@@ -133,7 +134,9 @@ void ProcessLoader::output() {
 void ProcessLoader::told(const PageTold& message) {
   switch (message.kind) {
     case PageTold::Kind::complete:
-      if (busy_ && mayHoldPage(address_, message.address))
+      if (away_)  // of the load that was refused
+        break;
+      if (busy_ && mayHoldPage(asked_, message.address))
         address_ = message.address;
       if (busy_)
         complete();
@@ -141,6 +144,7 @@ void ProcessLoader::told(const PageTold& message) {
         tellLater([this] { tellDocument(); });
       break;
     case PageTold::Kind::away:
+      away_ = true;
       address_ = message.address;
       complete();
       break;
@@ -151,7 +155,7 @@ void ProcessLoader::told(const PageTold& message) {
       break;
     case PageTold::Kind::text:
       if (message.id == reading_ && answered_) {
-        answer_ = message.text;
+        answer_ = message.text.isNull() ? u""_s : message.text;
         endReading();
       }
       break;
@@ -186,9 +190,9 @@ void ProcessLoader::tellDocument() {
 }
 
 QString ProcessLoader::read(PagePart part) {
-  answer_.clear();
   if (!process_ || process_->state() != QProcess::Running || answered_)
     return {};
+  answer_.clear();
   PageRequest request;
   request.kind = PageRequest::Kind::read;
   request.part = part;

@@ -57,7 +57,9 @@ class ProcessLoader final : public PageLoader {
   std::unique_ptr<QTemporaryDir> scratch_;  ///< what the engine would leave in the person's home; goes with its process
   QByteArray pending_;                      ///< an answer that has not come whole
   QTimer limit_;
+  QUrl asked_;
   QUrl address_;
+  bool away_ = false;  ///< the page was kept from leaving its site: none of its documents counts any more
   QString fault_;
   QString answer_;
   std::function<void()> answered_;  ///< set while a reading waits

@@ -68,43 +68,36 @@ bool WebUpdate::updateHistory() {
   ports_.view.setButtonsEnabled(false);
   const AtEnd enabled([this] { ports_.view.setButtonsEnabled(true); });
   bool done = false;
-  QString fault;
   {
     const AtEnd refreshed([this] { ports_.view.refreshViews(); });
     ports_.view.selectDataMode(false);
     const QDate today = QDate::currentDate();
-    done = runUpdate(today, true, lastQihaoForUpdate(gConn_), fault);
+    const QString name = Catalogue(gConn_).getLotteryName();
+    done = updateFromWeb(today, true, name, lastQihaoForUpdate(gConn_));
     if (done)
       ports_.view.showNextPeriod();
     ports_.view.selectDataMode(true);
   }
-  if (!fault.isEmpty())
-    throw StoreError(fault);
+  if (!fault_.isEmpty())
+    throw StoreError(fault_);
   // The buttons stay disabled meanwhile: the notice is read through the same control.
   if (!stopRequested_ && !std::exchange(noticeDone_, true))
     versionNotice();
   return done;
 }
 
-bool WebUpdate::updateFromWeb(const QDate& date, bool interactive, const QString& /*name*/, Qihao lastQihao) {
-  QString fault;
-  const bool done = runUpdate(date, interactive, lastQihao, fault);
-  if (!fault.isEmpty())
-    throw StoreError(fault);
-  return done;
-}
-
 void WebUpdate::requestStop() {
   stopRequested_ = running_;
-  if (running_ && browser_)
-    browser_->stop();
+  if (running_ && webBrowser_history_)
+    webBrowser_history_->stop();
 }
 
-bool WebUpdate::runUpdate(const QDate& date, bool interactive, Qihao lastQihao, QString& fault) {
+bool WebUpdate::updateFromWeb(const QDate& date, bool interactive, const QString& /*name*/, Qihao lastQihao) {
+  fault_.clear();
   leftSiteText_.clear();
   leftInPanel_.clear();
-  if (browser_ && browser_->busy())
-    browser_->stop();
+  if (webBrowser_history_ && webBrowser_history_->busy())
+    webBrowser_history_->stop();
   timerXZ_.start(downloadingTexts);
   PageCounts counts;
   Outcome outcome = Outcome::stopped;
@@ -114,8 +107,8 @@ bool WebUpdate::runUpdate(const QDate& date, bool interactive, Qihao lastQihao, 
       setPanel({});
     });
     outcome = fetch(date, lastQihao, counts);
-    fault = counts.fault;
-    if (outcome != Outcome::noAddress && fault.isEmpty())
+    fault_ = counts.fault;
+    if (outcome != Outcome::noAddress && fault_.isEmpty())
       tellOutcome(outcome, date, interactive);
   }
   // These texts stay in the panel.
@@ -123,7 +116,7 @@ bool WebUpdate::runUpdate(const QDate& date, bool interactive, Qihao lastQihao, 
     leaveInPanel(date.toString(Qt::ISODate) + u"  数据：   服务器数据还没有更新，请稍后下载。  "_s);
     tellOutcome(outcome, date, interactive);
   } else if (outcome == Outcome::leftSite) {
-    leftSiteText_ = u"网页被转到其它网站（%1），没有读取。"_s.arg(toldPlace(asked_, browser_->address()));
+    leftSiteText_ = u"网页被转到其它网站（%1），没有读取。"_s.arg(toldPlace(asked_, webBrowser_history_->address()));
     leaveInPanel(leftSiteText_);
   } else if (outcome == Outcome::read && counts.qualified == 0) {
     leaveInPanel(u"网页共 %1 行，其中 %2 行符合开奖记录的格式。"_s.arg(counts.lines).arg(counts.qualified));
@@ -145,16 +138,16 @@ WebUpdate::Outcome WebUpdate::fetch(const QDate& date, Qihao lastQihao, PageCoun
   asked_ = url;
   // Whatever comes of the page, it does not work on behind the window.
   const AtEnd released([this] {
-    if (browser_)
-      browser_->stop();
+    if (webBrowser_history_)
+      webBrowser_history_->stop();
   });
   loadDocument(url);
   const QString text = readBody();
   if (stopRequested_)
     return Outcome::stopped;
-  if (!browser_->fault().isEmpty())
+  if (!webBrowser_history_->fault().isEmpty())
     return Outcome::noControl;
-  if (isWebAddress(url) && !mayHoldPage(url, browser_->address()))
+  if (isWebAddress(url) && !mayHoldPage(url, webBrowser_history_->address()))
     return Outcome::leftSite;
   if (!text.contains(resultsPageMark))
     return Outcome::notResults;
@@ -177,7 +170,9 @@ QString WebUpdate::readBody() {
   for (int i = 0; i < reads && !stopRequested_; ++i) {
     if (i > 0)
       runEventsFor(times_.betweenReadsMs, [this] { return stopRequested_; });
-    text = browser_->bodyText();
+    text = webBrowser_history_->bodyText();
+    if (!docDone_ && text.isNull())  // the time was up before, and a page that hangs answers no other reading either
+      break;
   }
   return text;
 }
@@ -191,17 +186,14 @@ void WebUpdate::scan(const QString& text, const QDate& date, Qihao lastQihao, Pa
         return true;
       },
       [this] { return stopRequested_; });
-  const auto step = [&counts](const auto& work) {
-    try {
-      work();
-    } catch (const Error& fault) {
-      if (counts.fault.isEmpty())
-        counts.fault = fault.message();
-    }
-  };
-  step([&] { deriveScanned(gConn_, counts, &ports_.derivation, ports_.events, &ports_.panels); });
-  browser_->refresh();
-  step([&] { ports_.view.reloadHistoryGrid(); });
+  deriveScanned(gConn_, counts, &ports_.derivation, ports_.events, &ports_.panels);
+  webBrowser_history_->refresh();
+  try {
+    ports_.view.reloadHistoryGrid();
+  } catch (const Error& fault) {
+    if (counts.fault.isEmpty())
+      counts.fault = fault.message();
+  }
 }
 
 void WebUpdate::tellOutcome(Outcome outcome, const QDate& date, bool interactive) {
@@ -216,7 +208,8 @@ void WebUpdate::tellOutcome(Outcome outcome, const QDate& date, bool interactive
       ports_.boxes.show({BoxKind::critical, failedUpdateTitle.toString(), unsetAddressText(), BoxButtons::ok});
       break;
     case Outcome::noControl:
-      ports_.boxes.show({BoxKind::critical, failedUpdateTitle.toString(), browser_->fault(), BoxButtons::ok});
+      ports_.boxes.show(
+          {BoxKind::critical, failedUpdateTitle.toString(), webBrowser_history_->fault(), BoxButtons::ok});
       break;
     case Outcome::notResults:
       ports_.boxes.show({BoxKind::critical, failedUpdateTitle.toString(), failedUpdateText(), BoxButtons::ok});
@@ -255,11 +248,11 @@ void WebUpdate::versionNotice() {
 }
 
 PageLoader& WebUpdate::control() {
-  if (!browser_) {
-    browser_ = ports_.loaders();
-    browser_->documentComplete = [this](bool topLevel) { documentComplete(topLevel); };
+  if (!webBrowser_history_) {
+    webBrowser_history_ = ports_.loaders();
+    webBrowser_history_->documentComplete = [this](bool topLevel) { documentComplete(topLevel); };
   }
-  return *browser_;
+  return *webBrowser_history_;
 }
 
 void WebUpdate::documentComplete(bool topLevel) {

@@ -62,11 +62,15 @@ class WebUpdate final {
   /// A fault of the table while draws are stored is thrown last, when all that there is has been derived and shown.
   bool updateHistory();
 
-  /// Reads the page of the game in use. `date` is the day being fetched; `interactive`: boxes may appear; `lastQihao`: what
-  /// the largest period of this run begins with. True where the page was read to its end, even if no line was a draw. Faults as above.
+  /// The page of the game in use, and nothing around it. `date` is the day being fetched; `interactive`: boxes may appear; `name`
+  /// does not matter; `lastQihao`: what the largest period of this run begins with. True where the page was read to its end,
+  /// even if no line was a draw. A fault of the table from then on is not thrown: it stands in fault().
   bool updateFromWeb(const QDate& date, bool interactive, const QString& name, Qihao lastQihao);
 
-  /// Ends a running update at its next step: nothing more is read or asked. A reading that waits ends at once.
+  /// What the table refused first in the last update, a sentence for the person; empty where it took all.
+  [[nodiscard]] const QString& fault() const noexcept { return fault_; }
+
+  /// Ends a running updateHistory() at its next step: nothing more is read or asked. A reading that waits ends at once.
   void requestStop();
 
   /// What the panel said of the last page where it was led off its site, which no box tells; empty after any other outcome.
@@ -76,12 +80,12 @@ class WebUpdate final {
   [[nodiscard]] bool isNoticeDone() const noexcept { return noticeDone_; }
   void setNoticeDone(bool done) noexcept { noticeDone_ = done; }
 
+  /// Whether an updateHistory() runs.
   [[nodiscard]] bool isRunning() const noexcept { return running_; }
 
  private:
   enum class Outcome { noAddress, unsetAddress, noControl, leftSite, notResults, stopped, read };
 
-  bool runUpdate(const QDate& date, bool interactive, Qihao lastQihao, QString& fault);
   PageLoader& control();
   void documentComplete(bool topLevel);
   void loadDocument(const QUrl& url);
@@ -97,9 +101,10 @@ class WebUpdate final {
   UpdatePorts ports_;
   UpdateTimes times_;
   StatusPulse timerXZ_;
-  std::unique_ptr<PageLoader> browser_;  ///< made on first use
-  QUrl asked_;                           ///< the page that was loaded last
-  QString leftInPanel_;                  ///< what the panel shows after an update
+  std::unique_ptr<PageLoader> webBrowser_history_;  ///< made on first use
+  QUrl asked_;                                      ///< the page that was loaded last
+  QString fault_;
+  QString leftInPanel_;  ///< what the panel shows after an update
   QString leftSiteText_;
   bool waitingDoc_ = false;
   bool docDone_ = false;

@@ -47,6 +47,16 @@ class NoView final : public UpdateView {
   void refreshViews() override {}
 };
 
+/// Looks for Ctrl-C between the lines of a page and the rows of a derivation, where no event loop runs.
+class WatchedSteps final : public Events {
+ public:
+  Interrupt* interrupt = nullptr;
+  void yield() override {
+    if (interrupt)
+      interrupt->look();
+  }
+};
+
 Action preparePage(const Arguments& arguments) {
   const QString path = pathOf(arguments, u"FILE"_s);
   const QDate date = dateOf(arguments, u"--date"_s);
@@ -76,17 +86,19 @@ Action prepareUpdate(const Arguments&) {
     CliPorts& ports = session.ports();
     PrintedPanels panels(session.out());
     NoView view;
+    WatchedSteps steps;
     UpdateTimes times;
     times.pulseMs = 0;
     WebUpdate update(session.store(),
-                     {ports, ports, panels, ports, view, processLoaders(),
+                     {ports, steps, panels, ports, view, processLoaders(),
                       [&session](const QUrl& page) { printText(session.out(), page.toString()); }},
                      times);
     update.setNoticeDone(session.noticeDone);
     const auto kept = qScopeGuard([&] { session.noticeDone = update.isNoticeDone(); });
-    const Interrupt interrupt([&update] { update.requestStop(); });
+    Interrupt interrupt([&update] { update.requestStop(); });
+    steps.interrupt = &interrupt;
     const bool done = update.updateHistory();
-    if (interrupt.wasAsked() && !done)
+    if (interrupt.wasAsked())
       throw Error(u"下载已被中断，已经保存的开奖数据保留不变。"_s);
     if (done)
       return;

@@ -1,6 +1,7 @@
 #include "cli/interrupt.h"
 
 #include <csignal>
+#include <utility>
 
 namespace elevenfive {
 
@@ -17,16 +18,11 @@ void note(int) {
 
 }  // namespace
 
-Interrupt::Interrupt(std::function<void()> stop) {
+Interrupt::Interrupt(std::function<void()> stop) : stop_(std::move(stop)) {
   asked = 0;
   before_ = std::signal(SIGINT, note);
-  QObject::connect(&look_, &QTimer::timeout, &look_, [this, stop = std::move(stop)] {
-    if (!wasAsked())
-      return;
-    look_.stop();
-    stop();
-  });
-  look_.start(lookMs);
+  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
+  timer_.start(lookMs);
 }
 
 Interrupt::~Interrupt() {
@@ -35,6 +31,13 @@ Interrupt::~Interrupt() {
 
 bool Interrupt::wasAsked() const noexcept {
   return asked != 0;
+}
+
+void Interrupt::look() {
+  if (!wasAsked() || !timer_.isActive())
+    return;
+  timer_.stop();
+  stop_();
 }
 
 }  // namespace elevenfive

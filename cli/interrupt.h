@@ -6,8 +6,8 @@
 
 namespace elevenfive {
 
-/// While one lives, SIGINT does not end the program: the wish is handed on once, from the event loop. Afterwards the signal does
-/// again what it did before. One at a time.
+/// While one lives, SIGINT does not end the program: the wish is handed on once, from the event loop or by look(). Afterwards the
+/// signal does again what it did before. One at a time.
 class Interrupt final {
  public:
   explicit Interrupt(std::function<void()> stop);
@@ -17,11 +17,15 @@ class Interrupt final {
 
   [[nodiscard]] bool wasAsked() const noexcept;
 
+  /// Hands the wish on where it has come: for work that runs no event loop.
+  void look();
+
  private:
   using Handler = void (*)(int);
 
+  std::function<void()> stop_;
   Handler before_;
-  QTimer look_;
+  QTimer timer_;
 };
 
 }  // namespace elevenfive

@@ -62,6 +62,7 @@ void checkScan(Store& store, const QString& text) {
                     "AND 号码5 <= 11)") == 0,
          "the five numbers are ascending");
   deriveScanned(store, counts, nullptr, events, nullptr);
+  demand(counts.fault.isEmpty(), "a sound table takes all");
   // The first row of the range serves as the draw before, and the oldest is derived alone: none stays out. A range that
   // begins below the period that stands for "none before" begins there instead, so periods of no real year may stay out.
   if (counts.lowQihao >= noEarlierQihao)

@@ -18,7 +18,8 @@ class HiddenPage final : public QWebEnginePage {
  public:
   HiddenPage(QWebEngineProfile& profile, std::function<void(const PageTold&)> tell);
 
-  /// Loads the page; tells `complete` for each document that stands in its place, `away` where it wanted to leave its site, `fault` where it takes too much memory.
+  /// Loads the page; tells `complete` for each document that stands in its place, `away` where the server sends the load off its
+  /// site before a document stands, `fault` where it takes too much memory.
   void navigate(const QUrl& address);
 
   /// Tells `text` with this number when the renderer answers; a renderer that is caught in a script does not.

@@ -151,7 +151,8 @@ void SourcesForm::test(const Row& row) {
   }
   const QUrl page = pageOf(row);
   if (!isWebAddress(page)) {
-    verdict_->setText(u"不是可用的网址。"_s);
+    const bool lacksPage = isSourceAddress(address) && provinceOf(Catalogue(gConn_).getLotteryName()).isEmpty();
+    verdict_->setText(lacksPage ? u"所用彩种在%1没有网页，无法测试。"_s.arg(row.name) : u"不是可用的网址。"_s);
     return;
   }
   testing_ = true;

@@ -1,6 +1,7 @@
 #include "shell/widgets/historyupdate.h"
 
 #include <QDesktopServices>
+#include <QDir>
 #include <QPointer>
 #include <QWidget>
 
@@ -20,12 +21,6 @@ PageLoaderFactory orProcess(PageLoaderFactory loaders) {
   return loaders ? std::move(loaders) : processLoaders();
 }
 
-/// Where the system knows no browser, the person is told what to open.
-void openInBrowser(Boxes& boxes, const QUrl& page) {
-  if (!QDesktopServices::openUrl(page))
-    boxes.critical(u"无法打开浏览器，请自行打开下面的网页：\r\n"_s + page.toString());
-}
-
 }  // namespace
 
 HistoryUpdate::HistoryUpdate(Store& gConn, HistoryPanel& panel, const Ports& ports, QWidget* window)
@@ -35,7 +30,7 @@ HistoryUpdate::HistoryUpdate(Store& gConn, HistoryPanel& panel, const Ports& por
       ports_(ports),
       window_(window),
       update_(gConn, {ports.boxes, ports.events, ports.panels, panel.derivationProgress(), *this,
-                      orProcess(ports.loaders), [this](const QUrl& page) { openInBrowser(ports_.boxes, page); }}),
+                      orProcess(ports.loaders), [this](const QUrl& page) { openInBrowser(page); }}),
       details_(orProcess(ports.loaders)) {
   connect(&panel_, &HistoryPanel::updateRequested, this, &HistoryUpdate::updateHistory);
   connect(&panel_, &HistoryPanel::detailsWanted, this, &HistoryUpdate::showDetails);
@@ -61,9 +56,8 @@ void HistoryUpdate::showDetails() {
   {
     const BusyScope busy(ports_.busy);
     withFaultBox(ports_.boxes, [this] {
-      showDetailPage(gConn_, details_, {ports_.boxes, ports_.inputs, ports_.panels, [this](const QUrl& page) {
-                                          openInBrowser(ports_.boxes, page);
-                                        }});
+      showDetailPage(gConn_, details_,
+                     {ports_.boxes, ports_.inputs, ports_.panels, [this](const QUrl& page) { openInBrowser(page); }});
     });
   }
   if (focused && focused->isVisible())  // a disabled button loses the focus
@@ -73,6 +67,16 @@ void HistoryUpdate::showDetails() {
 void HistoryUpdate::showSources() {
   SourcesForm form(gConn_, ports_.boxes, orProcess(ports_.loaders), window_);
   form.exec();
+}
+
+/// The browser begins in the program's folder. Where the system knows none, the person is told what to open.
+void HistoryUpdate::openInBrowser(const QUrl& page) {
+  const QString folder = QDir::currentPath();
+  QDir::setCurrent(ports_.programFolder);
+  const bool opened = QDesktopServices::openUrl(page);
+  QDir::setCurrent(folder);
+  if (!opened)
+    ports_.boxes.critical(u"无法打开浏览器，请自行打开下面的网页：\r\n"_s + page.toString());
 }
 
 void HistoryUpdate::setButtonsEnabled(bool enabled) {

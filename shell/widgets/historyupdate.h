@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
+#include <QUrl>
 #include <memory>
 #include <optional>
 
@@ -27,6 +29,7 @@ class HistoryUpdate final : public QObject, public UpdateView {
     Events& events;
     StatusPanels& panels;
     BusyState& busy;
+    QString programFolder;      ///< the working folder of the person's browser
     PageLoaderFactory loaders;  ///< empty: the page process beside the program
   };
 
@@ -48,6 +51,8 @@ class HistoryUpdate final : public QObject, public UpdateView {
   void refreshViews() override;
 
  private:
+  void openInBrowser(const QUrl& page);
+
   Store& gConn_;
   HistoryPanel& panel_;
   Ports ports_;

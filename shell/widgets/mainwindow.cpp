@@ -69,8 +69,9 @@ MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
   history_ =
       new HistoryPanel(workspace_.gConn, workspace_.folders().program,
                        {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, statusLine_, busy_}, this);
-  update_ = new HistoryUpdate(workspace_.gConn, *history_,
-                              {ports_.boxes, ports_.inputs, events_, statusLine_, busy_, ports_.loaders}, this);
+  update_ = new HistoryUpdate(
+      workspace_.gConn, *history_,
+      {ports_.boxes, ports_.inputs, events_, statusLine_, busy_, workspace_.folders().program, ports_.loaders}, this);
   conditions_ = new ConditionView(workspace_.gConn, *driver_, ports_.boxes, ports_.inputs, this);
   buildBody();
   buildConditionForms();

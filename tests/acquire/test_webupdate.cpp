@@ -209,6 +209,25 @@ TEST_F(WebUpdateTest, WhatHasComeWhenTheTimeIsUpIsRead) {
   EXPECT_EQ(draws().size(), 2);
 }
 
+TEST_F(WebUpdateTest, APageThatHangsWhenTheTimeIsUpIsAskedForItsTextOnce) {
+  web.pages[page] = FakePage{{}, {}, -1, false, {}, {}};
+  fetch();
+  EXPECT_EQ(web.log.count(u"text"_s), 1);
+}
+
+TEST_F(WebUpdateTest, APageThatIsStillEmptyWhenTheTimeIsUpMayFillBetweenTheReadings) {
+  web.pages[page].afterMs = -1;
+  web.pages[page].texts = QStringList{u""_s, u""_s, twoDraws};
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(draws().size(), 2);
+}
+
+TEST_F(WebUpdateTest, APageThatHasComeIsReadThreeTimesAlsoWhereItHangs) {
+  web.pages[page].texts = QStringList{};
+  fetch();
+  EXPECT_EQ(web.log.count(u"text"_s), 3);
+}
+
 TEST_F(WebUpdateTest, AcrossMidnightOnlyTheDocumentEndsTheWait) {
   double now = 86'399;
   times.clock = [&now] { return std::exchange(now, 0); };
@@ -298,9 +317,20 @@ TEST_F(WebUpdateTest, ADrawInTheTableThatCannotBeDerivedIsNamedInThePanel) {
 
 TEST_F(WebUpdateTest, AFaultOfTheTableKeepsWhatWasStoredAndClearsThePanel) {
   screen.onReload = [] { throw StoreError(u"full"_s); };
-  EXPECT_THROW(fetch(), StoreError);
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(update().fault(), u"full"_s);
+  EXPECT_EQ(ports.boxes.size(), 0U);
   EXPECT_EQ(draws().size(), 2);
   EXPECT_EQ(screen.panel.last(), QString());
+  screen.onReload = {};
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(update().fault(), QString());
+}
+
+TEST_F(WebUpdateTest, TheButtonTellsAFaultOfTheTableLast) {
+  screen.onReload = [] { throw StoreError(u"full"_s); };
+  EXPECT_THROW(update().updateHistory(), StoreError);
+  EXPECT_EQ(ports.log.last(), u"buttons on"_s);
 }
 
 TEST_F(WebUpdateTest, TheButtonGoesThroughItsStepsInOrder) {

@@ -2,7 +2,6 @@
 //
 // ELEVENFIVE_KILLS=300 test_model     ends as many processes, and fills the disk at as many places, where a few seconds' worth
 //                                     is the default
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QElapsedTimer>
@@ -77,20 +76,7 @@ TEST_F(DataFileFaults, WhicheverStepTheProcessEndsAtTheStateIsTheOneBeforeOrTheO
   qint64 step = 0;
   for (bool done = false; !done; ++step) {
     const int after = before + 1;
-    const pid_t child = ::fork();
-    if (child == 0) {
-      FaultyFiles files;
-      files.failingStep = step;
-      files.kill = true;
-      ::_exit(tryRun(folders, files, after) ? 0 : 1);
-    }
-    ASSERT_GT(child, 0);
-    int status = 0;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    done = WIFEXITED(status);
-    if (done) {
-      EXPECT_EQ(WEXITSTATUS(status), 0);
-    }
+    done = endsBeforeStep(step, [&](FaultyFiles& files) { return tryRun(folders, files, after); });
     const int found = nextStart();
     EXPECT_TRUE(found == before || found == after) << "step " << step << " found " << found;
     if (done) {
@@ -99,6 +85,59 @@ TEST_F(DataFileFaults, WhicheverStepTheProcessEndsAtTheStateIsTheOneBeforeOrTheO
     before = found;
   }
   EXPECT_GT(step, 30);
+  EXPECT_EQ(programFiles(u"*.damaged*"_s), QStringList());
+}
+
+class ForcedCreate : public DataLife {
+ protected:
+  static constexpr int fresh = 5;  ///< what new data holds
+
+  /// New data over what stands; true where it was made.
+  bool tryCreate(FaultyFiles& files) const {
+    try {
+      Workspace::create(folders, true, files);
+      return true;
+    } catch (const Error& fault) {
+      EXPECT_TRUE(fault.message().endsWith(u'。')) << fault.what();
+      return false;
+    }
+  }
+
+  /// After a create over data of this value, whole or not, the next start goes on with one of the two, and the former value is
+  /// in its hands or kept in Bak.
+  void inspect(int former, qint64 step) const {
+    const int found = nextStart();
+    EXPECT_TRUE(found == former || found == fresh) << "step " << step << " found " << found;
+    EXPECT_TRUE(found == former || keptValues().contains(former)) << "step " << step;
+  }
+};
+
+TEST_F(ForcedCreate, WhicheverStepFailsTheFormerDataAreKept) {
+  qint64 step = 0;
+  for (bool done = false; !done; ++step) {
+    const int former = 100 + static_cast<int>(step);
+    runWriting(former);
+    FaultyFiles files;
+    files.failingStep = step;
+    done = tryCreate(files) && files.steps <= step;
+    inspect(former, step);
+    if (done) {
+      EXPECT_EQ(nextStart(), fresh);
+    }
+  }
+  EXPECT_GT(step, 15);
+  EXPECT_EQ(programFiles(u"*.damaged*"_s), QStringList());
+}
+
+TEST_F(ForcedCreate, WhicheverStepTheProcessEndsAtTheFormerDataAreKept) {
+  qint64 step = 0;
+  for (bool done = false; !done; ++step) {
+    const int former = 100 + static_cast<int>(step);
+    runWriting(former);
+    done = endsBeforeStep(step, [&](FaultyFiles& files) { return tryCreate(files); });
+    inspect(former, step);
+  }
+  EXPECT_GT(step, 15);
   EXPECT_EQ(programFiles(u"*.damaged*"_s), QStringList());
 }
 

@@ -1,5 +1,6 @@
 // Draws from the web in the window: from the button to the panel that follows, and the form of the addresses.
 #include <QDesktopServices>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QRadioButton>
@@ -197,7 +198,11 @@ class Browser final : public QObject {
   Browser() { QDesktopServices::setUrlHandler(u"http"_s, this, "show"); }
   ~Browser() override { QDesktopServices::unsetUrlHandler(u"http"_s); }
   QStringList shown;
-  Q_SLOT void show(const QUrl& address) { shown << address.toString(); }
+  QString folder;  ///< where it was begun
+  Q_SLOT void show(const QUrl& address) {
+    shown << address.toString();
+    folder = QDir::currentPath();
+  }
 };
 
 TEST_F(HistoryUpdateTest, TheDetailsOfADrawOpenInTheBrowserAndNothingElseCanStartMeanwhile) {
@@ -207,6 +212,8 @@ TEST_F(HistoryUpdateTest, TheDetailsOfADrawOpenInTheBrowserAndNothingElseCanStar
   web.pages[details].afterMs = 200;
   openWindow();
   const Browser browser;
+  const QString folder = QDir::currentPath();
+  ASSERT_NE(QDir(folder), QDir(data.workspace().folders().program));
   ports.typed = {u"2008118"_s};
   auto& asked = the<QPushButton>(u"cmm_kjqk"_s);
   EXPECT_EQ(asked.text(), u"详细开奖情况查询"_s);
@@ -218,6 +225,8 @@ TEST_F(HistoryUpdateTest, TheDetailsOfADrawOpenInTheBrowserAndNothingElseCanStar
   });
   click(asked);
   EXPECT_EQ(browser.shown, QStringList{details});
+  EXPECT_EQ(QDir(browser.folder), QDir(data.workspace().folders().program));
+  EXPECT_EQ(QDir::currentPath(), folder);
   EXPECT_FALSE(enabled);
   EXPECT_EQ(told, u"正在读取 "_s + details + u" ……"_s);
   EXPECT_EQ(panel(2), QString());
@@ -334,6 +343,27 @@ TEST_F(SourcesFormTest, ATestTellsAnAddressThatIsNone) {
   EXPECT_EQ(verdict(), u"地址为空。"_s);
   address(3).setText(u"file:///etc/hostname"_s);
   clickForm(u"cmm_ceshi_3"_s);
+  EXPECT_EQ(verdict(), u"不是可用的网址。"_s);
+  EXPECT_EQ(web.log, QStringList());
+}
+
+TEST_F(SourcesFormTest, ATestForAGameWithoutAPageTellsThatTheAddressIsFine) {
+  const auto expectNoPage = [this] {
+    clickForm(u"cmm_ceshi_0"_s);
+    EXPECT_EQ(verdict(), u"所用彩种在开奖网站没有网页，无法测试。"_s);
+  };
+  constexpr int chongqing = 3;
+  Catalogue(data.store()).selectCaizong(chongqing);
+  expectNoPage();
+  address(0).setText(u"results.test"_s);
+  expectNoPage();
+  data.store().execute("test", "UPDATE 彩票类型 SET 使用 = 0");
+  expectNoPage();
+  address(1).setText(u"{province}.second.test"_s);
+  clickForm(u"cmm_ceshi_1"_s);
+  EXPECT_EQ(verdict(), u"所用彩种在第二网站没有网页，无法测试。"_s);
+  address(0).setText(u"ftp://results.test"_s);
+  clickForm(u"cmm_ceshi_0"_s);
   EXPECT_EQ(verdict(), u"不是可用的网址。"_s);
   EXPECT_EQ(web.log, QStringList());
 }

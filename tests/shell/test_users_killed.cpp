@@ -121,21 +121,10 @@ TEST_F(KilledUsers, WhicheverStepAProcessEndsAtBothUsersFilesAreWhole) {
   int step = 0;
   for (bool done = false; !done; ++step) {
     const int value = before + 1;
-    const pid_t child = ::fork();
-    if (child == 0) {
-      FaultyFiles files;
-      files.failingStep = step;
-      files.kill = true;
+    done = endsBeforeStep(step, [&](FaultyFiles& files) {
       session(files, value);
-      ::_exit(0);
-    }
-    ASSERT_GT(child, 0);
-    int status = 0;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    done = WIFEXITED(status);
-    if (done) {
-      EXPECT_EQ(WEXITSTATUS(status), 0);
-    }
+      return true;
+    });
     inspect(value, "step " + std::to_string(step));
     if (HasFatalFailure())
       return;

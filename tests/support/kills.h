@@ -1,9 +1,37 @@
-// How many processes a test ends by force.
+// Processes that tests end by force: at a step of theirs on the disk, or at any instant, and how many of these.
 #pragma once
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QElapsedTimer>
 
+#include "tests/support/faultyfiles.h"
+
 namespace elevenfive {
+
+/// Does this with files in a process of its own, which ends at that step on the disk, counted from 0, as at a power cut. True
+/// where it came to its end before that step; it has to say true then.
+template <typename Work>
+bool endsBeforeStep(qint64 step, Work&& work) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    FaultyFiles files;
+    files.failingStep = step;
+    files.kill = true;
+    ::_exit(work(files) ? 0 : 1);
+  }
+  int status = 0;
+  if (child < 0 || ::waitpid(child, &status, 0) != child) {
+    ADD_FAILURE() << "no process";
+    return true;
+  }
+  if (!WIFEXITED(status))
+    return false;
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  return true;
+}
 
 /// Wants a test to end processes until enough were ended: for some seconds, or longer where a slow machine has not ended the
 /// fewest of them by then. ELEVENFIVE_KILLS asks for another number, whatever it takes.

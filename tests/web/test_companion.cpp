@@ -3,10 +3,14 @@
 #include <QFile>
 #include <QProcess>
 #include <QTimer>
+#include <algorithm>
 #include <csignal>
+#include <sstream>
+#include <string>
 
 #include "acquire/versionnotice.h"
 #include "tests/cli/cliprocess.h"
+#include "tests/web/processtree.h"
 #include "tests/web/webtest.h"
 
 namespace elevenfive {
@@ -157,6 +161,31 @@ TEST_F(Companion, AMissingPageProcessIsRefused) {
                 u": 读取网页的组件 elevenfive-page 没有找到或无法启动，请重新安装本软件。\n"_s);
 }
 
+TEST_F(Companion, OneThatIsKilledInTheMiddleOfAPageLeavesNoProcessAndItsDataWhole) {
+  ASSERT_EQ(cli.call({u"history"_s, u"add"_s, u"11031500"_s, u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s}).status, 0);
+  const QString drawsBefore = draws();
+  page("/", u"11选5<script>for(;;){}</script>"_s);
+  QProcess process;
+  process.start(QCoreApplication::applicationDirPath() + u"/elevenfive-cli"_s,
+                {u"--folder"_s, cli.folder(), u"--temp"_s, cli.folder(), u"history"_s, u"update"_s});
+  ASSERT_TRUE(process.waitForStarted());
+  QList<qint64> started;
+  runEventsFor(30'000, [&] {
+    started = descendants(process.processId());
+    return !server.requests().empty() && started.size() > 2;
+  });
+  ASSERT_GT(started.size(), 2);
+  process.kill();
+  ASSERT_TRUE(process.waitForFinished());
+  const auto left = [&started] { return std::any_of(started.begin(), started.end(), isAtWork); };
+  runEventsFor(10'000, [&left] { return !left(); });
+  EXPECT_FALSE(left());
+  EXPECT_EQ(draws(), drawsBefore);
+  page("/", tablePage(twoRows));
+  EXPECT_EQ(update().status, 0);
+  EXPECT_EQ(draws(), drawsBefore + u"110315001\t15\n110315002\t16\n"_s);
+}
+
 constexpr const char* refuseSecond =
     "CREATE TRIGGER refuse BEFORE INSERT ON 历史记录 WHEN NEW.期号 = 110315002 BEGIN SELECT RAISE(ABORT, 'refused'); "
     "END";
@@ -173,6 +202,87 @@ TEST_F(Companion, AnInterruptedUpdateSaysSoAndLeavesTheSignalAsItWas) {
   interrupt.start(10);
   expectRefused(u"elevenfive 11选5"_s, u"下载已被中断，已经保存的开奖数据保留不变。"_s);
   EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
+}
+
+/// Standard output of a call, which raises SIGINT as soon as a text stands in it.
+class RaisingOutput final : public std::stringbuf {
+ public:
+  explicit RaisingOutput(const QString& at) : at_(at.toStdString()) {}
+
+ protected:
+  int sync() override {
+    if (!raised_ && str().find(at_) != std::string::npos) {
+      raised_ = true;
+      std::raise(SIGINT);
+    }
+    return 0;
+  }
+
+ private:
+  std::string at_;
+  bool raised_ = false;
+};
+
+class InterruptedCompanion : public Companion {
+ protected:
+  /// Runs a batch that is interrupted when the text is printed, and expects it to end with its first line.
+  void expectInterruptedAt(const QString& text) {
+    RaisingOutput buffer(text);
+    std::ostream out(&buffer);
+    std::istringstream in("history update\nhistory clear\n");
+    std::ostringstream err;
+    const QStringList words{u"--folder"_s, cli.folder(), u"--temp"_s, cli.folder(), u"batch"_s};
+    EXPECT_EQ(runProgram(words, {in, out, err}), 1);
+    EXPECT_TRUE(QString::fromStdString(err.str()).endsWith(interrupted)) << err.str();
+    told = QString::fromStdString(err.str());
+    EXPECT_FALSE(QString::fromStdString(buffer.str()).contains(u"history clear"_s));
+    EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
+  }
+
+  /// So many draws, from 110000010 on.
+  void giveDraws(int count) {
+    QStringList rows;
+    for (int i = 0; i < count; ++i)
+      rows << u"%1 01 02 03 04 05"_s.arg(11000010 + i);
+    page("/", tablePage(rows));
+  }
+
+  QString count() { return cli.rows(u"SELECT COUNT(*) FROM 历史记录"_s).trimmed(); }
+
+  const QString interrupted = u"下载已被中断，已经保存的开奖数据保留不变。\n"_s;
+  QString told;
+};
+
+TEST_F(InterruptedCompanion, BetweenTheLinesOfAPageKeepsTheDrawsBefore) {
+  giveDraws(500);
+  expectInterruptedAt(u"正在下载 110000012 期"_s);
+  EXPECT_EQ(count(), u"3"_s);
+  EXPECT_FALSE(told.contains(u"下载完成"_s));
+}
+
+TEST_F(InterruptedCompanion, WhileItDerivesKeepsTheDrawsAndTellsNoSuccess) {
+  giveDraws(20);
+  expectInterruptedAt(u"正在统计"_s);
+  EXPECT_EQ(count(), u"20"_s);
+  EXPECT_FALSE(told.contains(u"下载完成"_s));
+}
+
+TEST_F(InterruptedCompanion, WhileTheNoticeIsWaitedForEndsTheBatchToo) {
+  giveDraws(2);
+  HttpReply silent;
+  silent.ending = HttpEnding::silent;
+  server.answer("/notice", silent);
+  ASSERT_EQ(cli.call({u"source"_s, u"set"_s, u"版本公告"_s, server.url(u"/notice"_s)}).status, 0);
+  QTimer interrupt;
+  QObject::connect(&interrupt, &QTimer::timeout, [this, &interrupt] {
+    if (!askedOf(server).contains(u"/notice"_s))
+      return;
+    interrupt.stop();
+    std::raise(SIGINT);
+  });
+  interrupt.start(10);
+  expectInterruptedAt(u"no such text"_s);
+  EXPECT_EQ(count(), u"2"_s);
 }
 
 TEST_F(Companion, APageFromAFileNamesTheDrawThatEndsItsDerivation) {
@@ -206,6 +316,15 @@ TEST_F(Companion, ADrawThatTheTableRefusesFailsAPageFromAFileAndKeepsTheOthers) 
   EXPECT_EQ(outcome.out, QString());
   EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 保存开奖记录失败：数值超出允许的范围。\n"_s);
   EXPECT_EQ(draws(), u"110315001\t15\n"_s);
+}
+
+TEST_F(Companion, OfTwoFaultsOfTheTableAPageFromAFileTellsTheFirst) {
+  alter(refuseSecond);
+  alter("CREATE TRIGGER refuseAll BEFORE UPDATE ON 历史记录 BEGIN SELECT RAISE(ABORT, 'refused'); END");
+  const CliProcess::Outcome outcome =
+      pageFromFile(u"11选5\n11031502 01 02 03 04 06 03-15 17:50\n11031501 01 02 03 04 05 03-15 17:40\n"_s);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, u"[critical] elevenfive 11选5: 保存开奖记录失败：数值超出允许的范围。\n"_s);
 }
 
 }  // namespace

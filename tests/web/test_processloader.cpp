@@ -6,6 +6,7 @@
 #include <QStandardPaths>
 #include <QTcpServer>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QTimer>
 #include <QUdpSocket>
 #include <algorithm>
@@ -340,23 +341,27 @@ TEST_F(ProcessLoaderTest, APageThatReloadsItselfOrSubmitsAFormToItselfIsReadAtLa
 /// A page process out of a few shell commands, which find the number of a reading by `number`.
 class ScriptedLoader : public ::testing::Test {
  protected:
-  QString program(const QByteArray& afterLoad) {
+  QString program(const QByteArray& afterLoad) { return script("complete\n" + afterLoad); }
+
+  /// The same without a document of its own accord.
+  QString script(const QByteArray& afterRequest) {
     QFile file(folder.filePath(u"page"_s));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(
         "#!/bin/sh\nnumber() { read -r line; id=${line#*:}; id=${id%%,*}; }\n"
-        "complete() { echo '{\"tell\":\"complete\",\"address\":\"http://a.test/\"}'; }\n"
+        "at() { echo '{\"tell\":\"'$1'\",\"address\":\"'$2'\"}'; }\n"
+        "complete() { at complete http://a.test/; }\n"
         "text() { echo '{\"tell\":\"text\",\"text\":\"'$1'\",\"id\":'$2'}'; }\n"
-        "read -r line\ncomplete\n" +
-        afterLoad + "\nexec cat >/dev/null\n");
+        "read -r line\n" +
+        afterRequest + "\nexec cat >/dev/null\n");
     file.setPermissions(file.permissions() | QFileDevice::ExeOwner);
     return file.fileName();
   }
 
-  bool load(ProcessLoader& loader) {
+  bool load(ProcessLoader& loader, const QString& address = u"http://a.test/"_s) {
     bool done = false;
     loader.documentComplete = [&done](bool) { done = true; };
-    loader.navigate(QUrl(u"http://a.test/"_s));
+    loader.navigate(QUrl(address));
     runEventsFor(10'000, [&done] { return done; });
     loader.documentComplete = {};
     return done;
@@ -424,6 +429,69 @@ TEST_F(ScriptedLoader, AnEmptyDocumentIsWaitedOnUntilAnotherStandsInItsPlace) {
   waited.start();
   EXPECT_EQ(reader.openUrlText(QUrl(u"http://a.test/"_s), true), u"later"_s);
   EXPECT_LT(waited.elapsed(), 4000);
+}
+
+TEST_F(ScriptedLoader, ADocumentThatComesWhileTheOneBeforeItIsReadIsReadInItsTurn) {
+  const QString file =
+      program("number; complete; sleep 0.2; text '' $id; number; text later $id; number; text later $id");
+  OpenUrlText reader([&file] { return std::make_unique<ProcessLoader>(LoaderTimes{}, file); });
+  QElapsedTimer waited;
+  waited.start();
+  EXPECT_EQ(reader.openUrlText(QUrl(u"http://a.test/"_s), true), u"later"_s);
+  EXPECT_LT(waited.elapsed(), 4000);
+}
+
+TEST_F(ScriptedLoader, AReadingDuringAnotherGivesNothingAndLeavesTheAnswerOfTheOther) {
+  ProcessLoader loader({}, program("number; sleep 0.2; text whole $id"));
+  ASSERT_TRUE(load(loader));
+  QString others;
+  QTimer again;  // always due, so also in the turn of the loop that brings the answer
+  QObject::connect(&again, &QTimer::timeout, [&] {
+    QThread::msleep(3);
+    others += loader.bodyText();
+  });
+  again.start(1);
+  EXPECT_EQ(loader.bodyText(), u"whole"_s);
+  again.stop();
+  EXPECT_EQ(others, QString());
+}
+
+TEST_F(ScriptedLoader, ALoadThatWasSentAwayStaysAtThePlaceItWasSentTo) {
+  for (const auto& [asked, sent] : {std::pair("https://a.test/"_ba, "http://a.test/"_ba),
+                                    std::pair("https://a.test/"_ba, "http://www.a.test/"_ba)}) {
+    ProcessLoader loader({}, script("both=$(at away " + sent + "; at complete " + asked + "); echo \"$both\""));
+    ASSERT_TRUE(load(loader, QString::fromLatin1(asked)));
+    EXPECT_EQ(loader.address(), QUrl(QString::fromLatin1(sent)));
+  }
+}
+
+TEST_F(ScriptedLoader, ALoadThatTakesTooLongIsToldOnceLikeADocumentThatCouldNotBeHad) {
+  ProcessLoader loader({200, 20'000}, script(""));
+  int told = 0;
+  loader.documentComplete = [&told](bool) { ++told; };
+  loader.navigate(QUrl(u"http://a.test/"_s));
+  EXPECT_TRUE(loader.busy());
+  runEventsFor(1500, [] { return false; });
+  EXPECT_EQ(told, 1);
+  EXPECT_FALSE(loader.busy());
+}
+
+TEST_F(ScriptedLoader, ALoadThatTakesTooLongEndsAReadingThatWaits) {
+  ProcessLoader loader({400, 20'000}, script(""));
+  loader.navigate(QUrl(u"http://a.test/"_s));
+  runEventsFor(100, [] { return false; });
+  ASSERT_GT(loader.processId(), 0);
+  ASSERT_TRUE(loader.busy());
+  expectNoText(loader, 5000);
+}
+
+TEST_F(ScriptedLoader, AnEmptyTextIsAnAnswer) {
+  ProcessLoader loader({180'000, 1500}, program("number; text '' $id"));
+  ASSERT_TRUE(load(loader));
+  const QString answered = loader.bodyText();
+  EXPECT_TRUE(answered.isEmpty());
+  EXPECT_FALSE(answered.isNull());
+  EXPECT_TRUE(loader.bodyText().isNull());
 }
 
 TEST_F(ScriptedLoader, WhatComesOfAStoppedLoadIsNotTold) {
