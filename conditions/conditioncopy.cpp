@@ -8,6 +8,7 @@
 
 #include "model/defaultrows.h"
 #include "model/errors.h"
+#include "model/readinglimit.h"
 #include "model/schema.h"
 #include "model/store.h"
 
@@ -204,6 +205,7 @@ void raiseOwnDamage(const DamagedData& damage) {
 }
 
 void copyConditionSet(Store& source, Store& target) {
+  const ReadingLimit limit(source.database(), mostConditionSteps);
   StoreTransaction transaction(target, OnFault::keep);
   for (const TableCopy& copy : setTables())
     copyTable(source, target, copy);
