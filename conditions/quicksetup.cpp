@@ -65,9 +65,9 @@ void QuickSetup::setValueRange(int value, int firstId, int lastId) {
 }
 
 std::optional<int> QuickSetup::clickUse(Row& row, bool checked) {
-  row.used = checked;
   if (!setQuickUse(row.code, checked ? 1 : 0))
     return std::nullopt;
+  row.used = checked;
   return row.tab;
 }
 

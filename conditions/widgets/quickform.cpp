@@ -202,7 +202,7 @@ void QuickForm::showPage(int page) {
 void QuickForm::clickUse(std::size_t row, bool checked) {
   std::optional<int> tab;
   QuickSetup::Row& fact = rows_[row];
-  changeStored(
+  changeAndShow(  // a code may have no row
       boxes_, [&] { tab = quick_.clickUse(fact, checked); },
       [&] {
         fact.used = quick_.getQuickUse(fact.code) > 0;
