@@ -111,6 +111,8 @@ class ConditionPanel final {
 
   Store& gConn_;
   RunState* run_;
+  std::vector<int>
+      valueFlags;  ///< the block of the list that is read now: each row's value by its offset, 0 where it has none
 };
 
 }  // namespace elevenfive
