@@ -8,6 +8,7 @@
 
 #include "model/defaultrows.h"
 #include "model/errors.h"
+#include "model/readinglimit.h"
 #include "model/schema.h"
 #include "model/store.h"
 
@@ -136,8 +137,7 @@ std::vector<qint64> targetRows(Store& target, const TableCopy& copy) {
   return rows;
 }
 
-/// How many rows it was.
-std::size_t copyTable(Store& source, Store& target, const TableCopy& copy) {
+void copyTable(Store& source, Store& target, const TableCopy& copy) {
   const QStringList columns = sourceColumns(source, copy);
   const std::vector<qint64> rows = targetRows(target, copy);
   // The first row over the target's count is enough to know that the file does not fit.
@@ -166,17 +166,26 @@ std::size_t copyTable(Store& source, Store& target, const TableCopy& copy) {
     write.bindValue(++index, rows[row++]);
     write.run();
   }
-  return row;
 }
 
 DamagedData wrongCount(const QString& table) {
   return DamagedData(u"数据表 %1 的行数不符"_s.arg(table));
 }
 
+void demandRows(Store& store, const QString& table, std::size_t rows) {
+  const int present = store.value("核对过滤条件", "SELECT COUNT(*) FROM " + quoted(table)).value_or(0);
+  if (static_cast<std::size_t>(present) != rows)
+    throw wrongCount(table);
+}
+
 /// Values are copied row by row, so a factory table that has lost one would give each value behind it to another row.
 void copyFactoryTable(Store& store, const TableCopy& copy, std::size_t rows) {
-  if (copyTable(store, store, copy) != rows)
-    raiseOwnDamage(wrongCount(copy.source));
+  try {
+    demandRows(store, copy.source, rows);
+  } catch (const DamagedData& damage) {
+    raiseOwnDamage(damage);
+  }
+  copyTable(store, store, copy);
 }
 
 }  // namespace
@@ -184,11 +193,8 @@ void copyFactoryTable(Store& store, const TableCopy& copy, std::size_t rows) {
 void demandAllRows(Store& store) {
   const std::size_t counts[] = {conditionIds().size(), conditionCodes().size(), std::size_t{numberCount},
                                 historyFilterRows};
-  for (std::size_t place = 0; const TableCopy& copy : setTables()) {
-    const int rows = store.value("核对过滤条件", "SELECT COUNT(*) FROM " + quoted(copy.source)).value_or(0);
-    if (static_cast<std::size_t>(rows) != counts[place++])
-      throw wrongCount(copy.source);
-  }
+  for (std::size_t place = 0; const TableCopy& copy : setTables())
+    demandRows(store, copy.source, counts[place++]);
 }
 
 void demandOwnRows(Store& gConn) {
@@ -204,6 +210,7 @@ void raiseOwnDamage(const DamagedData& damage) {
 }
 
 void copyConditionSet(Store& source, Store& target) {
+  const ReadingLimit limit(source.database(), mostConditionSteps);
   StoreTransaction transaction(target, OnFault::keep);
   for (const TableCopy& copy : setTables())
     copyTable(source, target, copy);

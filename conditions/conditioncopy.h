@@ -27,7 +27,7 @@ void demandOwnRows(Store& gConn);
 void copyConditionSet(Store& source, Store& target);
 
 /// Copies the factory values of the main database into 过滤条件 and 过滤条件使用情况. Throws StoreError with nothing changed where
-/// one of these tables, or another of a set, has lost rows.
+/// one of these tables, or another of a set, has more or fewer rows than a fresh one.
 void copyFactoryConditions(Store& store);
 
 }  // namespace elevenfive

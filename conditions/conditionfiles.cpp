@@ -26,11 +26,6 @@ bool isFile(const QString& path) {
   return QFileInfo(path).isFile();
 }
 
-/// The program's own files are no condition sets, whatever a dialog answers.
-void demandForeign(const QString& path, const DataFolders& folders) {
-  demandForeignFile(path, folders);
-}
-
 /// A condition-set file has some forty thousand bytes; anything far above holds something else.
 constexpr qint64 largestFile = qint64{4} * 1024 * 1024;
 
@@ -65,6 +60,13 @@ class FileCopy final {
   }
 };
 
+/// Throws StoreError where nothing can be written now: the disk is full, the working database was taken away.
+void demandWritable(Store& gConn) {
+  StoreTransaction transaction(gConn);
+  gConn.execute("写入过滤条件", "UPDATE 过滤条件 SET VALUE = 1 - VALUE");  // what changes nothing would write nothing
+  gConn.execute("撤销写入", "ROLLBACK");
+}
+
 QString defaultFileName(const QDate& today) {
   return u"条件设置"_s + twoDigits(today.month()) + twoDigits(today.day()) + u'.' + conditionFileExtension.toString();
 }
@@ -83,7 +85,7 @@ bool ConditionFiles::exportConditions(const QDate& today) {
                                              conditionFileLabel.toString(), defaultFileName(today));
   if (path.isEmpty())
     return false;
-  demandForeign(path, folders);
+  demandForeignFile(path, folders);  // its own files are no condition sets, whatever the dialog answers
   const bool replaced = isFile(path);
   if (replaced && !boxes_.ask(u"要覆盖这个文件吗？"_s))
     return false;
@@ -99,7 +101,8 @@ bool ConditionFiles::importConditions() {
                                              conditionFileLabel.toString(), QString());
   if (path.isEmpty() || !isFile(path))
     return false;
-  demandOwnRows(gConn_);  // a fault of the tables here is none of the file
+  demandOwnRows(gConn_);  // what is wrong on this side is no fault of the file
+  demandWritable(gConn_);
   try {
     if (QFileInfo(path).size() > largestFile)
       throw DamagedData(u"文件太大"_s);

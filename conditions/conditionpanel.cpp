@@ -42,12 +42,12 @@ std::vector<int> groupCodes() {
 }  // namespace
 
 ConditionPanel::ListState ConditionPanel::listState(const ValueList& list) {
+  valueFlags.assign(slot(list.lastId - list.base + 1), 0);
+  for (const BlockRow& row : blockRows(gConn_, list.base, list.lastId))
+    valueFlags[slot(row.offset)] = row.value;
   ListState state{list.itemTexts(), std::vector<bool>(slot(list.itemCount()))};
-  for (const int offset : allowedOffsets(gConn_, list.base, list.lastId)) {
-    const int item = list.base + offset - list.itemId(0);
-    if (item >= 0 && item < list.itemCount())
-      state.selected[slot(item)] = true;
-  }
+  for (int item = 0; item < list.itemCount(); ++item)
+    state.selected[slot(item)] = valueFlags.at(slot(list.itemId(item) - list.base)) > 0;
   return state;
 }
 

@@ -35,7 +35,7 @@ class ConditionPanel final {
   };
 
   /// One check box of a tab: the code that it switches, its caption, its state. Only the boxes of the position lists are ever
-  /// disabled: while their list has no number.
+  /// disabled: while they are off and their list has no number.
   struct SwitchState {
     int code = 0;
     QString caption;
@@ -111,6 +111,8 @@ class ConditionPanel final {
 
   Store& gConn_;
   RunState* run_;
+  std::vector<int>
+      valueFlags;  ///< the block of the list that is read now: each row's value by its offset, 0 where it has none
 };
 
 }  // namespace elevenfive

@@ -227,10 +227,6 @@ void CustomGroups::openGroup(int k) {
     closedGroup_ = 0;
 }
 
-QString CustomGroups::zdyCountsText(int k) {
-  return elevenfive::zdyCountsText(gConn_, k, panel_.run());
-}
-
 QStringList CustomGroups::fillZdyList() {
   return zdyLines(gConn_, panel_.run());
 }

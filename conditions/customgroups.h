@@ -81,8 +81,6 @@ class CustomGroups final {
   void setZdyAlias(int k, const QString& text);
 
   GroupState showZdyGroup(int k);
-  QString zdyMembersText(int k) { return elevenfive::zdyMembersText(gConn_, k); }
-  QString zdyCountsText(int k);
   QStringList fillZdyList();
   void clearZdyGroup(int k);
 

@@ -11,13 +11,6 @@ namespace elevenfive {
 
 using namespace Qt::StringLiterals;
 
-const QStringView quickHelpText =
-    u"怎样填写取值范围：\r\n\r\n"
-    u"1. 允许 20 到 60，但不要 40 和 45：[20-39],[41-44],[46-60]\r\n"
-    u"2. 只允许一个值 8：[8]\r\n"
-    u"3. 允许 1 到 5，两种写法相同：[1],[2],[3],[4],[5] 或者 [1-5]\r\n"
-    u"4. 允许 20 到 60：[20-60]";
-
 namespace {
 
 constexpr int shortestRangeText = 3;  // "[5]"
@@ -40,7 +33,7 @@ std::vector<QuickSetup::Row> QuickSetup::rows() {
   }
   for (Row& row : rows) {
     row.used = getQuickUse(row.code) > 0;
-    row.text = rangeText(gConn_, row.first, row.last);
+    row.text = quickRangeText(row.number);
     row.tip = row.name + u"，直接在文本框里修改然后提交就可以了。"_s;
   }
   return rows;
@@ -65,9 +58,9 @@ void QuickSetup::setValueRange(int value, int firstId, int lastId) {
 }
 
 std::optional<int> QuickSetup::clickUse(Row& row, bool checked) {
-  row.used = checked;
   if (!setQuickUse(row.code, checked ? 1 : 0))
     return std::nullopt;
+  row.used = checked;
   return row.tab;
 }
 

@@ -19,9 +19,6 @@ class Store;
 /// Colour of cmm_submit while there is something to submit, in the order 0xBBGGRR.
 inline constexpr unsigned quickChangedColor = 33023;
 
-/// What cmmHow ("怎样设置？") shows.
-extern const QStringView quickHelpText;
-
 class QuickSetup final {
  public:
   QuickSetup(Store& gConn, Boxes& boxes) : gConn_(gConn), boxes_(boxes) {}

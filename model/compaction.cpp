@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "model/errors.h"
+#include "model/readinglimit.h"
 #include "model/store.h"
 
 namespace elevenfive {
@@ -67,8 +68,8 @@ QString compactDb(const QString& path, bool takeBackup, const DataFolders& folde
 }
 
 /// Faults that say nothing about what a file holds: another program has it, the disk or the memory fails.
-constexpr int passingCodes[] = {SQLITE_BUSY,     SQLITE_LOCKED, SQLITE_CANTOPEN, SQLITE_IOERR,     SQLITE_NOMEM,
-                                SQLITE_READONLY, SQLITE_PERM,   SQLITE_FULL,     SQLITE_INTERRUPT, SQLITE_PROTOCOL};
+constexpr int passingCodes[] = {SQLITE_BUSY,     SQLITE_LOCKED, SQLITE_CANTOPEN, SQLITE_IOERR,   SQLITE_NOMEM,
+                                SQLITE_READONLY, SQLITE_PERM,   SQLITE_FULL,     SQLITE_PROTOCOL};
 
 bool isPassing(int code) {
   return std::find(std::begin(passingCodes), std::end(passingCodes), code) != std::end(passingCodes);
@@ -77,7 +78,9 @@ bool isPassing(int code) {
 /// Whether a file that could not be opened is to blame for it itself. It is not where it can be opened by now.
 bool isPassingOpening(const QString& path) {
   try {
-    SQLite::Database(path.toStdString(), SQLite::OPEN_READONLY).execAndGet("SELECT COUNT(*) FROM sqlite_master");
+    SQLite::Database database(path.toStdString(), SQLite::OPEN_READONLY);
+    const ReadingLimit limit(database, mostOpeningSteps);
+    database.execAndGet("SELECT COUNT(*) FROM sqlite_master");
     return true;
   } catch (const SQLite::Exception& fault) {
     return isPassing(fault.getErrorCode());

@@ -8,6 +8,7 @@
 #include <exception>
 
 #include "model/errors.h"
+#include "model/readinglimit.h"
 
 namespace elevenfive {
 
@@ -59,6 +60,8 @@ QString reasonOf(const SQLite::Exception& fault) {
     case SQLITE_NOTADB:
       return u"文件不是有效的数据库"_s;
     case SQLITE_CORRUPT:
+    case SQLITE_INTERRUPT:  // only a ReadingLimit ends statements
+    case SQLITE_TOOBIG:     // likewise: what this program stores is short
       return u"数据库已损坏"_s;
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
@@ -207,6 +210,7 @@ Store::Store(const QString& path, StoreAccess access) : path_(path) {
   try {
     database_ =
         std::make_unique<SQLite::Database>(path.toStdString(), openFlags(access) | SQLite::OPEN_NOMUTEX, busyTimeout);
+    const ReadingLimit limit(*database_, mostOpeningSteps);
     // Without the right to write, SQLite opens a file for reading only and says so at the first write.
     if (access != StoreAccess::readOnly && sqlite3_db_readonly(database_->getHandle(), "main") == 1)
       refuse(u"数据文件是只读的"_s);

@@ -15,6 +15,7 @@
 #include <array>
 
 #include "conditions/conditionmap.h"
+#include "conditions/widgets/changestored.h"
 #include "conditions/widgets/grouppage.h"
 #include "conditions/widgets/paritypage.h"
 #include "conditions/widgets/pickpage.h"
@@ -160,7 +161,7 @@ void ConditionView::buildPages(Inputs& inputs) {
   for (const ValuePageFacts& facts : valuePages) {
     auto* page = new ValuePage(gConn_, panel_, boxes_, facts, pages_);
     page->setObjectName(u"pic_subTiaojian_%1"_s.arg(index++));
-    connect(page, &ValuePage::tabChanged, this, &ConditionView::markTab);
+    connect(page, &ValuePage::tabChanged, this, &ConditionView::tabClicked);
     pages_->addWidget(page);
     for (int tab = facts.firstTab; tab <= facts.lastTab; ++tab)
       pageOfTab_[static_cast<std::size_t>(tab)] = page;
@@ -175,12 +176,12 @@ void ConditionView::buildPages(Inputs& inputs) {
   addPage(matchTab, matchPage_ = new MatchPage(panel_, boxes_, pages_));
   addPage(reductionTab, reductionPage_ = new ReductionPage(panel_, boxes_, pages_));
   addPage(summaryTab, summaryPage_ = new SummaryPage(gConn_, panel_, boxes_, pages_));
-  connect(groupPage_, &GroupPage::tabChanged, this, &ConditionView::markTab);
-  connect(matchPage_, &MatchPage::tabChanged, this, &ConditionView::markTab);
-  connect(reductionPage_, &ReductionPage::tabChanged, this, &ConditionView::markTab);
+  connect(groupPage_, &GroupPage::tabChanged, this, &ConditionView::tabClicked);
+  connect(matchPage_, &MatchPage::tabChanged, this, &ConditionView::tabClicked);
+  connect(reductionPage_, &ReductionPage::tabChanged, this, &ConditionView::tabClicked);
   parityPage_ = new ParityPage(gConn_, panel_, boxes_, pages_);
   pages_->addWidget(parityPage_);
-  connect(parityPage_, &ParityPage::changed, this, &ConditionView::markParity);
+  connect(parityPage_, &ParityPage::changed, this, [this] { withoutBox([this] { markParity(); }); });
 }
 
 void ConditionView::addZoneTips(ValuePage& page) {
@@ -276,22 +277,27 @@ void ConditionView::reload() {
   showTab(currentTab());
   if (pages_->currentWidget() == parityPage_)
     parityPage_->open();
-  for (int tab = 1; tab <= lastConditionTab; ++tab)
-    markTab(tab);
-  markParity();
+  withFaultBox(boxes_, [this] {  // one for all: what ails one mark mostly ails the others too
+    for (int tab = firstConditionTab; tab <= lastConditionTab; ++tab)
+      markTab(tab);
+    markParity();
+  });
+}
+
+/// The page has told what went wrong with the click.
+void ConditionView::tabClicked(int tab) {
+  withoutBox([&] { markTab(tab); });
 }
 
 void ConditionView::markTab(int tab) {
-  bool inUse = false;
-  withFaultBox(boxes_, [&] { inUse = tab > 1 && panel_.tabInUse(tab); });
+  const bool inUse = tab > 1 && panel_.tabInUse(tab);
   tabs_->item(tab - 1)->setIcon(markIcon(inUse, *this));
   tabs_->item(tab - 1)->setToolTip(inUse ? u"使用中"_s : QString());
   tabs_->item(tab - 1)->setData(Qt::AccessibleTextRole, tabCaption(tab) + (inUse ? u" 使用中"_s : QString()));
 }
 
 void ConditionView::markParity() {
-  bool inUse = false;
-  withFaultBox(boxes_, [&] { inUse = parityPage_->inUse(); });
+  const bool inUse = parityPage_->inUse();
   parity_->setIcon(markIcon(inUse, *this));
   parity_->setToolTip(inUse ? u"使用中"_s : QString());
   parity_->setAccessibleName(parity_->text() + (inUse ? u" 使用中"_s : QString()));

@@ -71,6 +71,7 @@ class ConditionView final : public QWidget {
   void addPage(int tab, QWidget* page);
   void selectionChanged();
   void showTab(int tab);
+  void tabClicked(int tab);
   void markTab(int tab);
   void markParity();
   void addZoneTips(ValuePage& page);

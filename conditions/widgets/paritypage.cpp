@@ -51,7 +51,7 @@ void ParityPage::buildRow(int row, QGridLayout& grid) {
   grid.addWidget(checks_[r], row + 1, 0);
   connect(checks_[r], &QCheckBox::toggled, this, [this, row](bool checked) {
     if (!panel_.loadingPanel)
-      changeStored(
+      changeAndShow(
           boxes_, [&] { parity_.clickRow(row, checked); }, [this] { showStored(); });
     Q_EMIT changed();
   });

@@ -28,6 +28,14 @@ constexpr std::size_t firstPageRows = 10;
 
 constexpr int actionColumns = 2;
 
+/// What cmmHow shows.
+constexpr QStringView quickHelpText =
+    u"怎样填写取值范围：\r\n\r\n"
+    u"1. 允许 20 到 60，但不要 40 和 45：[20-39],[41-44],[46-60]\r\n"
+    u"2. 只允许一个值 8：[8]\r\n"
+    u"3. 允许 1 到 5，两种写法相同：[1],[2],[3],[4],[5] 或者 [1-5]\r\n"
+    u"4. 允许 20 到 60：[20-60]";
+
 /// Whether a focus came by the keyboard.
 bool byKeyboard(Qt::FocusReason reason) {
   return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
@@ -148,8 +156,12 @@ QWidget* QuickForm::buildButtons() {
   row->addStretch();
   row->addWidget(how);
   row->addWidget(submit_);
-  connect(how, &QPushButton::clicked, this, [this] {
-    boxes_.plain(quickHelpText.toString());
+  auto* help = new QLabel(quickHelpText.toString(), this);
+  help->setObjectName(u"Text_juli"_s);
+  help->setTextFormat(Qt::PlainText);
+  help->hide();  // it keeps the text that the button shows
+  connect(how, &QPushButton::clicked, this, [this, help] {
+    boxes_.plain(help->text());
     activateWindow();
   });
   connect(submit_, &QPushButton::clicked, this, &QuickForm::submit);
@@ -202,7 +214,7 @@ void QuickForm::showPage(int page) {
 void QuickForm::clickUse(std::size_t row, bool checked) {
   std::optional<int> tab;
   QuickSetup::Row& fact = rows_[row];
-  changeStored(
+  changeAndShow(  // a code may have no row
       boxes_, [&] { tab = quick_.clickUse(fact, checked); },
       [&] {
         fact.used = quick_.getQuickUse(fact.code) > 0;

@@ -63,7 +63,7 @@ PositionTolerance::PositionTolerance(ConditionPanel& panel, Boxes& boxes, QWidge
   }
   row->addStretch();
   connect(options_, &QButtonGroup::idClicked, this, [this](int id) {
-    changeStored(
+    changeAndShow(
         boxes_, [&] { panel_.setPositionTolerance(id); }, [this] { showStored(); });
   });
 }
@@ -99,7 +99,7 @@ MatchPage::MatchPage(ConditionPanel& panel, Boxes& boxes, QWidget* parent)
   connect(use_, &QCheckBox::toggled, this, [this](bool checked) {
     if (panel_.loadingPanel)
       return;
-    changeStored(
+    changeAndShow(
         boxes_, [&] { panel_.setMatchUsed(checked); }, [this] { showStored(); });
     Q_EMIT tabChanged(matchTab);
   });
@@ -115,7 +115,7 @@ QComboBox* MatchPage::box(const QString& name, const QString& accessibleName, in
     made->addItem(QString::number(value), value);
   connect(made, &QComboBox::currentIndexChanged, this, [this, field](int index) {
     if (!panel_.loadingPanel && index >= 0)
-      changeStored(
+      changeAndShow(
           boxes_, [&] { panel_.setMatchField(field, index + 1); }, [this] { showStored(); });
   });
   return made;
@@ -155,14 +155,14 @@ ReductionPage::ReductionPage(ConditionPanel& panel, Boxes& boxes, QWidget* paren
   card->addSpacing(fontMetrics().height() / 2);
   card->addWidget(optimise_);
   connect(types_, &QButtonGroup::idClicked, this, [this](int id) {
-    changeStored(
+    changeAndShow(
         boxes_, [&] { panel_.setReductionType(id); }, [this] { showStored(); });
     Q_EMIT tabChanged(reductionTab);
   });
   connect(optimise_, &QCheckBox::toggled, this, [this](bool checked) {
     if (panel_.loadingPanel)
       return;
-    changeStored(
+    changeAndShow(
         boxes_, [&] { panel_.clickSwitch(optimiseCode_, checked); }, [this] { showStored(); });
     Q_EMIT tabChanged(reductionTab);
   });

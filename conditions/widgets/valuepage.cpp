@@ -83,7 +83,7 @@ QWidget* ValuePage::buildGroup(int index) {
     if (panel_.loadingPanel)
       return;
     const QString tag = groups_[static_cast<std::size_t>(index)].check->property(tagProperty).toString();
-    changeStored(
+    changeAndShow(
         boxes_, [&] { panel_.clickTaggedSwitch(tag, checked); }, [this] { showStored(); });
     Q_EMIT tabChanged(tab_);
   });
@@ -132,7 +132,7 @@ void ValuePage::loadSwitches() {
 
 /// Brings the controls of the open tab back to what is stored. The items, and with them the place in a list, stay.
 void ValuePage::showStored() {
-  const auto lists = panel_.fillValueList(tab_);
+  const auto lists = panel_.valueLists(tab_);
   for (std::size_t i = 0; i < groups_.size() && i < lists.size(); ++i)
     groups_[i].chips->showSelection(lists[i].selected);
   loadSwitches();
@@ -147,13 +147,8 @@ void ValuePage::refreshTip(const QString& tip) {
 void ValuePage::selectionEdited(int list) {
   if (panel_.loadingPanel)
     return;
-  changeStored(
-      boxes_,
-      [&] {
-        panel_.selectItems(tab_, list, groups_[static_cast<std::size_t>(list)].chips->selection());
-        loadSwitches();
-        refreshTip(tip_ != nullptr ? tip_->toPlainText() : QString());
-      },
+  changeAndShow(
+      boxes_, [&] { panel_.selectItems(tab_, list, groups_[static_cast<std::size_t>(list)].chips->selection()); },
       [this] { showStored(); });
   Q_EMIT tabChanged(tab_);
 }

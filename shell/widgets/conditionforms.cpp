@@ -45,8 +45,8 @@ ConditionForms::ConditionForms(Store& gConn, const QString& templatePath, Condit
 }
 
 void ConditionForms::showConditionTab(int tab) {
+  conditions_.selectTab(tab);  // first: the page reads again what it shows, and the panel paicu writes as it opens
   window_.selectTopTab(conditionsTopTab);
-  conditions_.selectTab(tab);
 }
 
 void ConditionForms::exportConditions() {

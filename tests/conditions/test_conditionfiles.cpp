@@ -7,6 +7,7 @@
 
 #include "model/errors.h"
 #include "tests/conditions/conditionfilesfixture.h"
+#include "tests/support/diskfaults.h"
 #include "tests/support/faultof.h"
 
 namespace elevenfive {
@@ -246,6 +247,31 @@ TEST_F(Files, AFactoryTableThatLostARowRestoresNothing) {
   EXPECT_EQ(faultOf<StoreError>([&] { files.restoreDefaults(); }),
             u"数据库中的过滤条件有错误（数据表 默认过滤条件使用情况 的行数不符），请恢复备份。"_s);
   run("DELETE FROM 默认过滤条件 WHERE ID = 5");
+  EXPECT_EQ(faultOf<StoreError>([&] { files.restoreDefaults(); }),
+            u"数据库中的过滤条件有错误（数据表 默认过滤条件 的行数不符），请恢复备份。"_s);
+  EXPECT_EQ(set(), before);
+  EXPECT_EQ(ports.boxTexts(), QStringList());
+}
+
+TEST_F(Files, AStoreThatTakesNoChangesIsNotToldAsAFaultOfTheFile) {
+  exportSet();
+  changeEverything();
+  const QStringList before = set();
+  {
+    const FilesNoLargerThan nothing(100);
+    EXPECT_THROW(files.importConditions(), StoreError);
+  }
+  EXPECT_EQ(set(), before);
+  ASSERT_TRUE(QDir(workspace.folders.temporary).removeRecursively());
+  EXPECT_EQ(faultOf<StoreError>([&] { files.importConditions(); }),
+            u"写入过滤条件失败：数据文件在运行中被删除或移动，请退出程序，以前的改动会保存。"_s);
+  EXPECT_EQ(ports.boxTexts(), QStringList());
+}
+
+TEST_F(Files, AFactoryTableWithARowMoreRestoresNothingEither) {
+  changeEverything();
+  const QStringList before = set();
+  run("INSERT INTO 默认过滤条件 (ID, VALUE) VALUES (9998, 1)");
   EXPECT_EQ(faultOf<StoreError>([&] { files.restoreDefaults(); }),
             u"数据库中的过滤条件有错误（数据表 默认过滤条件 的行数不符），请恢复备份。"_s);
   EXPECT_EQ(set(), before);

@@ -7,6 +7,7 @@
 
 #include "model/store.h"
 #include "tests/conditions/conditionfilesfixture.h"
+#include "tests/support/sharedpages.h"
 #include "tests/support/slowness.h"
 
 namespace elevenfive {
@@ -256,6 +257,24 @@ TEST_F(ForeignFiles, ManyMoreRowsThanPlacesAreRefusedWithoutReadingThemAll) {
   expectFormatError();
   EXPECT_LT(timer.elapsed(), 2000 * slowness);
   EXPECT_EQ(workspace.rows("SELECT COUNT(*), MIN(VALUE), MAX(VALUE) FROM 过滤条件"), QStringList{u"1280 1 1"_s});
+}
+
+TEST_F(ForeignFiles, ATableWithoutAnEndIsRefusedAtOnce) {
+  const QString honest = folder.filePath(u"honest"_s);
+  makeSmallPages(honest, "CREATE TABLE 过滤条件 (ID INTEGER, VALUE INTEGER); INSERT INTO 过滤条件 VALUES (1, 7);");
+  for (const int root : {1, 2}) {  // the schema's and the table's
+    QFile file(question.path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(withSharedPages(bytesOf(honest), root));
+    file.close();
+    const QStringList before = set();
+    ports.boxes.clear();
+    QElapsedTimer timer;
+    timer.start();
+    expectFormatError();
+    EXPECT_LT(timer.elapsed(), 1000 * slowness);
+    EXPECT_EQ(set(), before);
+  }
 }
 
 TEST_F(ForeignFiles, FileCutAtAnyPlaceIsRefusedOrReadWhole) {

@@ -244,9 +244,9 @@ TEST_F(Groups, GroupWithMembersButWithoutCountsSaysSo) {
 
 TEST_F(Groups, EmptyGroupInUseHasNoNumbers) {
   groups.clickCount(1, 1, true);
-  EXPECT_EQ(groups.zdyMembersText(1), u"（ 无 号 码 ）"_s);
+  EXPECT_EQ(zdyMembersText(workspace.store(), 1), u"（ 无 号 码 ）"_s);
   EXPECT_EQ(line(1), u"自定义组1 ——（ 无 号 码 ）"_s);
-  EXPECT_EQ(groups.zdyCountsText(1), u" 允许开出个数（１个）"_s);
+  EXPECT_EQ(zdyCountsText(workspace.store(), 1), u" 允许开出个数（１个）"_s);
 }
 
 TEST_F(Groups, GroupInUseThatACommonGroupEmptiesHasNoNumbers) {

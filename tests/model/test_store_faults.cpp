@@ -3,14 +3,18 @@
 #include <sys/stat.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <string>
 
+#include "model/compaction.h"
 #include "model/errors.h"
 #include "model/schema.h"
 #include "model/store.h"
 #include "tests/support/diskfaults.h"
+#include "tests/support/sharedpages.h"
+#include "tests/support/slowness.h"
 #include "tests/support/testworkspace.h"
 
 namespace elevenfive {
@@ -99,6 +103,41 @@ TEST_F(StoreFiles, ADatabaseThatIsCutOffIsDamaged) {
   const QByteArray whole = bytesOf(createTemplate(u"整.dat"_s));
   const QString file = write(u"断.dat"_s, whole.first(whole.size() / 2));
   EXPECT_EQ(openingFault(file), sentence(u"数据库已损坏"_s, file));
+}
+
+TEST_F(StoreFiles, ASchemaWithoutAnEndIsDamaged) {
+  // The second row of a schema costs most where it is long and its statement breaks off at its end.
+  const std::string longRow =
+      "CREATE TABLE a(b); PRAGMA writable_schema = ON; UPDATE sqlite_master SET sql = 'CREATE TABLE a(b CHECK(b IN (' "
+      "|| "
+      "replace(hex(zeroblob(7000)), '00', '1,') || '1))!'";
+  for (const std::string& script : {std::string("CREATE TABLE a(b)"), longRow}) {
+    QFile::remove(path(u"小.dat"_s));
+    makeSmallPages(path(u"小.dat"_s), script);
+    const QString file = write(u"无尽.dat"_s, withSharedPages(bytesOf(path(u"小.dat"_s)), 1));
+    for (const StoreAccess access : {StoreAccess::readOnly, StoreAccess::readWrite}) {
+      QElapsedTimer timer;
+      timer.start();
+      EXPECT_EQ(openingFault(file, access), sentence(u"数据库已损坏"_s, file));
+      EXPECT_LT(timer.elapsed(), 5000 * slowness);
+    }
+    EXPECT_THROW(checkDatabase(file, StoreKind::main), DamagedData);
+  }
+}
+
+TEST_F(StoreFiles, ATableWithoutAnEndIsDamaged) {
+  const QString honest = path(u"小.dat"_s);
+  {
+    Store store(honest, StoreAccess::create);
+    store.executeScript("test", smallestPages);
+    createSchema(store, StoreKind::conditionTemplate);
+    store.executeScript("test", "DELETE FROM 过滤条件");
+  }
+  const int root =
+      *Store(honest, StoreAccess::readOnly).value("test", "SELECT rootpage FROM sqlite_master WHERE name = '过滤条件'");
+  const QString file = write(u"无尽.dat"_s, withSharedPages(bytesOf(honest), root));
+  EXPECT_NO_THROW(checkDatabase(honest, StoreKind::conditionTemplate));
+  EXPECT_THROW(checkDatabase(file, StoreKind::conditionTemplate), DamagedData);
 }
 
 TEST_F(StoreFiles, AnEmptyFileOpensButLacksEveryTable) {

@@ -83,6 +83,28 @@ TEST_F(ConditionMenusTest, WhatWasExportedComesBackWithTheNumberButtons) {
   EXPECT_EQ(the<PickButton>(u"cmm_C7_4"_s).backColor(), 49152U);
 }
 
+TEST_F(ConditionMenusTest, ASetThatComesWhileTheParityPanelShowsStaysAsItCame) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  data.store().execute("test", "UPDATE 历史数据过滤 SET 使用状态 = 1, 最小值 = 5, 匹配值 = 4");  // as restored
+  const QString path = data.folders.program + u"/mine.Vorex"_s;
+  files.paths = {path, path};
+  open();
+  triggerMenu(u"huanyuan"_s);
+  triggerMenu(u"daocu"_s);
+  const QStringList saved = conditionSet();
+  triggerMenu(u"paicu"_s);
+  ASSERT_NE(conditionSet(), saved);  // the newest draw stands in its first row
+  triggerMenu(u"daoru"_s);
+  EXPECT_EQ(ports.log.last(), u"plain [] 导入完成！"_s);
+  EXPECT_EQ(conditionSet(), saved);
+  expectPickingPage();
+  triggerMenu(u"paicu"_s);
+  ASSERT_NE(conditionSet(), saved);
+  triggerMenu(u"huanyuan"_s);
+  EXPECT_EQ(conditionSet(), saved);
+  expectPickingPage();
+}
+
 TEST_F(ConditionMenusTest, AnExistingFileIsAskedAbout) {
   const QString path = data.folders.program + u"/mine.Vorex"_s;
   QFile file(path);

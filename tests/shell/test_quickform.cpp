@@ -238,6 +238,8 @@ TEST_F(QuickFormTest, TheHelpShowsItsFourExamples) {
   openForm();
   click(the<QPushButton>(u"cmmHow"_s));
   ASSERT_EQ(ports.boxes.size(), 1U);
+  EXPECT_EQ(the<QLabel>(u"Text_juli"_s).text(), ports.boxes[0].text);
+  EXPECT_FALSE(the<QLabel>(u"Text_juli"_s).isVisible());
   for (const QString& part :
        {u"[20-39],[41-44],[46-60]"_s, u"[8]"_s, u"[1],[2],[3],[4],[5]"_s, u"[1-5]"_s, u"[20-60]"_s})
     EXPECT_TRUE(ports.boxes[0].text.contains(part)) << part.toStdString();

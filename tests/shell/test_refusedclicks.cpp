@@ -1,4 +1,5 @@
-// Clicks on the condition pages whose change the store refuses: one box tells it, and every control shows what is stored.
+// Clicks on the condition pages whose change the store refuses or has no row for: one box tells a refusal, none a missing row,
+// and every control shows what is stored.
 #include <QCheckBox>
 #include <QComboBox>
 #include <QListWidget>
@@ -147,6 +148,53 @@ TEST_F(RefusedClicks, AGroupThatCannotBeReadEitherIsToldOnce) {
   data.store().execute("test", "DROP TABLE 号码特性");
   EXPECT_EQ(faultsOf([&] { click(the<PickButton>(u"cmm_ZDY_7"_s)); }), 1U);
   EXPECT_EQ(faultsOf([&] { clickItem(the<ChipList>(u"List_ZDYset"_s), 2); }), 1U);
+}
+
+TEST_F(RefusedClicks, SwitchesThatCannotBeReadEitherAreToldOnce) {
+  for (const Place& place : {Place{2, u"Check_useTiaojiao_1"}, Place{22, u"Check_Zdy"}, Place{24, u"Check_auto"},
+                             Place{0, u"Check1_paicu_1"}}) {
+    openPlace(place);
+    data.store().execute("test", "ALTER TABLE 过滤条件使用情况 RENAME TO 别处");
+    EXPECT_EQ(faultsOf([&] { the<QCheckBox>(place.name.toString()).click(); }), 1U) << place.tab;
+    data.store().execute("test", "ALTER TABLE 别处 RENAME TO 过滤条件使用情况");
+  }
+}
+
+TEST_F(RefusedClicks, MarksThatCannotBeReadAreToldOnceForAll) {
+  openPlace({1, {}});
+  data.store().execute("test", "DROP TABLE 过滤条件使用情况");
+  EXPECT_EQ(faultsOf([&] { window->selectTopTab(2); }), 1U);
+}
+
+TEST_F(RefusedClicks, AClickWithoutARowChangesNothingOnTheScreenEither) {
+  data.store().execute("test", "DELETE FROM 过滤条件 WHERE ID IN (1020, 3900, 3901)");
+  data.store().execute("test", "DELETE FROM 过滤条件使用情况 WHERE 条件 IN (1, 45, 70)");
+  data.store().execute("test", "DELETE FROM 历史数据过滤");
+  openPlace({2, {}});
+  auto& list = the<ChipList>(u"List_TiaoJian"_s);
+  const std::vector<bool> stored = list.selection();
+  ASSERT_FALSE(stored.at(5));
+  EXPECT_EQ(faultsOf([&] { clickItem(list, 5); }), 0U);
+  EXPECT_EQ(list.selection(), stored);
+  for (const Place& place : {Place{2, u"Check_useTiaojiao_1"}, Place{23, u"Check_Historyguolu"},
+                             Place{24, u"Check_auto"}, Place{0, u"Check1_paicu_0"}}) {
+    openPlace(place);
+    auto& check = the<QCheckBox>(place.name.toString());
+    ASSERT_FALSE(check.isChecked()) << place.tab;
+    EXPECT_EQ(faultsOf([&] { check.click(); }), 0U) << place.tab;
+    EXPECT_FALSE(check.isChecked()) << place.tab;
+  }
+  for (const Place& place : {Place{15, u"Option_DingweiRongcuo_3"}, Place{24, u"Option_ShuoSuiLeiXing_6"}}) {
+    openPlace(place);
+    auto& option = the<QRadioButton>(place.name.toString());
+    EXPECT_EQ(faultsOf([&] { option.click(); }), 0U) << place.tab;
+    EXPECT_FALSE(option.isChecked()) << place.tab;
+  }
+  click(the<QPushButton>(u"cmm_kuaisusezi"_s));
+  auto& use = the<QCheckBox>(u"Check_sfsy_0"_s);
+  ASSERT_FALSE(use.isChecked());
+  EXPECT_EQ(faultsOf([&] { use.click(); }), 0U);
+  EXPECT_FALSE(use.isChecked());
 }
 
 TEST_F(RefusedClicks, ASwitchOfTheQuickSetupStaysAsItIsStored) {

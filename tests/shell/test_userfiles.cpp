@@ -9,6 +9,7 @@
 #include "model/errors.h"
 #include "tests/support/diskfaults.h"
 #include "tests/support/faultyfiles.h"
+#include "tests/support/sharedpages.h"
 #include "tests/support/testworkspace.h"
 
 namespace elevenfive {
@@ -141,6 +142,18 @@ TEST_F(UserFilesTest, ADamagedFileChangesNothingAndStaysUnderAnotherName) {
   ASSERT_EQ(userFiles().size(), 1);
   EXPECT_TRUE(userFiles().first().startsWith(u"a.uVorex.damaged-"_s));
   EXPECT_EQ(read(folders.program + u'/' + userFiles().first()), "no database");
+}
+
+TEST_F(UserFilesTest, AFileThatCanNeverBeReadToItsEndIsDamaged) {
+  const QString honest = folders.program + u"/honest"_s;
+  makeSmallPages(honest, "CREATE TABLE 过滤条件 (ID INTEGER, VALUE INTEGER); INSERT INTO 过滤条件 VALUES (1, 7);");
+  setValue(3);
+  for (const int root : {1, 2}) {  // the schema's and the table's
+    write(files.path(u"a"_s), withSharedPages(read(honest), root));
+    EXPECT_FALSE(files.load(u"a"_s));
+    EXPECT_EQ(value(), 3);
+    EXPECT_FALSE(QFile::exists(files.path(u"a"_s)));
+  }
 }
 
 TEST_F(UserFilesTest, AFileWithAnEmptyTableChangesNothing) {
