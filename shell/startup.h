@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 #include <vector>
 
@@ -103,7 +104,7 @@ class Startup final {
   bool logOnUser();
   void offerGames();
   bool saveConditions(const QString& question);
-  void tellNotices();
+  void tellNotices(const QStringList& notices);
   void putDataBack();
 
   Workspace::Folders folders_;
