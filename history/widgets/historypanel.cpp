@@ -299,19 +299,16 @@ void HistoryPanel::addDraw() {
 }
 
 void HistoryPanel::importText() {
+  bool shown = false;
   {
-    const BusyScope busy(ports_.busy);
+    const BusyScope busy(ports_.busy);  // over the dialog too: a wish to close from the clearing waits behind it
     if (clearBeforeImport(gConn_, ports_.boxes, ports_.events)) {
       tableChanged();
       Q_EMIT drawsDeleted();
     }
-  }
-  const QString path = ports_.files.openFile(u"导入历史数据"_s, u"文本文件 (*.txt);;所有文件 (*)"_s);
-  if (path.isEmpty())
-    return;
-  bool shown = false;
-  {
-    const BusyScope busy(ports_.busy);
+    const QString path = ports_.files.openFile(u"导入历史数据"_s, u"文本文件 (*.txt);;所有文件 (*)"_s);
+    if (path.isEmpty())
+      return;
     progress_->begin(ImportProgress::Stop::offered);
     withFaultBox(ports_.boxes, [&] {
       importHistoryText(gConn_, path, true,
