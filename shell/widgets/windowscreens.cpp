@@ -27,11 +27,13 @@ void WindowScreens::bindHistory(Workspace& workspace) {
                      [file = helpFile_] { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); });
 }
 
-/// Balls are painted: the history's get their colours, and no images are read. No page shows a special ball.
+/// Balls are painted: those of the draws and of the run get their colours, and no images are read. No page shows a special
+/// ball.
 void WindowScreens::loadBallImages(const std::vector<BallColors>& colors) {
-  if (auto* grid = window_->findChild<GridView*>(u"TDBGridHistory"_s))
-    for (const BallColors& ball : colors)
-      grid->balls().setColor(ball.number, ballColor(ball.basic));
+  for (const QString& name : {u"TDBGridHistory"_s, u"TDBGrid_RZ"_s})
+    if (auto* grid = window_->findChild<GridView*>(name))
+      for (const BallColors& ball : colors)
+        grid->balls().setColor(ball.number, ballColor(ball.basic));
 }
 
 void WindowScreens::showMainForm() {
