@@ -5,6 +5,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -89,7 +90,11 @@ TEST_F(WindowScreensTest, AnEmptyHistoryOffersTheGames) {
   inForms({[](QWidget& form) {
     EXPECT_EQ(form.objectName(), u"frmDB"_s);
     EXPECT_EQ(form.findChildren<QRadioButton*>().size(), 29);
-    control<QRadioButton>(form, u"OptionSSC_1"_s).click();
+    const auto& frame = control<QGroupBox>(form, u"fraStep3"_s);
+    EXPECT_EQ(frame.title(), u"请选择您要使用的彩种："_s);
+    auto& option = control<QRadioButton>(form, u"OptionSSC_1"_s);
+    option.click();
+    EXPECT_EQ(frame.title(), u"请选择您要使用的彩种："_s + option.text());
     click(control<QPushButton>(form, u"cmdOK"_s));
   }});
   start(quick);
