@@ -116,7 +116,6 @@ bool Startup::openWorkspace() {
     return false;
   }
   users_ = std::make_unique<Users>(*workspace_, boxes_, files_);
-  catalogue_ = std::make_unique<Catalogue>(workspace_->gConn);
   return true;
 }
 
@@ -169,7 +168,7 @@ void Startup::offerGames() {
   if (getNextQihao(workspace_->gConn) >= 2)
     return;
   boxes_.plain(u"历史开奖数据库中无记录，请选择相应的开奖数据添加！"_s);
-  screens_.chooseGame(*catalogue_);
+  screens_.chooseGame();
 }
 
 UserSwitch Startup::switchUser() {
@@ -194,7 +193,6 @@ bool Startup::close(bool exitNoAsk) {
   screens_.releaseData();
   putDataBack();
   users_.reset();
-  catalogue_.reset();
   workspace_.reset();
   return true;
 }
@@ -230,7 +228,6 @@ void Startup::putDataBack() {
 void Startup::quit() {
   screens_.releaseData();
   users_.reset();
-  catalogue_.reset();
   workspace_->leave();
   workspace_.reset();
 }
@@ -240,7 +237,6 @@ void Startup::quit() {
 void Startup::fail() {
   screens_.releaseData();
   users_.reset();
-  catalogue_.reset();
   if (workspace_->gUserName.isEmpty())
     workspace_->abandon();
   else

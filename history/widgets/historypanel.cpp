@@ -79,10 +79,7 @@ HistoryPanel::HistoryPanel(Store& gConn, const QString& programFolder, const His
 
   connect(&ports_.busy, &BusyState::changed, this, [this](bool busy) { entryStrip_->setDisabled(busy); });
   connect(&ports_.busy, &BusyState::stopRequested, this, [this] { progress_->requestStop(); });
-  withFaultBox(ports_.boxes, [this] {
-    grid_->showHistoryMode(true);
-    offerNextPeriod();
-  });
+  grid_->bind(true);
 }
 
 QWidget* HistoryPanel::entryStrip() const {
@@ -212,6 +209,10 @@ QWidget* HistoryPanel::buildViews() {
 
 void HistoryPanel::layoutHistoryGrid() {
   grid_->showHistoryMode(!historyMode_[0]->isChecked());
+}
+
+void HistoryPanel::layoutColumns() {
+  grid_->layoutColumns();
 }
 
 void HistoryPanel::selectHistoryMode(bool all) {

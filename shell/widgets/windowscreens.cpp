@@ -59,8 +59,8 @@ void WindowScreens::setUserCaption(const Users& users) {
   window_->setWindowTitle(users.caption(gTitle.toString()));
 }
 
-void WindowScreens::chooseGame(Catalogue& catalogue) {
-  wantsDraws_ = chooseGameForm(catalogue, ports_.boxes, window_.get());
+void WindowScreens::chooseGame() {
+  wantsDraws_ = chooseGameForm(window_->catalogue(), ports_.boxes, window_.get());
 }
 
 /// The last step of the start. What frmDB has left is done behind it, when the window can be closed in the midst of it.
