@@ -64,7 +64,7 @@ void demandReadable(const DataFolders& folders) {
 }  // namespace
 
 QString keepDamaged(FileAccess& files, const QString& path) {
-  const QString name = freeName(path + u".damaged-"_s);
+  QString name = freeName(path + u".damaged-"_s);
   files.rename(path, name);
   return name;
 }
