@@ -61,7 +61,7 @@ class HeadlessScreens final : public Screens {
   LogOn logOn(Users&) override { return LogOn::done; }
   void setUserCaption(const Users&) override {}
   void showChartMode() override {}
-  void chooseGame(Catalogue&) override {}
+  void chooseGame() override {}
   void fillZdyGroups() override {}
   void unload(const QString&) override {}
   void releaseData() override {}

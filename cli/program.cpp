@@ -95,6 +95,7 @@ int guarded(Session& session, const Streams& streams, Step&& step) {
   } catch (const std::exception& fault) {
     session.ports().critical(QString::fromUtf8(fault.what()));
   }
+  session.tellNotices();  // of an opening that failed
   return exitFailed;
 }
 

@@ -11,8 +11,9 @@ namespace elevenfive {
 
 using namespace Qt::StringLiterals;
 
-OpenProgram::OpenProgram(const Workspace::Folders& folders, CliPorts& ports, ResultFileDialogs& dialogs)
-    : workspace(folders),
+OpenProgram::OpenProgram(const Workspace::Folders& folders, const Workspace::Options& options, CliPorts& ports,
+                         ResultFileDialogs& dialogs)
+    : workspace(folders, options),
       driver(workspace.gConn, {ports, ports, ports, ports, ports, ports, ports, &dialogs}),
       panel(workspace.gConn),
       picking(workspace.gConn, driver, ports, ports),
@@ -30,17 +31,25 @@ OpenProgram& Session::program() {
   if (!program_) {
     if (fillsFolder_)
       Workspace::install(folders_);
-    program_ = std::make_unique<OpenProgram>(folders_, ports_, resultFiles_);
-    for (const QString& notice : program_->workspace.notices())
-      ports_.information(notice);
+    const Workspace::Options options;
+    notices_ = options.notices;
+    program_ = std::make_unique<OpenProgram>(folders_, options, ports_, resultFiles_);
     if (readBallColors(program_->workspace.gConn).size() < std::size_t{numberCount}) {  // as the window's start
       ports_.plain(u"程序初始化出错,即将退出。。。"_s);
       program_->workspace.abandon();
       program_.reset();
+      tellNotices();
       throw Refused();
     }
+    tellNotices();
   }
   return *program_;
+}
+
+void Session::tellNotices() {
+  if (const std::shared_ptr<QStringList> notices = std::exchange(notices_, nullptr))
+    for (const QString& notice : *notices)
+      ports_.information(notice);
 }
 
 void Session::run(const std::function<void(Session&)>& action) {

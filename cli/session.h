@@ -31,7 +31,8 @@ class Refused final : public std::exception {
 
 /// The open workspace and what the window's panels hold over it.
 struct OpenProgram {
-  OpenProgram(const Workspace::Folders& folders, CliPorts& ports, ResultFileDialogs& dialogs);
+  OpenProgram(const Workspace::Folders& folders, const Workspace::Options& options, CliPorts& ports,
+              ResultFileDialogs& dialogs);
 
   Workspace workspace;
   RunDriver driver;
@@ -61,6 +62,9 @@ class Session final {
   [[nodiscard]] OpenProgram& program();
   [[nodiscard]] Store& store() { return program().workspace.gConn; }
 
+  /// Tells what the opening has moved or kept, once; behind its fault where it failed.
+  void tellNotices();
+
   /// Whether the version notice was asked for, once a session.
   bool noticeDone = false;
 
@@ -80,6 +84,7 @@ class Session final {
   CliPorts ports_;
   ResultFileAnswers resultFiles_;
   std::unique_ptr<OpenProgram> program_;
+  std::shared_ptr<QStringList> notices_;  ///< of an opening, not told yet
 };
 
 }  // namespace elevenfive

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "model/compaction.h"
@@ -32,12 +33,29 @@ QString freeName(const QString& beginning) {
   return name;
 }
 
-/// A pack that may not be read says nothing about its content: nothing is moved or chosen because of it.
+bool canBeReadToItsEnd(QFile& file) {
+  std::array<char, 1 << 16> piece{};
+  qint64 size = 1;
+  while (size > 0)
+    size = file.read(piece.data(), piece.size());
+  return size == 0;
+}
+
+/// A pack that cannot be read says nothing about its content: nothing is moved or chosen because of it.
 void demandReadable(const DataFolders& folders) {
   QFile pack(folders.packedFile());
-  if (!QFileInfo(pack).isFile() || pack.open(QIODevice::ReadOnly))
+  if (!pack.exists())
     return;
-  QString sentence = u"无法打开文件 %1，请检查它的权限。"_s.arg(folders.packedFile());
+  QString sentence;
+  if (!QFileInfo(pack).isFile())
+    sentence = u"无法打开文件 %1：它不是普通文件。"_s;
+  else if (!pack.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    sentence = u"无法打开文件 %1，请检查它的权限。"_s;
+  else if (!canBeReadToItsEnd(pack))
+    sentence = u"无法读取文件 %1，请检查磁盘。"_s;
+  else
+    return;
+  sentence = sentence.arg(folders.packedFile());
   if (QFileInfo::exists(folders.backupFile()))
     sentence += u"上次启动时的数据还保存在 %1 中。"_s.arg(folders.backupFile());
   throw FileError(sentence);
@@ -46,7 +64,7 @@ void demandReadable(const DataFolders& folders) {
 }  // namespace
 
 QString keepDamaged(FileAccess& files, const QString& path) {
-  const QString name = freeName(path + u".damaged-"_s);
+  QString name = freeName(path + u".damaged-"_s);
   files.rename(path, name);
   return name;
 }
@@ -55,8 +73,8 @@ QString formerName(const QString& path) {
   return freeName(path + u".old-"_s);
 }
 
-DataFile::DataFile(const DataFolders& folders, FileAccess& files)
-    : folders_(folders), files_(files), copies_(folders.bakFolder(), files) {}
+DataFile::DataFile(const DataFolders& folders, FileAccess& files, std::shared_ptr<QStringList> notices)
+    : folders_(folders), files_(files), copies_(folders.bakFolder(), files), notices_(std::move(notices)) {}
 
 bool DataFile::packToBak() {
   try {
@@ -107,7 +125,7 @@ void DataFile::prepare() {
     writeSideFile();
   const QString fault = compactMainDb(folders_.workingFile(), true, folders_, files_);
   if (!fault.isEmpty()) {
-    notices_ << fault;
+    *notices_ << fault;
   } else if (QFileInfo(folders_.workingFile()).size() >= largestCompacted) {
     replaceByCopy(files_, folders_.backupFile(), folders_.workingFile());
   }
@@ -226,13 +244,14 @@ void DataFile::keepStrayPack() {
   twinStands_ = sameContent(stray, folders_.packedFile());
   if (!QFileInfo(stray).isFile() || twinStands_)
     return;
-  stray_ = keepPack(stray);
-  if (!stray_.isEmpty()) {
+  const QString copy = keepPack(stray);
+  if (!copy.isEmpty()) {
     files_.remove(stray);  // else each start would keep it anew, in the place of newer work
+    stray_ = copy;
     return;
   }
   // Under its own name the next close writes over it.
-  notices_ << u"Bak 中的数据包已损坏，保留为 %1。"_s.arg(keepDamaged(files_, stray));
+  *notices_ << u"Bak 中的数据包已损坏，保留为 %1。"_s.arg(keepDamaged(files_, stray));
 }
 
 /// Beside a pack that is sound the one in Bak is what a close could not put in its place, or someone has put back an older
@@ -240,9 +259,21 @@ void DataFile::keepStrayPack() {
 void DataFile::tellStrayPack(bool packIsSound) {
   if (stray_.isEmpty() || stray_ == interrupted_)  // a close that was cut off: it is told as such
     return;
-  notices_ << (packIsSound ? u"Bak 中的数据与数据文件不同，上次退出时可能没有写回，已保存为 %1。"_s
-                           : u"上次退出时的数据已保存为 %1。"_s)
-                  .arg(stray_);
+  *notices_ << (packIsSound ? u"Bak 中的数据与数据文件不同，上次退出时可能没有写回，已保存为 %1。"_s
+                            : u"上次退出时的数据已保存为 %1。"_s)
+                   .arg(stray_);
+  stray_.clear();
+}
+
+void DataFile::tellInterrupted() {
+  *notices_ << u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(interrupted_);
+}
+
+/// Work that still stands in the temporary folder is found again, and told then.
+void DataFile::tellKept() {
+  tellStrayPack(false);
+  if (!interrupted_.isEmpty() && !continuesInterrupted_ && !sameContent(interrupted_, folders_.workingFile()))
+    tellInterrupted();
 }
 
 bool DataFile::isUsable(const QString& path) const {
@@ -266,15 +297,15 @@ void DataFile::useAnother(const QString& reason) {
     refuseStart(reason);
   if (!missing) {
     const QString name = keepDamaged(files_, folders_.packedFile());
-    notices_ << u"数据文件已损坏（%1），已改用%2；损坏的文件保留为 %3。"_s.arg(
+    *notices_ << u"数据文件已损坏（%1），已改用%2；损坏的文件保留为 %3。"_s.arg(
         reason, useWorking ? u"上次没有保存的数据"_s : u"备份"_s, name);
   } else if (!useWorking) {
-    notices_ << u"找不到数据文件，已改用备份。"_s;
+    *notices_ << u"找不到数据文件，已改用备份。"_s;
   } else {
-    notices_ << u"找不到数据文件，已改用上次没有保存的数据。"_s;
+    *notices_ << u"找不到数据文件，已改用上次没有保存的数据。"_s;
   }
   if (!hasBackup && QFileInfo(folders_.backupFile()).isFile())  // the backup of this start would replace it
-    notices_ << u"备份文件也已损坏，保留为 %1。"_s.arg(keepDamaged(files_, folders_.backupFile()));
+    *notices_ << u"备份文件也已损坏，保留为 %1。"_s.arg(keepDamaged(files_, folders_.backupFile()));
   if (useWorking)
     continuesInterrupted_ = true;
   if (!useWorking) {
@@ -285,7 +316,7 @@ void DataFile::useAnother(const QString& reason) {
 }
 
 /// No pack, no backup, no working database. Copies in Bak are never started on unasked: they may be of any age.
-void DataFile::refuseStart(const QString& reason) const {
+void DataFile::refuseStart(const QString& reason) {
   const QString copy = newestUsableCopy();
   QString sentence = u"找不到数据文件，也没有备份，程序无法启动，请重新安装！"_s;
   if (!reason.isEmpty())
@@ -294,8 +325,10 @@ void DataFile::refuseStart(const QString& reason) const {
     sentence = u"找不到数据文件，备份文件已损坏，程序无法启动。"_s;
   else if (!copy.isEmpty())
     sentence = u"找不到数据文件，也没有备份，程序无法启动。"_s;  // installing anew is the last thing to do here
-  if (!copy.isEmpty())
+  if (!copy.isEmpty()) {
+    stray_.clear();  // this copy is it: named once is enough
     sentence += u"以前的数据保存在 %1 中，把它复制为 %2 就能继续使用。"_s.arg(copy, folders_.backupFile());
+  }
   throw StoreError(sentence);
 }
 
@@ -317,7 +350,8 @@ void DataFile::settleInterrupted() {
     if (!needsPutBack_ && sameContent(interrupted_, folders_.workingFile()))
       files_.remove(interrupted_);
     else if (!continuesInterrupted_)
-      notices_ << u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(interrupted_);
+      tellInterrupted();
+    interrupted_.clear();
   }
   copies_.prune();
   removeLeftovers();

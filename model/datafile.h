@@ -14,6 +14,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <memory>
 
 #include "model/fileaccess.h"
 #include "model/folders.h"
@@ -23,7 +24,9 @@ namespace elevenfive {
 
 class DataFile final {
  public:
-  DataFile(const DataFolders& folders, FileAccess& files);
+  /// The list gets each notice as soon as there is one, so that whoever holds it has them also of a start that fails.
+  DataFile(const DataFolders& folders, FileAccess& files,
+           std::shared_ptr<QStringList> notices = std::make_shared<QStringList>());
 
   /// Packs the working database and the side file into the folder Bak; false on any fault.
   bool packToBak();
@@ -32,8 +35,8 @@ class DataFile final {
   bool unpackToTemp();
 
   /// The first step of a start. Throws FileError where a file cannot be read, written or kept, StoreError where neither the
-  /// pack nor the backup nor a working database is usable; nothing is lost then, and the sentence names the newest copy in
-  /// Bak from which the person can go on.
+  /// pack nor the backup nor a working database is usable; nothing is lost then. The sentence of the StoreError names the
+  /// newest copy in Bak from which the person can go on, that of a pack that cannot be read the backup.
   void unpack();
 
   /// The second; afterwards a sound working database stands in the temporary folder. Throws as unpack() does.
@@ -41,6 +44,10 @@ class DataFile final {
 
   /// The last; afterwards it is compacted, and the backup holds it as it was. Throws as unpack() does.
   void prepare();
+
+  /// Where one of these has failed: makes notices of the copies that it had not come to tell and of which the next start
+  /// finds no trace.
+  void tellKept();
 
   /// Puts the working database back and removes it from the temporary folder. Throws StoreError where it is not sound or
   /// another program has it, FileError where a file cannot be written; the packed data file is then the old one and the
@@ -55,7 +62,7 @@ class DataFile final {
   void discard() noexcept;
 
   /// What the person should know about this start, one sentence each.
-  [[nodiscard]] const QStringList& notices() const noexcept { return notices_; }
+  [[nodiscard]] const QStringList& notices() const noexcept { return *notices_; }
 
   /// Whether the packed data file must be written at the close even where the run changes nothing.
   [[nodiscard]] bool needsPutBack() const noexcept { return needsPutBack_; }
@@ -71,10 +78,11 @@ class DataFile final {
   void keepInterrupted();
   void keepStrayPack();
   void tellStrayPack(bool packIsSound);
+  void tellInterrupted();
   void readPackedFile();
   void writePackToBak();
   void useAnother(const QString& reason);
-  [[noreturn]] void refuseStart(const QString& reason) const;
+  [[noreturn]] void refuseStart(const QString& reason);
   bool isUsable(const QString& path) const;
   [[nodiscard]] QString newestUsableCopy() const;
   void settleInterrupted();
@@ -85,10 +93,10 @@ class DataFile final {
   DataFolders folders_;
   FileAccess& files_;
   KeptCopies copies_;
-  QStringList notices_;
+  std::shared_ptr<QStringList> notices_;
   bool twinStands_ = false;            ///< the pack in Bak equals the packed data file
-  QString stray_;                      ///< the copy of a pack in Bak that this start made
-  QString interrupted_;                ///< the copy of the interrupted run's database that this start made
+  QString stray_;                      ///< the copy of a pack in Bak that this start made and has not told yet
+  QString interrupted_;                ///< the same of the interrupted run's database
   bool continuesInterrupted_ = false;  ///< the run goes on with that database
   bool needsPutBack_ = false;
 };

@@ -245,6 +245,13 @@ void insertUserMode(Store& store) {
   store.execute("写入用户模式", "INSERT INTO 用户模式 SELECT 0 WHERE NOT EXISTS (SELECT 1 FROM 用户模式)");
 }
 
+/// The account that is always there.
+void insertGuest(Store& store) {
+  store.execute("写入用户表",
+                "INSERT INTO 用户表 SELECT ?, '', ? WHERE NOT EXISTS (SELECT 1 FROM 用户表 WHERE 用户名 = ?)",
+                u"临时用户"_s, dayCountOf(QDate(2007, 10, 22)), u"临时用户"_s);
+}
+
 void insertProbabilities(Store& store) {
   Statement insert = store.query("写入概率表", "INSERT INTO 概率表 VALUES (?, 0, 0, 0, 0)");
   for (int n = 1; n <= 15; ++n)
@@ -267,7 +274,7 @@ void insertMainRows(Store& store) {
   insertBallColors(store);
   insertAliases(store);
   insertQuickRows(store);
-  store.execute("写入用户表", "INSERT INTO 用户表 VALUES (?, '', ?)", u"临时用户"_s, dayCountOf(QDate(2007, 10, 22)));
+  insertGuest(store);
   insertUserMode(store);
   insertAddresses(store);
 }
@@ -303,6 +310,7 @@ const std::vector<AttributeColumn>& attributeColumns() {
 
 void insertLostRows(Store& store) {
   insertMatchRow(store);
+  insertGuest(store);
   insertUserMode(store);
   insertAliases(store);
   insertAddresses(store);

@@ -41,7 +41,7 @@ const std::vector<AttributeColumn>& attributeColumns();
 void insertDefaultRows(Store& store, StoreKind kind);
 
 /// Puts the default row into tables of the main store that work on a row that is always there and have lost it: 用户模式,
-/// 历史数据过滤, each group's of 自定义别名 and each address of 数据源. Throws StoreError.
+/// 历史数据过滤, the account 临时用户, each group's of 自定义别名 and each address of 数据源. Throws StoreError.
 void insertLostRows(Store& store);
 
 }  // namespace elevenfive

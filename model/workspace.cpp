@@ -61,13 +61,18 @@ std::vector<FolderLock> lockFolders(const DataFolders& folders, FileAccess& file
 
 /// Runs the start's file steps, so that the store can be opened behind them.
 DataFile& made(DataFile& data, const Workspace::Options& options) {
-  data.unpack();
-  if (options.unpacked)
-    options.unpacked();
-  data.restore();
-  if (options.restored)
-    options.restored();
-  data.prepare();
+  try {
+    data.unpack();
+    if (options.unpacked)
+      options.unpacked();
+    data.restore();
+    if (options.restored)
+      options.restored();
+    data.prepare();
+  } catch (const Error&) {
+    data.tellKept();
+    throw;
+  }
   return data;
 }
 
@@ -165,7 +170,7 @@ Workspace::Workspace(const Folders& folders, const Options& options)
     : folders_(apart(folders)),
       files_(options.files ? *options.files : realFiles()),
       locks_(lockFolders(folders_, files_)),
-      data_(folders_, files_),
+      data_(folders_, files_, options.notices),
       gConn((made(data_, options), folders_.workingFile()), StoreAccess::readWrite) {
   checkSchema(gConn, StoreKind::main);
   changeCounter_ = changeCounter(gConn.path());

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <array>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "model/datafile.h"
@@ -27,6 +28,8 @@ class Workspace final {
     FileAccess* files = nullptr;          ///< null: the disk itself
     std::function<void()> unpacked = {};  ///< called once the data is unpacked and this is the only instance
     std::function<void()> restored = {};  ///< called once a working database stands, before its backup is taken
+    /// Gets what notices() gives, also where the start fails.
+    std::shared_ptr<QStringList> notices = std::make_shared<QStringList>();
   };
 
   /// Takes the single-instance locks, unpacks the data, keeps what an interrupted run left, restores the backup where that

@@ -40,7 +40,7 @@ bool Startup::start() {
   bool shown = false;
   try {
     if (!openMainDb() || !loadBalls()) {
-      tellNotices();
+      tellNotices(workspace_->notices());
       fail();
       return false;
     }
@@ -58,7 +58,7 @@ bool Startup::start() {
       dropSplash();
     boxes_.critical(fault.message());
     if (!shown) {  // without a window nobody could end it
-      tellNotices();
+      tellNotices(workspace_->notices());
       fail();
       return false;
     }
@@ -69,7 +69,7 @@ bool Startup::start() {
 
 /// From the main form on; false where 退出系统 was chosen.
 bool Startup::showProgram() {
-  tellNotices();
+  tellNotices(workspace_->notices());
   if (!askForUserMode() || !logOnUser())
     return false;
   screens_.showChartMode();
@@ -78,9 +78,9 @@ bool Startup::showProgram() {
   return true;
 }
 
-/// What the unpacking has moved or kept, which also a start that fails behind it has to tell: the next one knows of nothing.
-void Startup::tellNotices() {
-  for (const QString& notice : workspace_->notices())
+/// What the start has moved or kept, which also one that fails has to tell: the next one knows of nothing.
+void Startup::tellNotices(const QStringList& notices) {
+  for (const QString& notice : notices)
     boxes_.critical(notice);
 }
 
@@ -94,11 +94,11 @@ bool Startup::openWorkspace() {
     if (QFileInfo(folders_.helpFile()).isFile())
       screens_.setHelpFile(folders_.helpFile());
   };
+  const Workspace::Options options{&files_, showSplash, setHelp};
   try {
-    workspace_ = std::make_unique<Workspace>(folders_, Workspace::Options{&files_, showSplash, setHelp});
+    workspace_ = std::make_unique<Workspace>(folders_, options);
   } catch (const AlreadyRunning& fault) {
     boxes_.information(fault.message());
-    return false;
   } catch (const StoreError& fault) {
     if (unpacked) {  // the working database was there, but could not be opened
       dropSplash();
@@ -106,15 +106,16 @@ bool Startup::openWorkspace() {
     } else {
       boxes_.critical(fault.message());
     }
-    return false;
   } catch (const Error& fault) {
     if (unpacked)
       dropSplash();
     boxes_.critical(fault.message());
+  }
+  if (!workspace_) {
+    tellNotices(*options.notices);
     return false;
   }
   users_ = std::make_unique<Users>(*workspace_, boxes_, files_);
-  catalogue_ = std::make_unique<Catalogue>(workspace_->gConn);
   return true;
 }
 
@@ -167,7 +168,7 @@ void Startup::offerGames() {
   if (getNextQihao(workspace_->gConn) >= 2)
     return;
   boxes_.plain(u"历史开奖数据库中无记录，请选择相应的开奖数据添加！"_s);
-  screens_.chooseGame(*catalogue_);
+  screens_.chooseGame();
 }
 
 UserSwitch Startup::switchUser() {
@@ -192,7 +193,6 @@ bool Startup::close(bool exitNoAsk) {
   screens_.releaseData();
   putDataBack();
   users_.reset();
-  catalogue_.reset();
   workspace_.reset();
   return true;
 }
@@ -228,7 +228,6 @@ void Startup::putDataBack() {
 void Startup::quit() {
   screens_.releaseData();
   users_.reset();
-  catalogue_.reset();
   workspace_->leave();
   workspace_.reset();
 }
@@ -238,7 +237,6 @@ void Startup::quit() {
 void Startup::fail() {
   screens_.releaseData();
   users_.reset();
-  catalogue_.reset();
   if (workspace_->gUserName.isEmpty())
     workspace_->abandon();
   else

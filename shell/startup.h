@@ -5,10 +5,10 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 #include <vector>
 
-#include "acquire/catalogue.h"
 #include "model/fileaccess.h"
 #include "model/ports.h"
 #include "model/workspace.h"
@@ -54,7 +54,7 @@ class Screens {
   virtual LogOn logOn(Users& users) = 0;                ///< frmODBCLogon
   virtual void setUserCaption(const Users& users) = 0;  ///< gTitle and the user's name
   virtual void showChartMode() = 0;                     ///< Option_TorD(1)
-  virtual void chooseGame(Catalogue& catalogue) = 0;    ///< frmDB
+  virtual void chooseGame() = 0;                        ///< frmDB
   virtual void fillZdyGroups() = 0;
 
   // The close.
@@ -81,7 +81,6 @@ class Startup final {
   /// After a start that gave true, until a close that gave true.
   [[nodiscard]] Workspace& workspace() { return *workspace_; }
   [[nodiscard]] Users& users() { return *users_; }
-  [[nodiscard]] Catalogue& catalogue() { return *catalogue_; }
 
   /// The menu entry mnu_UserQiehuan up to the caption; the window then selects the first tab and loads the conditions.
   /// Where 退出系统 was chosen the window then ends at once with nothing saved, by quit(). A form that is merely shut leaves
@@ -103,7 +102,7 @@ class Startup final {
   bool logOnUser();
   void offerGames();
   bool saveConditions(const QString& question);
-  void tellNotices();
+  void tellNotices(const QStringList& notices);
   void putDataBack();
 
   Workspace::Folders folders_;
@@ -112,7 +111,6 @@ class Startup final {
   FileAccess& files_;
   std::unique_ptr<Workspace> workspace_;
   std::unique_ptr<Users> users_;
-  std::unique_ptr<Catalogue> catalogue_;
 };
 
 }  // namespace elevenfive

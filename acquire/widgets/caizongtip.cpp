@@ -25,9 +25,9 @@ constexpr int slideMs = 150;
 
 }  // namespace
 
-CaizongTip::CaizongTip(Store& gConn, Boxes& boxes, QWidget* parent)
+CaizongTip::CaizongTip(Catalogue& catalogue, Boxes& boxes, QWidget* parent)
     : QFrame(parent),
-      gConn_(gConn),
+      catalogue_(catalogue),
       boxes_(boxes),
       content_(new QWidget(this)),
       grid_(new QGridLayout),
@@ -57,7 +57,7 @@ CaizongTip::CaizongTip(Store& gConn, Boxes& boxes, QWidget* parent)
   layout->addLayout(closing);
   connect(ok, &QPushButton::clicked, this, &CaizongTip::shut);
   connect(games_, &QButtonGroup::idClicked, this,
-          [this](int game) { withFaultBox(boxes_, [&] { Catalogue(gConn_).selectCaizong(game); }); });
+          [this](int game) { withFaultBox(boxes_, [&] { catalogue_.selectCaizong(game); }); });
   slide_.setDuration(slideMs);
 }
 
@@ -79,7 +79,7 @@ void CaizongTip::openBelow(QWidget* button) {
 }
 
 void CaizongTip::showCaizongList() {
-  const std::vector<GameOption> games = Catalogue(gConn_).showCaizongList();
+  const std::vector<GameOption> games = catalogue_.showCaizongList();
   qDeleteAll(games_->buttons());
   for (int at = 0; const GameOption& game : games) {
     auto* option = new QRadioButton(game.name, content_);

@@ -12,14 +12,14 @@ class QGridLayout;
 namespace elevenfive {
 
 class Boxes;
-class Store;
+class Catalogue;
 
 class CaizongTip final : public QFrame {
   Q_OBJECT
 
  public:
   /// Lies over its parent, hidden at first.
-  CaizongTip(Store& gConn, Boxes& boxes, QWidget* parent);
+  CaizongTip(Catalogue& catalogue, Boxes& boxes, QWidget* parent);
 
   /// Fills in the games, selects the one in use, and slides open centred below a button, which it follows from then on. A
   /// fault shows one box instead.
@@ -39,7 +39,7 @@ class CaizongTip final : public QFrame {
   void centre();
   void slideOpen();
 
-  Store& gConn_;
+  Catalogue& catalogue_;
   Boxes& boxes_;
   QWidget* content_;
   QGridLayout* grid_;

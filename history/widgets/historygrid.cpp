@@ -38,12 +38,12 @@ QStringList listOf(std::span<const QStringView> names) {
 }  // namespace
 
 HistoryGrid::HistoryGrid(Store& gConn, Boxes& boxes, QWidget* parent)
-    : QWidget(parent), gConn_(gConn), boxes_(boxes), grid_(new GridView(gConn, this)) {
+    : QWidget(parent), gConn_(gConn), boxes_(boxes), grid_(new GridView(gConn, this)), gHistoryRs(grid_->rows()) {
   filter_ = new FilterRow(grid_, this);
   grid_->setObjectName(u"TDBGridHistory"_s);
   grid_->setAccessibleName(u"历史开奖记录"_s);
   grid_->setEditTriggers(editTriggers);
-  grid_->rows().setWriter(editableHistoryColumns(), [this](int period, const QString& column, const QString& typed) {
+  gHistoryRs.setWriter(editableHistoryColumns(), [this](int period, const QString& column, const QString& typed) {
     return write(period, column, typed);
   });
   filter_->hide();
@@ -56,26 +56,29 @@ HistoryGrid::HistoryGrid(Store& gConn, Boxes& boxes, QWidget* parent)
   column->addWidget(grid_, 1);
 }
 
+void HistoryGrid::bind(bool all) {
+  PagedQuery query{historyPurpose, periodsSql({}), {}, rowSql};
+  if (!all) {
+    const QihaoRange range = recentQihaoRange(gConn_).value_or(QihaoRange{1, 0});  // an empty history shows no period
+    query.keySql = periodsSql(qihaoRangeWhere);
+    query.keyValues = {range.first, range.last};
+  }
+  gHistoryRs.setQuery(std::move(query));
+}
+
 void HistoryGrid::showHistoryMode(bool all) {
   try {
-    PagedQuery query{historyPurpose, periodsSql({}), {}, rowSql};
-    if (!all) {
-      const QihaoRange range = recentQihaoRange(gConn_).value_or(QihaoRange{1, 0});  // an empty history shows no period
-      query.keySql = periodsSql(qihaoRangeWhere);
-      query.keyValues = {range.first, range.last};
-    }
-    grid_->rows().setQuery(std::move(query));
+    bind(all);
   } catch (const Error& fault) {
-    grid_->rows().clear();
+    gHistoryRs.clear();
     boxes_.information(fault.message() + u"(文件丢失,需要重新安装!)"_s);
     return;
   }
-  setUpColumns();
-  grid_->scrollToBottom();
+  layoutColumns();
 }
 
-void HistoryGrid::setUpColumns() {
-  if (!grid_->isColumnHidden(grid_->rows().columnOf(u"开奖日期"_s))) {  // the columns are new to the grid
+void HistoryGrid::layoutColumns() {
+  if (!grid_->isColumnHidden(gHistoryRs.columnOf(u"开奖日期"_s))) {  // the columns are new to the grid
     grid_->fitColumns({u"期号"_s}, qihaoDigits);
     grid_->fitColumn(u"尾数形式"_s, u"1,1,1,1,1"_s);
     grid_->fitColumn(u"头数形式"_s, u"1,1,1,1,1"_s);
@@ -85,26 +88,26 @@ void HistoryGrid::setUpColumns() {
   }
   grid_->hideColumns(listOf(hiddenHistoryColumns()));
   filter_->align();
+  grid_->scrollToBottom();
 }
 
 void HistoryGrid::showWritten(Qihao period) {
-  grid_->rows().rowWritten(period);
-  grid_->scrollTo(grid_->rows().index(grid_->rows().rowOf(period), 0));
+  gHistoryRs.rowWritten(period);
+  grid_->scrollTo(gHistoryRs.index(gHistoryRs.rowOf(period), 0));
 }
 
 bool HistoryGrid::showFound() {
   const FilterSql filter = buildFilterSql(filter_->conditions());
-  grid_->rows().setQuery(
-      {"搜索历史记录", periodsSql(filter.where), {filter.values.begin(), filter.values.end()}, rowSql});
+  gHistoryRs.setQuery({"搜索历史记录", periodsSql(filter.where), {filter.values.begin(), filter.values.end()}, rowSql});
   filter_->align();
-  if (grid_->rows().rowCount() == 0)
+  if (gHistoryRs.rowCount() == 0)
     return false;
   filter_->focusLast();
   return true;
 }
 
 void HistoryGrid::refresh() {
-  withFaultBox(boxes_, [this] { grid_->rows().refresh(); });
+  withFaultBox(boxes_, [this] { gHistoryRs.refresh(); });
 }
 
 void HistoryGrid::openFilter() {

@@ -14,6 +14,7 @@ namespace elevenfive {
 class Boxes;
 class FilterRow;
 class GridView;
+class PagedTableModel;
 class Store;
 
 class HistoryGrid final : public QWidget {
@@ -22,7 +23,13 @@ class HistoryGrid final : public QWidget {
  public:
   HistoryGrid(Store& gConn, Boxes& boxes, QWidget* parent = nullptr);
 
-  /// Shows all draws or the last hundred, the newest in view. A fault shows none, and one information box.
+  /// Takes all draws or the last hundred for its rows. Throws StoreError.
+  void bind(bool all);
+
+  /// Widths, hidden columns and balls of the rows it has, the newest in view.
+  void layoutColumns();
+
+  /// Both; a fault shows no rows, and one information box.
   void showHistoryMode(bool all);
 
   /// Brings one stored draw into a grid that shows all of them, and into view.
@@ -49,7 +56,6 @@ class HistoryGrid final : public QWidget {
   Q_SIGNAL void cellEdited();
 
  private:
-  void setUpColumns();
   std::optional<int> write(Qihao period, const QString& column, const QString& typed);
   void tellLater(const QString& text);
 
@@ -57,6 +63,7 @@ class HistoryGrid final : public QWidget {
   Boxes& boxes_;
   FilterRow* filter_;
   GridView* grid_;
+  PagedTableModel& gHistoryRs;  ///< the rows of TDBGridHistory, which reads and writes through it
   bool busy_ = false;
 };
 

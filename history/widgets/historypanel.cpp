@@ -79,10 +79,7 @@ HistoryPanel::HistoryPanel(Store& gConn, const QString& programFolder, const His
 
   connect(&ports_.busy, &BusyState::changed, this, [this](bool busy) { entryStrip_->setDisabled(busy); });
   connect(&ports_.busy, &BusyState::stopRequested, this, [this] { progress_->requestStop(); });
-  withFaultBox(ports_.boxes, [this] {
-    grid_->showHistoryMode(true);
-    offerNextPeriod();
-  });
+  grid_->bind(true);
 }
 
 QWidget* HistoryPanel::entryStrip() const {
@@ -214,6 +211,10 @@ void HistoryPanel::layoutHistoryGrid() {
   grid_->showHistoryMode(!historyMode_[0]->isChecked());
 }
 
+void HistoryPanel::layoutColumns() {
+  grid_->layoutColumns();
+}
+
 void HistoryPanel::selectHistoryMode(bool all) {
   historyMode_[all ? 1 : 0]->setChecked(true);
   layoutHistoryGrid();
@@ -299,19 +300,16 @@ void HistoryPanel::addDraw() {
 }
 
 void HistoryPanel::importText() {
+  bool shown = false;
   {
-    const BusyScope busy(ports_.busy);
+    const BusyScope busy(ports_.busy);  // over the dialog too: a wish to close from the clearing waits behind it
     if (clearBeforeImport(gConn_, ports_.boxes, ports_.events)) {
       tableChanged();
       Q_EMIT drawsDeleted();
     }
-  }
-  const QString path = ports_.files.openFile(u"导入历史数据"_s, u"文本文件 (*.txt);;所有文件 (*)"_s);
-  if (path.isEmpty())
-    return;
-  bool shown = false;
-  {
-    const BusyScope busy(ports_.busy);
+    const QString path = ports_.files.openFile(u"导入历史数据"_s, u"文本文件 (*.txt);;所有文件 (*)"_s);
+    if (path.isEmpty())
+      return;
     progress_->begin(ImportProgress::Stop::offered);
     withFaultBox(ports_.boxes, [&] {
       importHistoryText(gConn_, path, true,

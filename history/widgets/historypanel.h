@@ -42,11 +42,14 @@ class HistoryPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  /// programFolder is where an export leaves its file.
+  /// programFolder is where an export leaves its file. Reads the history into the grid, whose columns layoutColumns() then
+  /// lays out. Throws StoreError where the history cannot be read.
   HistoryPanel(Store& gConn, const QString& programFolder, const HistoryPanelPorts& ports, QWidget* parent = nullptr);
 
   /// Shows the rows of the mode in the grid, its newest in view.
   void layoutHistoryGrid();
+
+  void layoutColumns();
 
   /// Selects "最近100期" or "显示全部", as its option button would.
   void selectHistoryMode(bool all);

@@ -32,6 +32,7 @@ namespace {
 
 constexpr std::array<QStringView, 3> topCaptions{u" 历史开奖数据 ", u" 设置过滤条件 ", u" 生成投注号码 "};
 constexpr QSize smallestWindow(1180, 720);
+constexpr int asidesFrame = 5;  ///< the frames before it belong to the tabs
 
 }  // namespace
 
@@ -58,16 +59,20 @@ class MainWindow::View final : public RunView {
 };
 
 MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
-    : workspace_(workspace), ports_(ports), statusLine_(*statusBar()), view_(std::make_unique<View>(*this)) {
+    : appPath(workspace.folders().program),
+      workspace_(workspace),
+      ports_(ports),
+      catalogue_(workspace.gConn),
+      statusLine_(*statusBar()),
+      view_(std::make_unique<View>(*this)) {
   setObjectName(u"Form_main"_s);
   setWindowTitle(gTitle.toString());
   run_ = new RunPanel(workspace_.gConn, this);
-  dialogs_ = std::make_unique<QtResultFileDialogs>(workspace_.folders().program, ports_.boxes, ports_.files,
-                                                   ports_.texts, this);
+  dialogs_ = std::make_unique<QtResultFileDialogs>(appPath, ports_.boxes, ports_.files, ports_.texts, this);
   driver_ = std::make_unique<RunDriver>(workspace_.gConn, RunPorts{ports_.boxes, ports_.inputs, run_->progress(),
                                                                    controls_, *run_, events_, *view_, dialogs_.get()});
   history_ =
-      new HistoryPanel(workspace_.gConn, workspace_.folders().program,
+      new HistoryPanel(workspace_.gConn, appPath,
                        {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, statusLine_, busy_}, this);
   update_ = new HistoryUpdate(
       workspace_.gConn, *history_,
@@ -79,11 +84,19 @@ MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
   connectPanels();
   closeChartMode();
   resize(smallestWindow);
-  topTabShown(1);
-  updateStatusLine();
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::layoutHistoryGrid() {
+  history_->layoutColumns();
+}
+
+void MainWindow::initMainPanels() {
+  topTabShown(1);
+  history_->offerNextPeriod();
+  statusLine_.update(workspace_.gConn);
+}
 
 void MainWindow::buildBody() {
   auto* body = new QWidget(this);
@@ -143,7 +156,7 @@ void MainWindow::connectPanels() {
     if (run_->stopButton()->isEnabled())  // a wish kept for later would end a run that has not begun
       driver_->cmm_stop_Click();
   });
-  auto* caizongTip = new CaizongTip(workspace_.gConn, ports_.boxes, this);
+  auto* caizongTip = new CaizongTip(catalogue_, ports_.boxes, this);
   connect(history_, &HistoryPanel::gameChooserWanted, caizongTip, &CaizongTip::openBelow);
   connect(topTabs_, &QTabBar::currentChanged, caizongTip, &QWidget::hide);
   connect(&busy_, &BusyState::changed, caizongTip, &QWidget::hide);
@@ -158,8 +171,16 @@ void MainWindow::selectTopTab(int tab) {
     topTabs_->setCurrentIndex(tab - 1);
 }
 
+/// Shows the frame Frm_Sub(index) and hides the others.
+void MainWindow::showSubFrame(int index) {
+  if (index == asidesFrame)
+    pages_->setCurrentWidget(asides_);
+  else
+    pages_->setCurrentIndex(index);
+}
+
 void MainWindow::topTabShown(int tab) {
-  pages_->setCurrentIndex(tab - 1);
+  showSubFrame(tab - 1);
   if (busy_.isBusy()) {  // a look at another page; its rows are being written
     skippedPage_ = true;
     return;
@@ -269,8 +290,9 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
-  bool leaves = false;
-  withFaultBox(ports_.boxes, [&] { leaves = leave_ ? leave_() : ports_.boxes.ask(u"确认要退出吗？"_s); });
+  bool leaves = exitNoAsk_;
+  if (!leaves)
+    withFaultBox(ports_.boxes, [&] { leaves = leave_ ? leave_() : ports_.boxes.ask(u"确认要退出吗？"_s); });
   event->setAccepted(leaves);
 }
 
@@ -279,7 +301,7 @@ void MainWindow::switchUser() {
   if (!switchUser_ || !withFaultBox(ports_.boxes, [&] { result = switchUser_(); }) || result == UserSwitch::stayed)
     return;
   if (result == UserSwitch::end) {
-    leave_ = [] { return true; };  // 退出系统 was chosen: nothing is asked
+    exitNoAsk_ = true;
     close();
     return;
   }
@@ -298,7 +320,7 @@ void MainWindow::buildConditionForms() {
                                    update->trigger();
                                }});
   asides_ = new QStackedWidget(this);
-  asides_->setObjectName(u"Frm_Sub_5"_s);
+  asides_->setObjectName(u"Frm_Sub_%1"_s.arg(asidesFrame));
   zones_ = forms_->makeZonePage(asides_);
   asides_->addWidget(zones_);
   pages_->addWidget(asides_);
@@ -326,7 +348,7 @@ void MainWindow::runConditionAction(MenuAction action) {
     forms_->importConditions();
   if (action == MenuAction::zonePage) {
     asides_->setCurrentWidget(zones_);
-    pages_->setCurrentWidget(asides_);
+    showSubFrame(asidesFrame);
     zones_->open();
   }
 }

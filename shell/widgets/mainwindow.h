@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 
+#include "acquire/catalogue.h"
 #include "acquire/pageloader.h"
 #include "engine/rundriver.h"
 #include "model/ports.h"
@@ -47,8 +48,17 @@ class MainWindow final : public QMainWindow {
   Q_OBJECT
 
  public:
+  /// Makes the panels, and reads the history into its grid. Throws StoreError where it cannot be read.
   MainWindow(Workspace& workspace, const WindowPorts& ports);
   ~MainWindow() override;
+
+  const QString appPath;  ///< the program folder
+
+  void layoutHistoryGrid();
+
+  /// Fills the panels for the first time: the first tab, the next period in the entry row, the status bar. Throws StoreError
+  /// where the history cannot be read.
+  void initMainPanels();
 
   /// Reads draws from the web into the history page, as cmmUpdateHistory_2 does.
   void updateHistory();
@@ -74,6 +84,9 @@ class MainWindow final : public QMainWindow {
   /// From here on nothing in the window uses the workspace, which may be gone; only boxes may still stand over it.
   void releaseData();
 
+  /// The one through which both places of the window choose the game.
+  [[nodiscard]] Catalogue& catalogue() noexcept { return catalogue_; }
+
   [[nodiscard]] RunDriver& driver() noexcept { return *driver_; }
 
  protected:
@@ -87,6 +100,7 @@ class MainWindow final : public QMainWindow {
   void buildMenus();
   void connectPanels();
   void topTabShown(int tab);
+  void showSubFrame(int index);
   void runMenuAction(MenuAction action, int argument);
   void runButton(int index);
   void busyChanged(bool busy);
@@ -98,6 +112,7 @@ class MainWindow final : public QMainWindow {
 
   Workspace& workspace_;
   WindowPorts ports_;
+  Catalogue catalogue_;
   QtEvents events_;
   QtControls controls_;
   BusyState busy_;
@@ -117,6 +132,7 @@ class MainWindow final : public QMainWindow {
   ZonePage* zones_ = nullptr;
   std::function<bool()> leave_;
   std::function<UserSwitch()> switchUser_;
+  bool exitNoAsk_ = false;  ///< 退出系统 was chosen: the close asks nothing
   bool historyDeleted_ = false;
   bool closeAfterWork_ = false;
   bool skippedPage_ = false;  ///< a page was turned to while its rows were being written

@@ -129,7 +129,8 @@ bool chooseGameForm(Catalogue& catalogue, Boxes& boxes, QWidget* parent) {
   QDialog form(parent);
   form.setObjectName(u"frmDB"_s);
   form.setWindowTitle(u"选择彩种"_s);
-  auto* frame = new QGroupBox(u"请选择您要使用的彩种："_s, &form);
+  const QString prompt = u"请选择您要使用的彩种："_s;
+  auto* frame = new QGroupBox(prompt, &form);
   frame->setObjectName(u"fraStep3"_s);
   auto* grid = new QGridLayout(frame);
   auto* games = new QButtonGroup(&form);
@@ -143,8 +144,10 @@ bool chooseGameForm(Catalogue& catalogue, Boxes& boxes, QWidget* parent) {
       ++place;
     }
   });
-  QObject::connect(games, &QButtonGroup::idClicked, &form,
-                   [&](int game) { withFaultBox(boxes, [&] { catalogue.selectCaizong(game); }); });
+  QObject::connect(games, &QButtonGroup::idClicked, &form, [&](int game) {
+    if (withFaultBox(boxes, [&] { catalogue.selectCaizong(game); }))
+      frame->setTitle(prompt + games->button(game)->text());
+  });
   QPushButton* ok = formButton(form, u"cmdOK"_s, u"确 定"_s);
   ok->setDefault(true);
   QObject::connect(ok, &QPushButton::clicked, &form, &QDialog::accept);

@@ -3,6 +3,7 @@
 // Each is modal over its parent.
 #pragma once
 
+#include "acquire/catalogue.h"
 #include "model/ports.h"
 #include "shell/startup.h"
 

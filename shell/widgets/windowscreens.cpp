@@ -27,11 +27,13 @@ void WindowScreens::bindHistory(Workspace& workspace) {
                      [file = helpFile_] { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); });
 }
 
-/// Balls are painted: the history's get their colours, and no images are read. No page shows a special ball.
+/// Balls are painted: those of the draws and of the run get their colours, and no images are read. No page shows a special
+/// ball.
 void WindowScreens::loadBallImages(const std::vector<BallColors>& colors) {
-  if (auto* grid = window_->findChild<GridView*>(u"TDBGridHistory"_s))
-    for (const BallColors& ball : colors)
-      grid->balls().setColor(ball.number, ballColor(ball.basic));
+  for (const QString& name : {u"TDBGridHistory"_s, u"TDBGrid_RZ"_s})
+    if (auto* grid = window_->findChild<GridView*>(name))
+      for (const BallColors& ball : colors)
+        grid->balls().setColor(ball.number, ballColor(ball.basic));
 }
 
 void WindowScreens::showMainForm() {
@@ -57,8 +59,8 @@ void WindowScreens::setUserCaption(const Users& users) {
   window_->setWindowTitle(users.caption(gTitle.toString()));
 }
 
-void WindowScreens::chooseGame(Catalogue& catalogue) {
-  wantsDraws_ = chooseGameForm(catalogue, ports_.boxes, window_.get());
+void WindowScreens::chooseGame() {
+  wantsDraws_ = chooseGameForm(window_->catalogue(), ports_.boxes, window_.get());
 }
 
 /// The last step of the start. What frmDB has left is done behind it, when the window can be closed in the midst of it.

@@ -23,15 +23,15 @@ class WindowScreens final : public Screens {
   void bindHistory(Workspace& workspace) override;
   void loadBallImages(const std::vector<BallColors>& colors) override;
   void loadMissBallImages() override {}
-  void layoutHistoryGrid() override {}  // the panels lay themselves out when they are made
-  void initMainPanels() override {}
+  void layoutHistoryGrid() override { window_->layoutHistoryGrid(); }
+  void initMainPanels() override { window_->initMainPanels(); }
   void showMainForm() override;
   bool askUserMode(int& gUserMode) override;
   void showUserMenu(bool visible) override;
   LogOn logOn(Users& users) override;
   void setUserCaption(const Users& users) override;
   void showChartMode() override {}  // the window has the data mode only
-  void chooseGame(Catalogue& catalogue) override;
+  void chooseGame() override;
   void fillZdyGroups() override;
 
   void unload(const QString& form) override;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -192,6 +193,37 @@ TEST_F(Program, TooFewBallsEndACallAsTheyEndTheWindowsStart) {
     EXPECT_EQ(outcome.status, exitFailed);
     EXPECT_EQ(outcome.err, u"[plain] elevenfive 11选5: 程序初始化出错,即将退出。。。\n"_s);
   }
+}
+
+TEST_F(Program, WhatAnOpeningKeptIsToldOnceBehindTheFaultWithWhichItEnds) {
+  cli.call({u"value"_s, u"3900"_s, u"7"_s});
+  const QString pack = cli.path(u"elevenfive.dat"_s);
+  QFile file(pack);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("garbage");
+  file.close();
+  QFile::remove(cli.path(u"Bak/elevenfive.dat"_s));
+  ASSERT_TRUE(QDir().mkpath(cli.path(u"Temp/elevenfive.dat-journal/full"_s)));  // nothing can take its place
+  const auto outcome = cli.batch(u"value 3900 7\nvalue 3900 7\n"_s);
+  EXPECT_EQ(outcome.status, exitFailed);
+  const QStringList lines = outcome.err.split(u'\n', Qt::SkipEmptyParts);
+  ASSERT_EQ(lines.size(), 2) << outcome.err.toStdString();
+  EXPECT_TRUE(lines[0].startsWith(u"[critical] "_s)) << outcome.err.toStdString();
+  EXPECT_TRUE(lines[1].startsWith(u"[info] elevenfive 11选5: 数据文件已损坏（"_s)) << outcome.err.toStdString();
+}
+
+TEST_F(Program, ABallTableThatIsTooShortComesBeforeTheNoticesOfTheOpening) {
+  {
+    Workspace workspace({cli.folder(), cli.folder()});
+    workspace.gConn.execute("test", "DELETE FROM BallColor WHERE 号码 > 10");
+    workspace.close();
+  }
+  cli.call({u"value"_s, u"3900"_s, u"7"_s});  // takes the backup
+  QFile::remove(cli.path(u"elevenfive.dat"_s));
+  QFile::remove(cli.path(u"Bak/elevenfive.dat"_s));
+  EXPECT_EQ(cli.call({u"value"_s, u"3900"_s, u"7"_s}).err,
+            u"[plain] elevenfive 11选5: 程序初始化出错,即将退出。。。\n"
+            "[info] elevenfive 11选5: 找不到数据文件，已改用备份。\n"_s);
 }
 
 TEST_F(Program, BytesThatAreNoTextAreWrongWords) {

@@ -341,6 +341,27 @@ TEST_F(DataFileLife, APackThatMayNotBeReadEndsTheStartWithNothingMoved) {
   EXPECT_EQ(nextStart(), 8);
 }
 
+TEST_F(DataFileLife, APackThatIsNoPlainFileOrCannotBeReadToItsEndEndsTheStartWithNothingMoved) {
+  runWriting(7);
+  runWriting(8);
+  const QByteArray pack = read(folders.packedFile());
+  const QString backupNamed = u"上次启动时的数据还保存在 %1 中。"_s.arg(folders.backupFile());
+  const auto check = [&](const QString& fault) {
+    EXPECT_EQ(startFault(), fault.arg(folders.packedFile()) + backupNamed);
+    EXPECT_EQ(read(folders.packInTransit()), pack);
+    EXPECT_EQ(keptCopies(), QStringList());
+  };
+  QFile::remove(folders.packedFile());
+  ASSERT_TRUE(QDir().mkdir(folders.packedFile()));
+  check(u"无法打开文件 %1：它不是普通文件。"_s);
+  ASSERT_TRUE(QDir().rmdir(folders.packedFile()));
+  ASSERT_TRUE(QFile::link(u"/proc/self/mem"_s, folders.packedFile()));  // its first page is no memory
+  check(u"无法读取文件 %1，请检查磁盘。"_s);
+  QFile::remove(folders.packedFile());
+  write(folders.packedFile(), pack);
+  EXPECT_EQ(nextStart(), 8);
+}
+
 TEST_F(DataFileLife, APackThatLacksATableIsNotStartedOn) {
   {
     Workspace workspace(folders);

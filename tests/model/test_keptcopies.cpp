@@ -156,6 +156,37 @@ TEST_F(KeptCopiesLife, InterruptedWorkThatEqualsAnOlderCopyIsToldAndIsTheNewest)
   EXPECT_EQ(workspace.notices(), QStringList{u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(pathOfCopy(1))});
 }
 
+TEST_F(KeptCopiesLife, InterruptedWorkIsToldByTheStartThatReplacedItAlsoWhereThatFails) {
+  runWriting(7);
+  crashWriting(8);
+  const Workspace::Options failing{&unflushed, {}, [] { throw FileError(u"no room"_s); }};
+  EXPECT_THROW(Workspace(folders, failing), FileError);
+  ASSERT_EQ(keptValues(), QList<int>{8});
+  EXPECT_EQ(*failing.notices, QStringList{u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(pathOfCopy(0))});
+  Workspace workspace(folders, {&unflushed, {}});
+  EXPECT_EQ(workspace.notices(), QStringList());
+}
+
+TEST_F(KeptCopiesLife, InterruptedWorkThatStillStandsIsToldByTheStartThatReplacesIt) {
+  runWriting(7);
+  crashWriting(8);
+  FaultyFiles files;
+  files.failingText = u"create temp/elevenfive.dat.new"_s;
+  const Workspace::Options failing{&files, {}};
+  EXPECT_THROW(Workspace(folders, failing), FileError);
+  EXPECT_EQ(*failing.notices, QStringList());
+  Workspace workspace(folders, {&unflushed, {}});
+  EXPECT_EQ(workspace.notices(), QStringList{u"上次没有正常退出，当时没有保存的数据留在 %1。"_s.arg(pathOfCopy(0))});
+}
+
+TEST_F(KeptCopiesLife, TheCopyThatARefusedStartNamesIsNamedOnce) {
+  loseAllButThePackInBak(7);
+  const Workspace::Options refused{&unflushed, {}};
+  EXPECT_THROW(Workspace(folders, refused), StoreError);
+  ASSERT_EQ(keptValues(), QList<int>{7});
+  EXPECT_EQ(*refused.notices, QStringList());
+}
+
 TEST_F(KeptCopiesLife, ACloseThatWasCutOffBehindItsPackIsToldOnce) {
   runWriting(7);
   FaultyFiles files;

@@ -215,7 +215,7 @@ TEST_F(WorkspaceLife, RowsThatAreAlwaysThereComeBackWhereTheyWereLost) {
     Workspace workspace(folders, {&unflushed, {}});
     workspace.gConn.executeScript(
         "test",
-        "DELETE FROM 用户模式; DELETE FROM 历史数据过滤; DELETE FROM 自定义别名 WHERE 序号 = 3;"
+        "DELETE FROM 用户模式; DELETE FROM 用户表; DELETE FROM 历史数据过滤; DELETE FROM 自定义别名 WHERE 序号 = 3;"
         "UPDATE 自定义别名 SET 别名 = '热号' WHERE 序号 = 4; DELETE FROM 数据源 WHERE 名称 = '开奖网站';"
         "UPDATE 数据源 SET 地址 = 'http://a.test/' WHERE 名称 = '开奖详情';");
     workspace.close();
@@ -224,6 +224,7 @@ TEST_F(WorkspaceLife, RowsThatAreAlwaysThereComeBackWhereTheyWereLost) {
     Workspace workspace(folders, {&unflushed, {}});
     Store& store = workspace.gConn;
     EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 用户模式 WHERE 模式 = 0"), 1);
+    EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 用户表 WHERE 用户名 = '临时用户' AND 密码 = ''"), 1);
     EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 历史数据过滤 WHERE 最小值 = 5 AND 匹配值 = 4"), 1);
     EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 自定义别名"), 20);
     EXPECT_EQ(store.value("test", "SELECT COUNT(*) FROM 自定义别名 WHERE 别名 = '自定义组3' OR 别名 = '热号'"), 2);

@@ -36,6 +36,8 @@ class MainWindowTest : public ::testing::Test {
  protected:
   void open() {
     window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{boxes, ports, files, texts});
+    window->layoutHistoryGrid();
+    window->initMainPanels();
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
   }

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <vector>
 
+#include "acquire/catalogue.h"
 #include "model/errors.h"
 #include "shell/startup.h"
 #include "tests/support/faultyfiles.h"
@@ -30,7 +31,8 @@ class RecordingScreens final : public Screens {
 
   void showSplash() override { log_ << QStringLiteral("splash"); }
   void setHelpFile(const QString& path) override { log_ << QStringLiteral("help ") + path.section(u'/', -1); }
-  void bindHistory(Workspace&) override {
+  void bindHistory(Workspace& workspace) override {
+    workspace_ = &workspace;
     log_ << QStringLiteral("bind history");
     if (!historyFault.isEmpty())
       throw StoreError(historyFault);
@@ -72,9 +74,9 @@ class RecordingScreens final : public Screens {
     if (!chartFault.isEmpty())
       throw StoreError(chartFault);
   }
-  void chooseGame(Catalogue& catalogue) override {
+  void chooseGame() override {
     log_ << QStringLiteral("choose game");
-    catalogue.selectCaizong(game);
+    Catalogue(workspace_->gConn).selectCaizong(game);
   }
   void fillZdyGroups() override { log_ << QStringLiteral("groups"); }
   void unload(const QString& form) override { log_ << QStringLiteral("unload ") + form; }
@@ -82,6 +84,7 @@ class RecordingScreens final : public Screens {
 
  private:
   QStringList& log_;
+  Workspace* workspace_ = nullptr;
 };
 
 class StartupTest : public ::testing::Test {

@@ -165,6 +165,24 @@ TEST_F(HistoryImportTest, TheWindowAnswersThroughoutAnImportOfFiftyMegabytes) {
   expectUsable();
 }
 
+TEST_F(HistoryImportTest, AWishToCloseFromTheClearingWaitsBehindTheFileDialog) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  const QString clears = u"原有的历史数据是否要清空？"_s;
+  const QString leaves = u"确认要退出吗？"_s;
+  boxes.onShow = [&] {
+    boxes.onShow = nullptr;
+    EXPECT_FALSE(window->close());
+  };
+  files.onOpen = [&] {
+    QApplication::processEvents();
+    EXPECT_EQ(ports.boxTexts(), QStringList{clears});
+  };
+  click(the<QPushButton>(u"newBtnHistory_99"_s));
+  QApplication::processEvents();
+  EXPECT_EQ(ports.boxTexts(), (QStringList{clears, leaves}));
+}
+
 TEST_F(HistoryImportTest, AnEmptyFileSaysThatThereIsNoData) {
   importBesideADraw({});
   EXPECT_EQ(ports.log, (QStringList{u"question [] 原有的历史数据是否要清空？"_s, u"plain [] 没有数据，无法导入！"_s}));

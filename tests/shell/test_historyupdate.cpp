@@ -38,6 +38,8 @@ class HistoryUpdateTest : public MainWindowTest {
 
   void openWindow() {
     window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{boxes, ports, files, texts, web.loaders()});
+    window->layoutHistoryGrid();
+    window->initMainPanels();
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
   }

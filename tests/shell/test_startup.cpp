@@ -214,6 +214,44 @@ TEST_F(StartupTest, WhatTheUnpackingKeptIsToldAlsoWhereTheStartFailsBehindIt) {
   EXPECT_EQ(ports.boxTexts(), (QStringList{u"程序初始化出错,即将退出。。。"_s, u"找不到数据文件，已改用备份。"_s}));
 }
 
+TEST_F(StartupTest, WhatTheUnpackingKeptIsToldAlsoWhereTheUnpackingItselfFails) {
+  QFile pack(folders.packedFile());
+  ASSERT_TRUE(pack.open(QIODevice::ReadOnly));
+  const QByteArray older = pack.readAll();
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  pack.close();
+  ASSERT_TRUE(pack.open(QIODevice::WriteOnly));
+  pack.write(older);
+  pack.close();
+  FaultyFiles disk;
+  disk.failingText = u"rename temp/elevenfive.dat.new -> temp/elevenfive.dat"_s;
+  Startup start(folders, ports, screens, disk);
+  EXPECT_FALSE(start.start());
+  const QStringList copies = QDir(folders.bakFolder()).entryList({u"elevenfive-*.bak"_s}, QDir::Files);
+  ASSERT_EQ(copies.size(), 1);
+  EXPECT_EQ(ports.boxTexts(),
+            (QStringList{u"无法完成一步：%1。"_s.arg(disk.failingText),
+                         u"上次退出时的数据已保存为 %1/%2。"_s.arg(folders.bakFolder(), copies.first())}));
+}
+
+TEST_F(StartupTest, ADamagedPackIsToldAlsoWhereTheBackupCannotTakeItsPlace) {
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  QFile::remove(folders.packInTransit());
+  QFile pack(folders.packedFile());
+  ASSERT_TRUE(pack.open(QIODevice::WriteOnly));
+  pack.write("garbage");
+  pack.close();
+  FaultyFiles disk;
+  disk.failingText = u"create temp/elevenfive.dat.new"_s;
+  Startup start(folders, ports, screens, disk);
+  EXPECT_FALSE(start.start());
+  const QStringList kept = QDir(folders.program).entryList({u"elevenfive.dat.damaged-*"_s}, QDir::Files);
+  ASSERT_EQ(kept.size(), 1);
+  ASSERT_EQ(ports.boxTexts().size(), 2);
+  EXPECT_EQ(ports.boxTexts()[0], u"无法完成一步：%1。"_s.arg(disk.failingText));
+  EXPECT_TRUE(ports.boxTexts()[1].endsWith(u"损坏的文件保留为 %1/%2。"_s.arg(folders.program, kept.first())));
+}
+
 TEST_F(StartupTest, TheRowsOfTheBallsCountByTheirOrder) {
   TestWorkspace w;
   w.store().execute("test", "UPDATE BallColor SET 号码 = 号码 + 100, 基本号 = 3, 特别号 = 2 WHERE 号码 = 1");

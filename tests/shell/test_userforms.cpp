@@ -312,7 +312,7 @@ TEST_F(UserFormsTest, ASecondInstanceShowsItsBoxNoWindowAndHarmsNothing) {
   EXPECT_EQ(stored("SELECT VALUE FROM 过滤条件 WHERE ID = 3900"), 3);
 }
 
-TEST_F(UserFormsTest, TheHistorysBallsHaveTheColoursOfTheTable) {
+TEST_F(UserFormsTest, TheBallsOfTheDrawsAndOfTheRunHaveTheColoursOfTheTable) {
   prepare("UPDATE 用户模式 SET 模式 = 1");
   start(quick);
   const auto picture = [](const BallDelegate& delegate, const QModelIndex& index) {
@@ -325,10 +325,10 @@ TEST_F(UserFormsTest, TheHistorysBallsHaveTheColoursOfTheTable) {
     return cell;
   };
   auto& grid = control<GridView>(u"TDBGridHistory"_s);
-  const auto colourOf = [&](int number) {
+  const auto colourOf = [&](int number, const BallDelegate& balls) {
     const QModelIndex index = grid.rows().index(0, grid.rows().columnOf(u"号码%1"_s.arg(number)));
     EXPECT_EQ(index.data().toInt(), number);
-    const QImage shown = picture(grid.balls(), index);
+    const QImage shown = picture(balls, index);
     for (int colour = 0; colour <= 4; ++colour) {
       BallDelegate expected;
       expected.setColor(number, ballColor(colour));
@@ -337,10 +337,13 @@ TEST_F(UserFormsTest, TheHistorysBallsHaveTheColoursOfTheTable) {
     }
     return -1;
   };
-  EXPECT_EQ(colourOf(1), 0);  // red
-  EXPECT_EQ(colourOf(2), 4);  // purple
-  EXPECT_EQ(colourOf(3), 0);
-  EXPECT_EQ(colourOf(4), 4);
+  for (const QString& name : {u"TDBGridHistory"_s, u"TDBGrid_RZ"_s}) {
+    const BallDelegate& balls = control<GridView>(name).balls();
+    EXPECT_EQ(colourOf(1, balls), 0);  // red
+    EXPECT_EQ(colourOf(2, balls), 4);  // purple
+    EXPECT_EQ(colourOf(3, balls), 0);
+    EXPECT_EQ(colourOf(4, balls), 4);
+  }
   EXPECT_TRUE(screens.window()->close());
 }
 

@@ -5,6 +5,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -12,6 +13,7 @@
 #include <QRadioButton>
 #include <QUrl>
 
+#include "model/errors.h"
 #include "tests/shell/windowscreenstest.h"
 
 namespace elevenfive {
@@ -89,11 +91,21 @@ TEST_F(WindowScreensTest, AnEmptyHistoryOffersTheGames) {
   inForms({[](QWidget& form) {
     EXPECT_EQ(form.objectName(), u"frmDB"_s);
     EXPECT_EQ(form.findChildren<QRadioButton*>().size(), 29);
-    control<QRadioButton>(form, u"OptionSSC_1"_s).click();
+    const auto& frame = control<QGroupBox>(form, u"fraStep3"_s);
+    EXPECT_EQ(frame.title(), u"请选择您要使用的彩种："_s);
+    auto& option = control<QRadioButton>(form, u"OptionSSC_1"_s);
+    option.click();
+    EXPECT_EQ(frame.title(), u"请选择您要使用的彩种："_s + option.text());
     click(control<QPushButton>(form, u"cmdOK"_s));
   }});
   start(quick);
   EXPECT_EQ(startup->workspace().gConn.value("test", "SELECT 序号 FROM 彩票类型 WHERE 使用 = 1"), 1);
+  const QString ofTheForm = screens.window()->catalogue().updateAddress();
+  EXPECT_FALSE(ofTheForm.isEmpty());
+  click(control<QPushButton>(*screens.window(), u"newBtnHistory_7"_s));
+  control<QRadioButton>(control<QWidget>(*screens.window(), u"fraCaizongTip"_s), u"OptionSSC_2"_s).click();
+  EXPECT_NE(screens.window()->catalogue().updateAddress(), ofTheForm);
+  click(control<QPushButton>(*screens.window(), u"cmmCaizongOK"_s));
   // What the form has left is done once the start is over: the draws of the game are read, here without an address.
   const auto updates = [this] { return ports.boxTexts().filter(u"还没有设置下载开奖数据的网址"_s).size(); };
   EXPECT_EQ(updates(), 0);
@@ -178,6 +190,29 @@ TEST_F(WindowScreensTest, AStartThatFailsTakesTheSplashAway) {
   EXPECT_FALSE(starting.start());
   EXPECT_EQ(ports.boxTexts(), QStringList{u"程序初始化出错,即将退出。。。"_s});
   EXPECT_EQ(topLevel(u"frmInitapp"_s), nullptr);
+}
+
+TEST_F(WindowScreensTest, AHistoryThatCannotBeReadIsAFaultOfTheBinding) {
+  Workspace workspace(folders, {&quick, {}});
+  workspace.gConn.execute("test", "DROP TABLE 历史记录");
+  EXPECT_THROW(screens.bindHistory(workspace), StoreError);
+  EXPECT_EQ(screens.window(), nullptr);
+  EXPECT_EQ(ports.boxTexts(), QStringList());
+}
+
+TEST_F(WindowScreensTest, PanelsThatCannotBeFilledEndTheStartWithABoxThatNothingLiesOver) {
+  prepare("UPDATE 用户模式 SET 模式 = 1");
+  Startup* failing = nullptr;
+  WindowScreens spoilt({boxes, ports, files, texts}, [&](MainWindow&) {
+    failing->workspace().gConn.execute("test", "ALTER TABLE 历史记录 RENAME TO 别的表");
+  });
+  Startup starting(folders, boxes, spoilt, quick);
+  failing = &starting;
+  int splashes = -1;
+  boxes.onShow = [&] { splashes = topLevel(u"frmInitapp"_s) == nullptr ? 0 : 1; };
+  EXPECT_FALSE(starting.start());
+  EXPECT_EQ(ports.boxTexts().size(), 1) << ports.boxTexts().join(u'\n').toStdString();
+  EXPECT_EQ(splashes, 0);
 }
 
 /// Takes the place of the system's viewer.

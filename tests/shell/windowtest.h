@@ -17,7 +17,12 @@ namespace elevenfive {
 class AnsweringFiles final : public FileDialogs {
  public:
   std::deque<QString> paths;
-  QString openFile(const QString&, const QString&) override { return next(); }
+  std::function<void()> onOpen;  ///< happens while the dialog of openFile() is up
+  QString openFile(const QString&, const QString&) override {
+    if (onOpen)
+      onOpen();
+    return next();
+  }
   QString saveFile(const QString&, const QString&, const QString&) override { return next(); }
 
  private:

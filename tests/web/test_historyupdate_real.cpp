@@ -36,6 +36,8 @@ class RealWindow : public MainWindowTest {
     Catalogue(data.store()).selectCaizong(guangdong);
     setSourceAddress(data.store(), resultsSite.name.toString(), server.url({}));
     window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{boxes, ports, files, texts, loaders()});
+    window->layoutHistoryGrid();
+    window->initMainPanels();
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
   }

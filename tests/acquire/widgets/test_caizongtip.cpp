@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "acquire/catalogue.h"
 #include "tests/shell/windowtest.h"
 
 namespace elevenfive {
@@ -35,7 +36,8 @@ class CaizongTipTest : public ::testing::Test {
   RecordingPorts ports;
   QWidget page;
   QPushButton button;
-  CaizongTip tip{data.store(), ports, &page};
+  Catalogue catalogue{data.store()};
+  CaizongTip tip{catalogue, ports, &page};
 };
 
 TEST_F(CaizongTipTest, HoldsAGameEachAndSelectsTheOneInUse) {
