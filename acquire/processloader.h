@@ -59,7 +59,7 @@ class ProcessLoader final : public PageLoader {
   QTimer limit_;
   QUrl asked_;
   QUrl address_;
-  bool away_ = false;  ///< the page was kept from leaving its site: none of its documents counts any more
+  bool away_ = false;  ///< the load was sent off its site and refused: none of its documents counts
   QString fault_;
   QString answer_;
   std::function<void()> answered_;  ///< set while a reading waits

@@ -63,7 +63,7 @@ class FileCopy final {
 /// Throws StoreError where nothing can be written now: the disk is full, the working database was taken away.
 void demandWritable(Store& gConn) {
   StoreTransaction transaction(gConn);
-  gConn.execute("写入过滤条件", "UPDATE 过滤条件 SET VALUE = 1 - VALUE");  // what changes nothing would write nothing
+  gConn.execute("写入过滤条件", "UPDATE 过滤条件 SET VALUE = ~VALUE");  // another value of the same range
   gConn.execute("撤销写入", "ROLLBACK");
 }
 

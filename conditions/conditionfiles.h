@@ -39,7 +39,8 @@ class ConditionFiles final {
   bool exportConditions(const QDate& today);
 
   /// The menu entry daoru. False where no file was chosen or none is there. A file of another shape shows its box; what was
-  /// copied until then stays. Throws StoreError where the main database lacks rows or takes no changes. The caller then paints the number buttons again and shows the picking page.
+  /// copied until then stays. Throws StoreError where the main database lacks rows or takes no changes. The caller then paints
+  /// the number buttons again and shows the picking page.
   bool importConditions();
 
   /// The menu entry huanyuan. The caller then shows the picking page and runs clearBack and clearFront: no number stays picked.

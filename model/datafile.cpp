@@ -110,7 +110,10 @@ void DataFile::unpack() {
       useAnother(damage.message());
     }
   }
-  tellStrayPack(packIsSound);
+  // Beside a pack that is sound the one in Bak is what a close could not put in its place, or someone has put back an older
+  // one; otherwise it is the last close's work, which was put back and is gone since.
+  tellStrayPack(packIsSound ? u"Bak 中的数据与数据文件不同，上次退出时可能没有写回，已保存为 %1。"_s
+                            : u"上次退出时的数据已保存为 %1。"_s);
 }
 
 void DataFile::restore() {
@@ -254,14 +257,10 @@ void DataFile::keepStrayPack() {
   *notices_ << u"Bak 中的数据包已损坏，保留为 %1。"_s.arg(keepDamaged(files_, stray));
 }
 
-/// Beside a pack that is sound the one in Bak is what a close could not put in its place, or someone has put back an older
-/// one; otherwise it is the last close's work, which was put back and is gone since.
-void DataFile::tellStrayPack(bool packIsSound) {
+void DataFile::tellStrayPack(const QString& text) {
   if (stray_.isEmpty() || stray_ == interrupted_)  // a close that was cut off: it is told as such
     return;
-  *notices_ << (packIsSound ? u"Bak 中的数据与数据文件不同，上次退出时可能没有写回，已保存为 %1。"_s
-                            : u"上次退出时的数据已保存为 %1。"_s)
-                   .arg(stray_);
+  *notices_ << text.arg(stray_);
   stray_.clear();
 }
 
@@ -271,7 +270,7 @@ void DataFile::tellInterrupted() {
 
 /// Work that still stands in the temporary folder is found again, and told then.
 void DataFile::tellKept() {
-  tellStrayPack(false);
+  tellStrayPack(u"Bak 中的数据已保存为 %1。"_s);
   if (!interrupted_.isEmpty() && !continuesInterrupted_ && !sameContent(interrupted_, folders_.workingFile()))
     tellInterrupted();
 }
@@ -326,7 +325,8 @@ void DataFile::refuseStart(const QString& reason) {
   else if (!copy.isEmpty())
     sentence = u"找不到数据文件，也没有备份，程序无法启动。"_s;  // installing anew is the last thing to do here
   if (!copy.isEmpty()) {
-    stray_.clear();  // this copy is it: named once is enough
+    if (copy == stray_)
+      stray_.clear();  // named once is enough
     sentence += u"以前的数据保存在 %1 中，把它复制为 %2 就能继续使用。"_s.arg(copy, folders_.backupFile());
   }
   throw StoreError(sentence);

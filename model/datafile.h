@@ -77,7 +77,7 @@ class DataFile final {
  private:
   void keepInterrupted();
   void keepStrayPack();
-  void tellStrayPack(bool packIsSound);
+  void tellStrayPack(const QString& text);
   void tellInterrupted();
   void readPackedFile();
   void writePackToBak();

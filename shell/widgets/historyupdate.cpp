@@ -3,6 +3,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QWidget>
 
 #include "acquire/detailpage.h"
@@ -71,11 +72,9 @@ void HistoryUpdate::showSources() {
 
 /// The browser begins in the program's folder. Where the system knows none, the person is told what to open.
 void HistoryUpdate::openInBrowser(const QUrl& page) {
-  const QString folder = QDir::currentPath();
+  const auto putBack = qScopeGuard([folder = QDir::currentPath()] { QDir::setCurrent(folder); });
   QDir::setCurrent(ports_.programFolder);
-  const bool opened = QDesktopServices::openUrl(page);
-  QDir::setCurrent(folder);
-  if (!opened)
+  if (!QDesktopServices::openUrl(page))
     ports_.boxes.critical(u"无法打开浏览器，请自行打开下面的网页：\r\n"_s + page.toString());
 }
 

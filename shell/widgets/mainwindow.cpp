@@ -32,7 +32,7 @@ namespace {
 
 constexpr std::array<QStringView, 3> topCaptions{u" 历史开奖数据 ", u" 设置过滤条件 ", u" 生成投注号码 "};
 constexpr QSize smallestWindow(1180, 720);
-constexpr int asidesFrame = 5;  ///< the frames before it belong to the tabs
+constexpr int asidesFrame = 5;  ///< the frame without a tab
 
 }  // namespace
 
@@ -74,9 +74,9 @@ MainWindow::MainWindow(Workspace& workspace, const WindowPorts& ports)
   history_ =
       new HistoryPanel(workspace_.gConn, appPath,
                        {ports_.boxes, ports_.inputs, ports_.files, ports_.texts, events_, statusLine_, busy_}, this);
-  update_ = new HistoryUpdate(
-      workspace_.gConn, *history_,
-      {ports_.boxes, ports_.inputs, events_, statusLine_, busy_, workspace_.folders().program, ports_.loaders}, this);
+  update_ =
+      new HistoryUpdate(workspace_.gConn, *history_,
+                        {ports_.boxes, ports_.inputs, events_, statusLine_, busy_, appPath, ports_.loaders}, this);
   conditions_ = new ConditionView(workspace_.gConn, *driver_, ports_.boxes, ports_.inputs, this);
   buildBody();
   buildConditionForms();

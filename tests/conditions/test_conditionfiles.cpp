@@ -47,6 +47,17 @@ TEST_F(Files, WhatWasExportedComesBack) {
   EXPECT_EQ(question.asked, QStringList{u"open|选择文件|Vorex|过滤条件|"_s});
 }
 
+TEST_F(Files, ImportOverTheSmallestAndTheLargestValueWrites) {
+  exportSet();
+  const QStringList saved = set();
+  run("UPDATE 过滤条件 SET VALUE = -2147483648 WHERE ID = 1001");
+  run("UPDATE 过滤条件 SET VALUE = 2147483647 WHERE ID = 1002");
+  ASSERT_NE(set(), saved);
+  EXPECT_TRUE(files.importConditions());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成！"_s});
+  EXPECT_EQ(set(), saved);
+}
+
 TEST_F(Files, ImportLeavesGroupNames) {
   exportSet();
   run("UPDATE 自定义别名 SET 别名 = 'x' WHERE 序号 = 3");

@@ -231,7 +231,7 @@ TEST_F(StartupTest, WhatTheUnpackingKeptIsToldAlsoWhereTheUnpackingItselfFails) 
   ASSERT_EQ(copies.size(), 1);
   EXPECT_EQ(ports.boxTexts(),
             (QStringList{u"无法完成一步：%1。"_s.arg(disk.failingText),
-                         u"上次退出时的数据已保存为 %1/%2。"_s.arg(folders.bakFolder(), copies.first())}));
+                         u"Bak 中的数据已保存为 %1/%2。"_s.arg(folders.bakFolder(), copies.first())}));
 }
 
 TEST_F(StartupTest, ADamagedPackIsToldAlsoWhereTheBackupCannotTakeItsPlace) {

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QTest>
 #include <deque>
+#include <functional>
 
 #include "model/widgets/dialogports.h"
 #include "tests/support/recordingports.h"

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "acquire/openurltext.h"
+#include "tests/support/slowness.h"
 #include "tests/web/processtree.h"
 #include "tests/web/webtest.h"
 
@@ -424,21 +425,23 @@ TEST_F(ScriptedLoader, AnAnswerWithoutAnEndIsGivenUp) {
 TEST_F(ScriptedLoader, AnEmptyDocumentIsWaitedOnUntilAnotherStandsInItsPlace) {
   const QString file =
       program("number; text '' $id; sleep 0.3; complete; number; text later $id; number; text later $id");
-  OpenUrlText reader([&file] { return std::make_unique<ProcessLoader>(LoaderTimes{}, file); });
+  constexpr int tick = 100 * slowness;
+  OpenUrlText reader([&file] { return std::make_unique<ProcessLoader>(LoaderTimes{}, file); }, tick);
   QElapsedTimer waited;
   waited.start();
   EXPECT_EQ(reader.openUrlText(QUrl(u"http://a.test/"_s), true), u"later"_s);
-  EXPECT_LT(waited.elapsed(), 4000);
+  EXPECT_LT(waited.elapsed(), 40 * tick);  // all ticks are 50
 }
 
 TEST_F(ScriptedLoader, ADocumentThatComesWhileTheOneBeforeItIsReadIsReadInItsTurn) {
   const QString file =
       program("number; complete; sleep 0.2; text '' $id; number; text later $id; number; text later $id");
-  OpenUrlText reader([&file] { return std::make_unique<ProcessLoader>(LoaderTimes{}, file); });
+  constexpr int tick = 100 * slowness;
+  OpenUrlText reader([&file] { return std::make_unique<ProcessLoader>(LoaderTimes{}, file); }, tick);
   QElapsedTimer waited;
   waited.start();
   EXPECT_EQ(reader.openUrlText(QUrl(u"http://a.test/"_s), true), u"later"_s);
-  EXPECT_LT(waited.elapsed(), 4000);
+  EXPECT_LT(waited.elapsed(), 40 * tick);  // all ticks are 50
 }
 
 TEST_F(ScriptedLoader, AReadingDuringAnotherGivesNothingAndLeavesTheAnswerOfTheOther) {
@@ -477,16 +480,16 @@ TEST_F(ScriptedLoader, ALoadThatTakesTooLongIsToldOnceLikeADocumentThatCouldNotB
 }
 
 TEST_F(ScriptedLoader, ALoadThatTakesTooLongEndsAReadingThatWaits) {
-  ProcessLoader loader({400, 20'000}, script(""));
+  ProcessLoader loader({3000, 20'000}, script(""));
   loader.navigate(QUrl(u"http://a.test/"_s));
   runEventsFor(100, [] { return false; });
   ASSERT_GT(loader.processId(), 0);
   ASSERT_TRUE(loader.busy());
-  expectNoText(loader, 5000);
+  expectNoText(loader, 10'000);
 }
 
 TEST_F(ScriptedLoader, AnEmptyTextIsAnAnswer) {
-  ProcessLoader loader({180'000, 1500}, program("number; text '' $id"));
+  ProcessLoader loader({180'000, 1500 * slowness}, program("number; text '' $id"));
   ASSERT_TRUE(load(loader));
   const QString answered = loader.bodyText();
   EXPECT_TRUE(answered.isEmpty());
