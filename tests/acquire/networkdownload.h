@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <atomic>
 #include <chrono>
 #include <memory>
 
@@ -72,10 +71,13 @@ class NetworkDownload : public ::testing::Test {
   /// closed comes a second time.
   void serve(const QByteArray& file, int blocks, const HttpReply& then) {
     server_.answer("/f", [=](const HttpRequest& request) {
-      const QByteArray range = request.header("Range");  // bytes=FIRST-LAST
-      const qint64 first = range.mid(6, range.indexOf('-') - 6).toLongLong();
-      return first < qint64{20480} * blocks ? rangeReply(request, file) : then;
+      return beginOf(request) < qint64{20480} * blocks ? rangeReply(request, file) : then;
     });
+  }
+  /// The first byte that a request asks for: Range is bytes=FIRST-LAST.
+  static qint64 beginOf(const HttpRequest& request) {
+    const QByteArray range = request.header("Range");
+    return range.mid(6, range.indexOf('-') - 6).toLongLong();
   }
   void serve(const HttpReply& reply) { server_.answer("/f", reply); }
 
