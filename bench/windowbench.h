@@ -53,6 +53,8 @@ class Bench final {
   explicit Bench(const Data& data)
       : workspace(data.folders), window(workspace, {person, person, person, person}), copy(data.copy) {
     workspace.gConn.execute("bench", "VACUUM INTO ?", copy);
+    window.layoutHistoryGrid();
+    window.initMainPanels();
     window.show();
     paints.settle();
   }
