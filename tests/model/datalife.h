@@ -16,6 +16,17 @@
 
 namespace elevenfive {
 
+/// Another program that has a file to itself.
+class FileOfAnother final {
+ public:
+  explicit FileOfAnother(const QString& path) : store_(path, StoreAccess::readWrite) {
+    store_.executeScript("test", "BEGIN EXCLUSIVE");
+  }
+
+ private:
+  Store store_;
+};
+
 class DataLife : public ::testing::Test {
  protected:
   DataLife() { Workspace::create(folders, false, unflushed); }
@@ -33,6 +44,14 @@ class DataLife : public ::testing::Test {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     ASSERT_EQ(file.write(bytes), bytes.size());
+  }
+
+  /// Writes other bytes over the middle of a file.
+  static void spoil(const QString& path, qint64 offset, qint64 size) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.seek(offset));
+    ASSERT_EQ(file.write(QByteArray(size, '\xA5')), size);
   }
 
   static int valueOf(Store& store) {

@@ -10,6 +10,7 @@
 #include "model/errors.h"
 #include "shell/startup.h"
 #include "tests/support/faultyfiles.h"
+#include "tests/support/filesteps.h"
 #include "tests/support/recordingports.h"
 #include "tests/support/testworkspace.h"
 
@@ -124,13 +125,5 @@ class StartupTest : public ::testing::Test {
                                           QStringLiteral("miss balls"), QStringLiteral("grid"),
                                           QStringLiteral("panels"),     QStringLiteral("main form")};
 };
-
-/// The log without the steps that only repeat others.
-inline QStringList withoutWrites(QStringList log) {
-  log.removeIf([](const QString& step) {
-    return step.startsWith(QStringLiteral("write ")) || step.startsWith(QStringLiteral("folder "));
-  });
-  return log;
-}
 
 }  // namespace elevenfive

@@ -46,20 +46,7 @@ TEST_F(CloseTest, ACloseAsksThenSavesTheUserThenClearsTheScreenThenPutsTheDataBa
                                           u"unload frmToFile"_s,
                                           u"unload Frm_kuaisusizi"_s,
                                           u"release"_s,
-                                          u"create Bak/elevenfive.dat.new"_s,
-                                          u"flush Bak/elevenfive.dat.new"_s,
-                                          u"rename Bak/elevenfive.dat.new -> Bak/elevenfive.dat"_s,
-                                          u"flush folder Bak"_s,
-                                          u"create program/elevenfive.dat.new"_s,
-                                          u"flush program/elevenfive.dat.new"_s,
-                                          u"rename program/elevenfive.dat.new -> program/elevenfive.dat"_s,
-                                          u"flush folder program"_s,
-                                          u"remove temp/elevenfive.dat"_s,
-                                          u"remove temp/elevenfive.dat-journal"_s,
-                                          u"remove temp/elevenfive.dat-wal"_s,
-                                          u"remove temp/elevenfive.dat-shm"_s,
-                                          u"remove temp/elevenfive.ico"_s,
-                                      }));
+                                      }) + putBackSteps());
 }
 
 TEST_F(CloseTest, TheCloseAsksAndNoLeavesEverything) {
