@@ -175,7 +175,7 @@ void measure(int draws) {
     importHistoryText(store, text, true, {ports, ports, ports, ports, &ports});
     imported = timer.milliseconds();
     timer.start();
-    addHistoryRecord(store, getNextQihao(store), QDate::currentDate(), {1, 2, 3, 4, 5}, true, ports);
+    addHistoryRecord(store, getNextQihao(store), QDate::currentDate(), {1, 2, 3, 4, 5}, true);
     added = timer.milliseconds();
   }
   const auto timed = [&](auto&& work) {

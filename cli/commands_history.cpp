@@ -26,7 +26,7 @@ Action prepareAdd(const Arguments& arguments) {
   return [entry, date, refresh](Session& session) {
     const HistoryEntryCheck check = checkHistoryInput(entry);
     if (check.valid)
-      addHistoryRecord(session.store(), check.qihao, date, check.numbers, refresh, session.ports());
+      addHistoryRecord(session.store(), check.qihao, date, check.numbers, refresh);
     else
       session.ports().critical(historyEntryRefusal());
   };

@@ -10,6 +10,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+struct NoEvents final : Events {
+  void yield() override {}
+};
+
 }  // namespace
 
 HistoryWriter::HistoryWriter(Store& store)
@@ -24,11 +28,13 @@ void HistoryWriter::write(Qihao qihao, const QDate& date, const Draw& numbers) {
   upsert_.run(qihao, dayCountOf(date), numbers[0], numbers[1], numbers[2], numbers[3], numbers[4]);
 }
 
-void addHistoryRecord(Store& store, Qihao qihao, const QDate& date, const Draw& numbers, bool refresh, Events& events) {
+void addHistoryRecord(Store& store, Qihao qihao, const QDate& date, const Draw& numbers, bool refresh) {
   StoreTransaction transaction(store, OnFault::keep);
   HistoryWriter(store).write(qihao, date, numbers);
-  if (refresh)
+  if (refresh) {
+    NoEvents events;
     calcHistoryAttr(store, qihao, qihao, nullptr, events);
+  }
   transaction.commit();
 }
 

@@ -22,8 +22,8 @@ class HistoryWriter final {
 };
 
 /// Stores one draw as HistoryWriter does; with refresh its period is derived at once. A fault of the derivation leaves the
-/// stored draw in place.
-void addHistoryRecord(Store& store, Qihao qihao, const QDate& date, const Draw& numbers, bool refresh, Events& events);
+/// stored draw in place. Lets no event run in between: one row is derived before anybody could act on it.
+void addHistoryRecord(Store& store, Qihao qihao, const QDate& date, const Draw& numbers, bool refresh);
 
 /// Deletes all draws.
 void clearHistoryTable(Store& store, Events& events);

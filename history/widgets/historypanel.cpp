@@ -285,8 +285,7 @@ void HistoryPanel::addDraw() {
   }
   withFaultBox(ports_.boxes, [&] {
     try {
-      const BusyScope busy(ports_.busy);
-      addHistoryRecord(gConn_, verdict.qihao, QDate::currentDate(), verdict.numbers, true, ports_.events);
+      addHistoryRecord(gConn_, verdict.qihao, QDate::currentDate(), verdict.numbers, true);
     } catch (const Error&) {  // the draw may be stored all the same
       layoutHistoryGrid();
       Q_EMIT historyChanged();

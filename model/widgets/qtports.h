@@ -102,7 +102,7 @@ class KeptEnabled final {
 /// clock, and yet a click on a stop button is seen well within 50 ms.
 class QtEvents final : public Events {
  public:
-  static constexpr int intervalMs = 8;
+  static constexpr int intervalMs = 16;
   void yield() override;
 
  private:

@@ -17,7 +17,7 @@ class HistoryTable : public ::testing::Test {
   RecordingPorts ports;
 
   void add(Qihao qihao, const QString& numbers, bool refresh = false) {
-    addHistoryRecord(workspace.store(), qihao, QDate(2019, 11, 4), drawFrom(numbers), refresh, ports);
+    addHistoryRecord(workspace.store(), qihao, QDate(2019, 11, 4), drawFrom(numbers), refresh);
   }
 };
 
@@ -47,7 +47,7 @@ TEST_F(HistoryTable, AnExistingPeriodTakesTheNewNumbersAndKeepsItsColumnsUntilDe
 }
 
 TEST_F(HistoryTable, ADateBefore1900IsANegativeDay) {
-  addHistoryRecord(workspace.store(), 5, QDate(1899, 12, 29), drawFrom(u"01 02 03 04 05"_s), false, ports);
+  addHistoryRecord(workspace.store(), 5, QDate(1899, 12, 29), drawFrom(u"01 02 03 04 05"_s), false);
   EXPECT_EQ(workspace.rows("SELECT 开奖日期 FROM 历史记录"), QStringList{u"-1.0"_s});
 }
 

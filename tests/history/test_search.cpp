@@ -76,7 +76,7 @@ TEST_F(Search, TextsAreComparedFromTheirBeginning) {
 TEST_F(Search, PeriodsAndDatesAreComparedAsTheyAreShown) {
   EXPECT_EQ(found({{u"期号"_s, u"1103150"_s}}), u"1 2 3 4 5"_s);
   EXPECT_EQ(found({{u"期号"_s, u"11031504"_s}}), u"4"_s);
-  addHistoryRecord(workspace.store(), 11031506, QDate(2019, 11, 4), drawFrom(u"01 02 03 04 05"_s), false, ports);
+  addHistoryRecord(workspace.store(), 11031506, QDate(2019, 11, 4), drawFrom(u"01 02 03 04 05"_s), false);
   EXPECT_EQ(found({{u"开奖日期"_s, u"2019-11"_s}}), u"6"_s);
   EXPECT_EQ(found({{u"开奖日期"_s, u"2019-12"_s}}), u""_s);
 }

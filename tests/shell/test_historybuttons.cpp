@@ -212,11 +212,11 @@ TEST_F(HistoryButtonsTest, TheSecondPanelTellsOfTheRunningDerivationAndIsEmptyAf
     if (!text.isEmpty() && !seen.contains(text))
       seen << text;
   });
-  importLines(draws(3000));
+  importLines(draws(20000));
   EXPECT_EQ(ports.boxTexts(), QStringList{u"导入完成!"_s});
   ASSERT_FALSE(seen.isEmpty());
   for (const QString& text : seen) {
-    EXPECT_TRUE(text.startsWith(u"   正在统计 1103"_s)) << text.toStdString();
+    EXPECT_TRUE(text.startsWith(u"   正在统计 110"_s)) << text.toStdString();
     EXPECT_TRUE(text.endsWith(u" 期号码的温度值。。。。。。  "_s)) << text.toStdString();
   }
   EXPECT_EQ(the<QLabel>(u"StatusBar_2"_s).text(), QString());
@@ -232,14 +232,14 @@ TEST_F(HistoryButtonsTest, TheEntryStripIsDisabledWhileAnImportRuns) {
     running = true;
     enabled = enabled || the<QWidget>(u"FrameHkaijian"_s).isEnabled();
   });
-  importLines(draws(3000));
+  importLines(draws(20000));
   EXPECT_TRUE(running);
   EXPECT_FALSE(enabled);
   EXPECT_TRUE(the<QWidget>(u"FrameHkaijian"_s).isEnabled());
 }
 
 TEST_F(HistoryButtonsTest, AnExportDisablesTheEntryStripAndOffersNoStop) {
-  data.addDraws(QString::fromLatin1(draws(2000)).remove(u'\r'));
+  data.addDraws(QString::fromLatin1(draws(10000)).remove(u'\r'));
   open();
   bool running = false;
   bool stopOffered = false;
