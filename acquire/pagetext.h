@@ -47,8 +47,7 @@ struct PageCounts {
   Qihao lowQihao = 0;   ///< smallest period stored; 0 until the first
   Qihao highQihao = 0;  ///< largest period stored, or what it began with
   QString fault;        ///< the first of the table; empty where it took all
-  QString
-      underivable;  ///< names the draw out of range that ended the derivation, once it has run; empty where none did
+  QString underivable;  ///< the draw out of range that ended the derivation; empty where none did
 };
 
 /// Takes the lines of a page one after the other and stores the draws among them.

@@ -111,8 +111,7 @@ class ConditionPanel final {
 
   Store& gConn_;
   RunState* run_;
-  std::vector<int>
-      valueFlags;  ///< the block of the list that is read now: each row's value by its offset, 0 where it has none
+  std::vector<int> valueFlags;  ///< of the list read now: each row's value by its offset, 0 where it has none
 };
 
 }  // namespace elevenfive

@@ -34,8 +34,11 @@ class WatchedBoxes final : public Boxes {
 /// A workspace and its window, not yet open.
 class MainWindowTest : public ::testing::Test {
  protected:
-  void open() {
-    window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{boxes, ports, files, texts});
+  void open() { openBeside({}); }
+
+  /// Opens the window with the page loaders of a test's own.
+  void openBeside(const PageLoaderFactory& loaders) {
+    window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{boxes, ports, files, texts, loaders});
     window->layoutHistoryGrid();
     window->initMainPanels();
     window->show();

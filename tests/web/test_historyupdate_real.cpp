@@ -35,11 +35,7 @@ class RealWindow : public MainWindowTest {
     ASSERT_TRUE(engineRuns());
     Catalogue(data.store()).selectCaizong(guangdong);
     setSourceAddress(data.store(), resultsSite.name.toString(), server.url({}));
-    window = std::make_unique<MainWindow>(data.workspace(), WindowPorts{boxes, ports, files, texts, loaders()});
-    window->layoutHistoryGrid();
-    window->initMainPanels();
-    window->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    openBeside(loaders());
   }
 
   PageLoaderFactory loaders() {
