@@ -79,8 +79,11 @@ void ChipList::setChips(const QStringList& items, const std::vector<bool>& selec
 
 void ChipList::showSelection(const std::vector<bool>& selected) {
   const QScopedValueRollback filling(filling_, true);
-  for (int i = 0; i < count(); ++i)
-    item(i)->setSelected(static_cast<std::size_t>(i) < selected.size() && selected[static_cast<std::size_t>(i)]);
+  for (int i = 0; i < count(); ++i) {
+    const bool wanted = static_cast<std::size_t>(i) < selected.size() && selected[static_cast<std::size_t>(i)];
+    if (item(i)->isSelected() != wanted)  // a drag under way would keep what it has swept, also where it comes back
+      item(i)->setSelected(wanted);
+  }
 }
 
 void ChipList::invertSelection() {

@@ -6,6 +6,8 @@
 #include <QMouseEvent>
 #include <QRadioButton>
 #include <QTabBar>
+#include <numeric>
+#include <vector>
 
 #include "conditions/widgets/pickpage.h"
 #include "tests/shell/mainwindowtest.h"
@@ -74,16 +76,23 @@ class ConditionListsTest : public MainWindowTest {
         "SELECT 'm' || 最小值, 0 FROM (SELECT * FROM 历史数据过滤 EXCEPT SELECT * FROM kept_历史数据过滤)");
   }
 
-  /// Drags from the middle of an item to the middle of a later one.
-  static void drag(QListWidget& list, int from, int to) {
+  /// Drags from the middle of the first of these items over the middles of the others.
+  static void dragOver(QListWidget& list, const std::vector<int>& items) {
     const auto centre = [&](int item) { return list.visualItemRect(list.item(item)).center(); };
-    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, centre(from));
-    for (int item = from + 1; item <= to; ++item) {
+    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, centre(items.front()));
+    for (const int item : items) {
       QMouseEvent move(QEvent::MouseMove, centre(item), list.viewport()->mapToGlobal(centre(item)), Qt::NoButton,
                        Qt::LeftButton, {});
       QApplication::sendEvent(list.viewport(), &move);
     }
-    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, centre(to));
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, centre(items.back()));
+  }
+
+  /// Drags from an item to a later one.
+  static void drag(QListWidget& list, int from, int to) {
+    std::vector<int> items(static_cast<std::size_t>(to - from) + 1);
+    std::iota(items.begin(), items.end(), from);
+    dragOver(list, items);
   }
 
   /// The numbers with a mark in a column of 号码特性.
@@ -222,6 +231,35 @@ TEST_F(ConditionListsTest, ADragSelectsTheItemsThatItPasses) {
   openTab(10);
   drag(the<QListWidget>(u"List_TiaoJian"_s), 1, 3);
   EXPECT_EQ(changed(), (QStringList{u"v3602 1"_s, u"v3603 1"_s, u"v3604 1"_s}));
+}
+
+TEST_F(ConditionListsTest, ADragThatComesBackLeavesWhatItHadSwept) {
+  const std::vector<int> thereAndBack{1, 2, 3, 4, 3, 2};
+  prepare("过滤条件", "VALUE = 0 WHERE ID BETWEEN 3601 AND 3610");
+  openTab(10);
+  dragOver(the<QListWidget>(u"List_TiaoJian"_s), thereAndBack);
+  EXPECT_EQ(changed(), (QStringList{u"v3602 1"_s, u"v3603 1"_s}));
+  restore();
+
+  prepare("过滤条件", "VALUE = 1 WHERE ID BETWEEN 3601 AND 3610");  // from a selected one it takes away
+  openTab(9);
+  openTab(10);
+  dragOver(the<QListWidget>(u"List_TiaoJian"_s), thereAndBack);
+  EXPECT_EQ(changed(), (QStringList{u"v3602 0"_s, u"v3603 0"_s}));
+  restore();
+
+  prepare("号码特性", "第3位 = 0");
+  openTab(15);
+  dragOver(the<QListWidget>(u"List_DingweiNumber_3"_s), thereAndBack);
+  EXPECT_EQ(numbersWith(u"第3位"_s), u"2 3"_s);
+  restore();
+
+  prepare("过滤条件", "VALUE = 0 WHERE ID BETWEEN 3800 AND 3809");
+  prepare("号码特性", "自定义组1 = (号码 = 5)");
+  openTab(22);
+  dragOver(the<QListWidget>(u"List_ZDYset"_s), thereAndBack);
+  EXPECT_EQ(data.rows("SELECT ID FROM 过滤条件 WHERE ID BETWEEN 3800 AND 3809 AND VALUE > 0"),
+            (QStringList{u"3801"_s, u"3802"_s}));
 }
 
 TEST_F(ConditionListsTest, ADragOverAPositionListAllowsTheNumbersThatItPasses) {
