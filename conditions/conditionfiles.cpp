@@ -60,8 +60,11 @@ class FileCopy final {
   }
 };
 
-/// Throws StoreError where nothing can be written now: the disk is full, the working database was taken away.
+/// Throws StoreError where nothing can be written now: the disk is full, the working database was taken away. Not asked within
+/// a transaction, which the undoing would end.
 void demandWritable(Store& gConn) {
+  if (gConn.inTransaction())
+    return;
   StoreTransaction transaction(gConn);
   gConn.execute("写入过滤条件", "UPDATE 过滤条件 SET VALUE = ~VALUE");  // another value of the same range
   gConn.execute("撤销写入", "ROLLBACK");

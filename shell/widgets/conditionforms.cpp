@@ -45,8 +45,10 @@ ConditionForms::ConditionForms(Store& gConn, const QString& templatePath, Condit
 }
 
 void ConditionForms::showConditionTab(int tab) {
-  conditions_.selectTab(tab);  // first: the page reads again what it shows, and the panel paicu writes as it opens
+  if (conditions_.currentTab() == 0)  // the panel paicu writes as it opens, so it must not come up on the way
+    conditions_.selectTab(tab);
   window_.selectTopTab(conditionsTopTab);
+  conditions_.selectTab(tab);
 }
 
 void ConditionForms::exportConditions() {

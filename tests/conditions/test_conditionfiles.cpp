@@ -279,6 +279,20 @@ TEST_F(Files, AStoreThatTakesNoChangesIsNotToldAsAFaultOfTheFile) {
   EXPECT_EQ(ports.boxTexts(), QStringList());
 }
 
+TEST_F(Files, AnImportWithinATransactionLeavesWhatThatHasWritten) {
+  exportSet();
+  const QStringList saved = set();
+  changeEverything();
+  {
+    StoreTransaction outer(workspace.store());
+    run("UPDATE 用户模式 SET 模式 = 2");
+    EXPECT_TRUE(files.importConditions());
+    outer.commit();
+  }
+  EXPECT_EQ(set(), saved);
+  EXPECT_EQ(workspace.rows("SELECT 模式 FROM 用户模式"), QStringList{u"2"_s});
+}
+
 TEST_F(Files, AFactoryTableWithARowMoreRestoresNothingEither) {
   changeEverything();
   const QStringList before = set();
