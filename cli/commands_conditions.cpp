@@ -87,7 +87,8 @@ Action prepareAttribute(const Arguments& arguments) {
     session.store().execute("修改号码特性", "UPDATE 号码特性 SET \"" + column + "\" = 0");
     Statement set = session.store().query("修改号码特性", "UPDATE 号码特性 SET \"" + column + "\" = 1 WHERE 号码 = ?");
     for (const int number : members)
-      set.run(number);
+      if (set.run(number) == 0)
+        throw MissingData(u"号码特性中缺少号码 %1 的记录，没有改动。"_s.arg(number));
     transaction.commit();
   };
 }

@@ -1,6 +1,7 @@
 // pick, value, use, attr, match, preview, count.
 #include <gtest/gtest.h>
 
+#include "model/workspace.h"
 #include "tests/cli/cliprocess.h"
 #include "tests/support/testworkspace.h"
 
@@ -118,6 +119,18 @@ TEST_F(ConditionCommands, AttrTakesBooleanColumnsAndNumbersOnly) {
         QStringList{u"大数"_s, u"12"_s}, QStringList{u"大数"_s, u"0"_s}, QStringList{u"大数"_s, u"1, 2"_s},
         QStringList{u"大数"_s, QString()}})
     EXPECT_EQ(cli.call(QStringList{u"attr"_s} + words).status, exitUsage) << words.join(u' ').toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT group_concat(号码) FROM 号码特性 WHERE 大数 = 1"_s), u"6,7,8,9,10,11\n"_s);
+}
+
+TEST_F(ConditionCommands, AttrOfANumberWithoutItsRowChangesNothing) {
+  {
+    Workspace workspace({cli.folder(), cli.folder()});
+    workspace.gConn.execute("test", "DELETE FROM 号码特性 WHERE 号码 = 5");
+    workspace.close();
+  }
+  const auto outcome = cli.call({u"attr"_s, u"大数"_s, u"1,5"_s});
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_EQ(outcome.err, u"[critical]"_s + boxTitle + u"号码特性中缺少号码 5 的记录，没有改动。\n"_s);
   EXPECT_EQ(cli.rows(u"SELECT group_concat(号码) FROM 号码特性 WHERE 大数 = 1"_s), u"6,7,8,9,10,11\n"_s);
 }
 
