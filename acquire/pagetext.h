@@ -73,8 +73,9 @@ class PageScan final {
 /// Told of each line with the form of a draw, with its period; false ends the scan.
 using PageLineTold = std::function<bool(Qihao)>;
 
-/// Scans a whole text, yielding after each line; `stopped` is asked before each, and true ends the scan. A fault of the table
-/// ends neither the scan nor what was stored: it stands in the counts, for whoever derives what there is and then tells it.
+/// Scans a whole text, yielding after each line; `stopped` is asked before each, and true ends the scan. A draw that
+/// the table refuses ends neither the scan nor what was stored: the fault stands in the counts, for whoever derives what there
+/// is and then tells it. Throws StoreError where draws cannot be stored at all.
 PageCounts scanPage(Store& store, const QString& bodyText, const QDate& date, Qihao lastQihao, Events& events,
                     const PageLineTold& told = {}, const std::function<bool()>& stopped = {});
 

@@ -74,7 +74,7 @@ bool WebUpdate::updateHistory() {
     const QDate today = QDate::currentDate();
     const QString name = Catalogue(gConn_).getLotteryName();
     done = updateFromWeb(today, true, name, lastQihaoForUpdate(gConn_));
-    if (done)
+    if (done || stored_)  // a stop keeps what was stored: the period offered before is taken now
       ports_.view.showNextPeriod();
     ports_.view.selectDataMode(true);
   }
@@ -93,6 +93,7 @@ void WebUpdate::requestStop() {
 }
 
 bool WebUpdate::updateFromWeb(const QDate& date, bool interactive, const QString& /*name*/, Qihao lastQihao) {
+  stored_ = false;
   fault_.clear();
   leftSiteText_.clear();
   leftInPanel_.clear();
@@ -108,6 +109,7 @@ bool WebUpdate::updateFromWeb(const QDate& date, bool interactive, const QString
     });
     outcome = fetch(date, lastQihao, counts);
     fault_ = counts.fault;
+    stored_ = counts.rowsDone > 0;
     if (outcome != Outcome::noAddress && fault_.isEmpty())
       tellOutcome(outcome, date, interactive);
   }

@@ -64,7 +64,7 @@ class WebUpdate final {
 
   /// The page of the game in use, and nothing around it. `date` is the day being fetched; `interactive`: boxes may appear; `name`
   /// does not matter; `lastQihao`: what the largest period of this run begins with. True where the page was read to its end,
-  /// even if no line was a draw. A fault of the table from then on is not thrown: it stands in fault().
+  /// even if no line was a draw. A fault in a draw or in the derivation is not thrown: it stands in fault().
   bool updateFromWeb(const QDate& date, bool interactive, const QString& name, Qihao lastQihao);
 
   /// What the table refused first in the last update, a sentence for the person; empty where it took all.
@@ -103,6 +103,7 @@ class WebUpdate final {
   StatusPulse timerXZ_;
   std::unique_ptr<PageLoader> webBrowser_history_;  ///< made on first use
   QUrl asked_;                                      ///< the page that was loaded last
+  bool stored_ = false;                             ///< the last update has brought a record
   QString fault_;
   QString leftInPanel_;  ///< what the panel shows after an update
   QString leftSiteText_;

@@ -400,6 +400,18 @@ TEST_F(WebUpdateTest, AStopBetweenTwoDrawsKeepsTheFirst) {
   ports.onYield = {};
   EXPECT_EQ(ports.boxes.size(), 0U);
   EXPECT_EQ(data.rows("SELECT 期号, 和值 FROM 历史记录"), QStringList{u"110315012 18"_s});
+  EXPECT_TRUE(ports.log.contains(u"next period"_s));  // the one offered before is taken now
+}
+
+TEST_F(WebUpdateTest, AStopBeforeTheFirstDrawLeavesTheNextPeriodAlone) {
+  ports.onYield = [this](int yields) {
+    if (yields == 1)
+      update().requestStop();
+  };
+  EXPECT_FALSE(update().updateHistory());
+  ports.onYield = {};
+  EXPECT_EQ(data.rows("SELECT 期号 FROM 历史记录"), QStringList());
+  EXPECT_FALSE(ports.log.contains(u"next period"_s));
 }
 
 TEST_F(WebUpdateTest, AStopWhenNothingRunsIsNotKept) {

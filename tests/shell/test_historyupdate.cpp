@@ -108,6 +108,31 @@ TEST_F(HistoryUpdateTest, AWishToCloseEndsTheWaitAndThenClosesTheWindow) {
   EXPECT_EQ(ports.boxTexts(), QStringList{u"确认要退出吗？"_s});
 }
 
+TEST_F(HistoryUpdateTest, AnUpdateThatWasStoppedOffersThePeriodBehindWhatItHasStored) {
+  QString rows = u"广东11选5\n"_s;
+  for (int i = 0; i < 50'000; ++i)
+    rows += u"%1\t02\t01\t03\t04\t08\t03-15 17:50\n"_s.arg(11000001 + i);
+  web.pages[page].texts = QStringList{rows};
+  openWindow();
+  ports.answers = {Answer::no};
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, [&] {
+    if (panel(2).contains(u"正在下载"_s)) {
+      look.stop();
+      window->close();
+    }
+  });
+  look.start(0);
+  click(button(1));
+  QCoreApplication::processEvents();
+  ASSERT_TRUE(window->isVisible());
+  EXPECT_EQ(ports.boxTexts(), QStringList{u"确认要退出吗？"_s});
+  const int stored = historyRows().rowCount();
+  ASSERT_GT(stored, 0);
+  ASSERT_LT(stored, 50'000);
+  EXPECT_EQ(the<QLineEdit>(u"TextHistory_0"_s).text(), data.rows("SELECT max(期号) + 1 FROM 历史记录").join(QString()));
+}
+
 TEST_F(HistoryUpdateTest, AnAddressThatWasNeverSetIsToldWithoutALoad) {
   setSourceAddress(data.store(), resultsSite.name.toString(), u"http://{province}.results.example"_s);
   openWindow();
