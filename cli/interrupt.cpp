@@ -26,7 +26,8 @@ Interrupt::Interrupt(std::function<void()> stop) : stop_(std::move(stop)) {
 }
 
 Interrupt::~Interrupt() {
-  std::signal(SIGINT, before_ == SIG_ERR ? SIG_DFL : before_);
+  const Handler before = before_ == SIG_ERR ? SIG_DFL : before_;
+  std::signal(SIGINT, wasAsked() ? SIG_IGN : before);
 }
 
 bool Interrupt::wasAsked() const noexcept {

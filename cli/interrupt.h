@@ -7,7 +7,8 @@
 namespace elevenfive {
 
 /// While one lives, SIGINT does not end the program: the wish is handed on once, from the event loop or by look(). Afterwards the
-/// signal does again what it did before. One at a time.
+/// signal does again what it did before; where the wish has come, nothing, as somebody impatient asks more than once. One at a
+/// time.
 class Interrupt final {
  public:
   explicit Interrupt(std::function<void()> stop);

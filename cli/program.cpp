@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <csignal>
 #include <iostream>
 #include <memory>
 #include <new>
@@ -172,6 +173,7 @@ int runSession(const GlobalOptions& options, const QStringList& words, const Str
   const int status = words.value(0) == u"batch"_s && words.value(1) != u"--help"_s
                          ? runBatchCommand(session, streams, words.mid(1))
                          : guarded(session, streams, [&] { runWords(session, words); });
+  std::signal(SIGINT, SIG_IGN);  // what is left to do takes a fraction of a second, and then the process ends
   const int closed = guarded(session, streams, [&] { session.close(); });
   streams.out.flush();
   if (!streams.out)

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <csignal>
 #include <sstream>
 
 #include "cli/program.h"
@@ -36,6 +37,7 @@ class CliProcess final {
     std::ostringstream err;
     Outcome outcome;
     outcome.status = runProgram(words, {in, out, err});
+    std::signal(SIGINT, SIG_DFL);  // a process that ends leaves it ignored
     outcome.out = QString::fromStdString(out.str());
     outcome.err = QString::fromStdString(err.str());
     return outcome;

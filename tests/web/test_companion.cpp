@@ -1,5 +1,6 @@
 // history update and history page of the companion, over real pages.
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTimer>
@@ -190,7 +191,7 @@ constexpr const char* refuseSecond =
     "CREATE TRIGGER refuse BEFORE INSERT ON 历史记录 WHEN NEW.期号 = 110315002 BEGIN SELECT RAISE(ABORT, 'refused'); "
     "END";
 
-TEST_F(Companion, AnInterruptedUpdateSaysSoAndLeavesTheSignalAsItWas) {
+TEST_F(Companion, AnInterruptedUpdateSaysSo) {
   page("/", u"11选5<script>for(;;){}</script>"_s);
   QTimer interrupt;
   QObject::connect(&interrupt, &QTimer::timeout, [this, &interrupt] {
@@ -201,7 +202,6 @@ TEST_F(Companion, AnInterruptedUpdateSaysSoAndLeavesTheSignalAsItWas) {
   });
   interrupt.start(10);
   expectRefused(u"elevenfive 11选5"_s, u"下载已被中断，已经保存的开奖数据保留不变。"_s);
-  EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
 }
 
 /// Standard output of a call, which raises SIGINT as soon as a text stands in it.
@@ -236,7 +236,7 @@ class InterruptedCompanion : public Companion {
     EXPECT_TRUE(QString::fromStdString(err.str()).endsWith(interrupted)) << err.str();
     told = QString::fromStdString(err.str());
     EXPECT_FALSE(QString::fromStdString(buffer.str()).contains(u"history clear"_s));
-    EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
+    EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_IGN);  // nothing breaks off what is left to do
   }
 
   /// So many draws, from 110000010 on.
@@ -283,6 +283,29 @@ TEST_F(InterruptedCompanion, WhileTheNoticeIsWaitedForEndsTheBatchToo) {
   interrupt.start(10);
   expectInterruptedAt(u"no such text"_s);
   EXPECT_EQ(count(), u"2"_s);
+}
+
+TEST_F(InterruptedCompanion, ByAPersonWhoKeepsAskingStillPutsItsDataBack) {
+  giveDraws(80);
+  QProcess process;
+  process.start(QCoreApplication::applicationDirPath() + u"/elevenfive-cli"_s,
+                {u"--folder"_s, cli.folder(), u"--temp"_s, cli.folder(), u"history"_s, u"update"_s});
+  ASSERT_TRUE(process.waitForStarted());
+  QByteArray out;
+  QTimer ask;
+  QObject::connect(&ask, &QTimer::timeout, [&] {
+    out += process.readAllStandardOutput();
+    if (process.processId() > 0 && out.contains("正在下载"))
+      ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+  });
+  ask.start(2);
+  runEventsFor(60'000, [&] { return process.state() == QProcess::NotRunning; });
+  EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(process.exitCode(), 1);
+  EXPECT_TRUE(QString::fromUtf8(process.readAllStandardError()).endsWith(interrupted));
+  const QDir kept(cli.path(u"Bak"_s));
+  EXPECT_EQ(kept.entryList({u"elevenfive-*"_s}), QStringList());  // no work was left behind
+  EXPECT_GT(count().toInt(), 0);
 }
 
 TEST_F(Companion, APageFromAFileNamesTheDrawThatEndsItsDerivation) {
