@@ -41,6 +41,16 @@ int countWhere(Store& store, const char* condition) {
   return store.value("fuzz", std::string("SELECT COUNT(*) FROM 历史记录 WHERE ") + condition).value_or(-1);
 }
 
+/// Where the lines with the form of a draw are counted one by one by the line helpers, which walk the text for each anew.
+constexpr qsizetype longestReadTwice = 4096;
+
+int qualifiedLines(const QString& text) {
+  int qualified = 0;
+  for (int n = 1; n <= CountStringLine(text); ++n)
+    qualified += readPageLine(ReadStringLine(text, n)) ? 1 : 0;
+  return qualified;
+}
+
 void checkScan(Store& store, const QString& text) {
   Silent events;
   clearHistoryTable(store, events);
@@ -49,8 +59,9 @@ void checkScan(Store& store, const QString& text) {
     ++told;
     return true;
   });
-  demand(counts.lines == CountStringLine(scanText(text)), "every line is seen");
   demand(counts.qualified == told && told <= counts.lines, "every line with the form is told");
+  if (const QString lines = scanText(text); lines.size() < longestReadTwice)
+    demand(counts.qualified == qualifiedLines(lines), "the scan walks the lines that the line helpers give");
   demand(counts.rowsDone <= counts.qualified, "a record is a line with the form");
   demand(countHistory(store) <= counts.rowsDone, "a row comes of a record");
   demand((countHistory(store) == 0) == (counts.rowsDone == 0), "a record makes a row");
