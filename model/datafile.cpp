@@ -42,8 +42,8 @@ bool canBeReadToItsEnd(QFile& file) {
 }
 
 /// A pack that cannot be read says nothing about its content: nothing is moved or chosen because of it.
-void demandReadable(const DataFolders& folders) {
-  QFile pack(folders.packedFile());
+void demandReadable(const DataFolders& folders, const QString& path) {
+  QFile pack(path);
   if (!pack.exists())
     return;
   QString sentence;
@@ -55,8 +55,8 @@ void demandReadable(const DataFolders& folders) {
     sentence = u"无法读取文件 %1，请检查磁盘。"_s;
   else
     return;
-  sentence = sentence.arg(folders.packedFile());
-  if (QFileInfo::exists(folders.backupFile()))
+  sentence = sentence.arg(path);
+  if (path == folders.packedFile() && QFileInfo::exists(folders.backupFile()))
     sentence += u"上次启动时的数据还保存在 %1 中。"_s.arg(folders.backupFile());
   throw FileError(sentence);
 }
@@ -96,7 +96,6 @@ bool DataFile::unpackToTemp() {
 
 void DataFile::unpack() {
   makePrivateFolder(files_, folders_.temporary);
-  demandReadable(folders_);
   keepStrayPack();
   keepInterrupted();  // the newer work: it gets the higher number
   bool packIsSound = false;
@@ -243,10 +242,15 @@ void DataFile::keepInterrupted() {
 /// The pack in Bak differs from the packed data file only where the last step of a close failed, or where someone has taken
 /// the packed data file away or damaged it: then it may be the newest work there is, also where it is not sound.
 void DataFile::keepStrayPack() {
-  const QString& stray = folders_.packInTransit();
-  twinStands_ = sameContent(stray, folders_.packedFile());
-  if (!QFileInfo(stray).isFile() || twinStands_)
+  const QString stray = folders_.packInTransit();
+  const bool strayStands = QFileInfo(stray).isFile();  // opening a pipe would wait for ever
+  twinStands_ = strayStands && QFileInfo(folders_.packedFile()).isFile() && sameContent(stray, folders_.packedFile());
+  if (twinStands_)  // both have been read to their end
     return;
+  demandReadable(folders_, folders_.packedFile());
+  if (!strayStands)
+    return;
+  demandReadable(folders_, stray);
   const QString copy = keepPack(stray);
   if (!copy.isEmpty()) {
     files_.remove(stray);  // else each start would keep it anew, in the place of newer work

@@ -1,5 +1,8 @@
 // Starts and closes over files that are damaged, or that cannot be read.
 #include "model/datafile.h"
+
+#include <sys/stat.h>
+
 #include "tests/model/datalife.h"
 #include "tests/support/diskfaults.h"
 #include "tests/support/faultof.h"
@@ -188,6 +191,25 @@ TEST_F(DamagedFiles, APackThatIsNoPlainFileOrCannotBeReadToItsEndEndsTheStartWit
   QFile::remove(folders.packedFile());
   write(folders.packedFile(), pack);
   EXPECT_EQ(nextStart(), 8);
+}
+
+TEST_F(DamagedFiles, APackInBakThatCannotBeReadIsToldAndMovesNothing) {
+  runWriting(7);
+  const QByteArray pack = read(folders.packedFile());
+  QFile::remove(folders.packInTransit());
+  ASSERT_TRUE(QFile::link(u"/proc/self/mem"_s, folders.packInTransit()));
+  EXPECT_EQ(startFault(), u"无法读取文件 %1，请检查磁盘。"_s.arg(folders.packInTransit()));
+  EXPECT_EQ(read(folders.packedFile()), pack);
+  EXPECT_EQ(keptCopies(), QStringList());
+  QFile::remove(folders.packInTransit());
+  EXPECT_EQ(nextStart(), 7);
+}
+
+TEST_F(DamagedFiles, APipeInThePlaceOfThePackInBakIsNotWaitedFor) {
+  runWriting(7);
+  QFile::remove(folders.packInTransit());
+  ASSERT_EQ(::mkfifo(folders.packInTransit().toLocal8Bit().constData(), 0600), 0);
+  EXPECT_EQ(nextStart(), 7);
 }
 
 TEST_F(DamagedFiles, APackThatLacksATableIsNotStartedOn) {
