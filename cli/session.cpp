@@ -23,7 +23,7 @@ OpenProgram::OpenProgram(const Workspace::Folders& folders, const Workspace::Opt
       commonEntries(commonGroupEntries(getNextQihao(workspace.gConn))) {}
 
 Session::Session(Workspace::Folders folders, bool fillsFolder, std::ostream& out, std::ostream& err)
-    : folders_(std::move(folders)), fillsFolder_(fillsFolder), out_(out), ports_(err) {}
+    : folders_(Workspace::apart(std::move(folders))), fillsFolder_(fillsFolder), out_(out), ports_(err) {}
 
 Session::~Session() = default;
 
@@ -46,6 +46,7 @@ OpenProgram& Session::program() {
   return *program_;
 }
 
+/// As information: a critical box would fail the command, which has nothing to do with what the start found.
 void Session::tellNotices() {
   if (const std::shared_ptr<QStringList> notices = std::exchange(notices_, nullptr))
     for (const QString& notice : *notices)

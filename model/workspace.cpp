@@ -28,15 +28,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Both files called elevenfive.dat need a folder of their own.
-DataFolders apart(DataFolders folders) {
-  if (QFileInfo(folders.program).absoluteFilePath() == QFileInfo(folders.temporary).absoluteFilePath() ||
-      (QFileInfo::exists(folders.program) &&
-       QFileInfo(folders.program).canonicalFilePath() == QFileInfo(folders.temporary).canonicalFilePath()))
-    folders.temporary = folders.program + u"/Temp"_s;
-  return folders;
-}
-
 /// Why the system's temporary folder cannot hold one of the program's.
 QString temporaryFault() {
   const QString system = QDir::tempPath();  // empty where it does not exist
@@ -285,6 +276,14 @@ void Workspace::leave() noexcept {
     data_.discard();
   closed_ = true;
   locks_.clear();
+}
+
+Workspace::Folders Workspace::apart(Folders folders) {
+  if (QFileInfo(folders.program).absoluteFilePath() == QFileInfo(folders.temporary).absoluteFilePath() ||
+      (QFileInfo::exists(folders.program) &&
+       QFileInfo(folders.program).canonicalFilePath() == QFileInfo(folders.temporary).canonicalFilePath()))
+    folders.temporary = folders.program + u"/Temp"_s;
+  return folders;
 }
 
 void Workspace::create(const Folders& given, bool force, FileAccess& files) {

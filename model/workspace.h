@@ -62,6 +62,10 @@ class Workspace final {
   /// not sound stays where it is under another name.
   static void create(const Folders& folders, bool force, FileAccess& files = realFiles());
 
+  /// These folders, or a temporary one of its own below the program folder where both are the same: each holds a file
+  /// called elevenfive.dat.
+  static Folders apart(Folders folders);
+
   /// Whether the folder holds a packed data file.
   static bool exists(const Folders& folders);
 

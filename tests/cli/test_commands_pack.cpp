@@ -92,6 +92,17 @@ TEST_F(PackCommands, TheProgramsOwnFilesAreNoTargetsOfAnyExport) {
   EXPECT_FALSE(QFile::exists(cli.path(u"x"_s)));
 }
 
+TEST_F(PackCommands, TheWorkingDatabaseInUseIsNoTargetOfABatchEither) {
+  cli.call({u"init"_s});
+  const QString pack = file(u"pack"_s, QByteArray::fromHex("0300000002000000") + "abcxy");
+  const QString working = cli.path(u"Temp/elevenfive.dat"_s);  // as both folders of these calls are one
+  const auto outcome = cli.batch(u"value 3900 7\nunpack \"%1\" \"%2\" \"%3\"\n"_s.arg(pack, cli.path(u"x"_s), working));
+  EXPECT_EQ(outcome.status, exitFailed);
+  EXPECT_TRUE(outcome.err.endsWith(u"文件 %1 是程序自己的文件，请换一个文件名。\n"_s.arg(working)))
+      << outcome.err.toStdString();
+  EXPECT_EQ(cli.rows(u"SELECT VALUE FROM 过滤条件 WHERE ID = 3900"_s), u"7\n"_s);
+}
+
 TEST_F(PackCommands, WithoutAPackedDataFileNothingElseOfTheProgramsIsTakenForIt) {
   const QString one = file(u"one"_s, "1");
   const QString own = cli.path(u"TJmode.tjmod"_s);
