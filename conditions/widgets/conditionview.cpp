@@ -79,8 +79,10 @@ ConditionView::ConditionView(Store& gConn, RunDriver& driver, Boxes& boxes, Inpu
   pages_ = new QStackedWidget(this);
   layout->addWidget(pages_, 1);
   buildPages(inputs);
+  tabs_->setCurrentRow(0);  // its numbers are loaded by a step of the start
+  shownTab_ = firstConditionTab;
+  pages_->setCurrentWidget(pickPage_);
   connect(tabs_, &QListWidget::itemSelectionChanged, this, &ConditionView::selectionChanged);
-  tabs_->setCurrentRow(0);
   addShortcuts();
 }
 
@@ -317,6 +319,10 @@ void ConditionView::findTab(const QString& text) {
 
 void ConditionView::fillCommonGroups() {
   groupPage_->fillCommonGroups();
+}
+
+void ConditionView::loadNumbers() {
+  pickPage_->load();
 }
 
 void ConditionView::clearPicks() {

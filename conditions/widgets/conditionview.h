@@ -43,6 +43,9 @@ class ConditionView final : public QWidget {
   /// Reads the selected tab and all marks again from the store.
   void reload();
 
+  /// Loads the numbers of the first page from the store and tells how many combinations they give. Throws StoreError.
+  void loadNumbers();
+
   /// No number stays picked, in either field.
   void clearPicks();
 

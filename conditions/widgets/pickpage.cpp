@@ -161,10 +161,12 @@ void PickPage::attempt(const std::function<void()>& change) {
 }
 
 void PickPage::reload() {
-  withFaultBox(boxes_, [this] {
-    picking_.paintPickButtons();
-    driver_.showXuanhaoTip();
-  });
+  withFaultBox(boxes_, [this] { load(); });
+}
+
+void PickPage::load() {
+  picking_.paintPickButtons();
+  driver_.showXuanhaoTip();
 }
 
 void PickPage::setChoseNumberTip(const QString& text) {

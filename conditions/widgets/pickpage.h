@@ -36,7 +36,10 @@ class PickPage final : public QWidget, public PickView {
  public:
   PickPage(Store& gConn, RunDriver& driver, Boxes& boxes, Inputs& inputs, QWidget* parent = nullptr);
 
-  /// Paints the buttons and tells the counting lines anew from the store.
+  /// Paints the buttons and tells the counting lines anew from the store. Throws StoreError.
+  void load();
+
+  /// The same, with a box for a fault.
   void reload();
 
   void setChoseNumberTip(const QString& text);

@@ -93,7 +93,8 @@ void MainWindow::layoutHistoryGrid() {
 }
 
 void MainWindow::initMainPanels() {
-  topTabShown(1);
+  showSubFrame(0);
+  conditions_->loadNumbers();
   history_->offerNextPeriod();
   statusLine_.update(workspace_.gConn);
 }

@@ -137,13 +137,6 @@ TEST_F(WindowScreensTest, AShutChoiceOfTheGameReadsNoDraws) {
   EXPECT_TRUE(screens.window()->close());
 }
 
-QWidget* topLevel(const QString& name) {
-  for (QWidget* widget : QApplication::topLevelWidgets())
-    if (widget->objectName() == name)
-      return widget;
-  return nullptr;
-}
-
 TEST_F(WindowScreensTest, TheSplashIsAsLargeAsItsPictureAndGoesWhenTheWindowComes) {
   screens.showSplash();
   QWidget* splash = topLevel(u"frmInitapp"_s);
@@ -200,19 +193,12 @@ TEST_F(WindowScreensTest, AHistoryThatCannotBeReadIsAFaultOfTheBinding) {
   EXPECT_EQ(ports.boxTexts(), QStringList());
 }
 
-TEST_F(WindowScreensTest, PanelsThatCannotBeFilledEndTheStartWithABoxThatNothingLiesOver) {
-  prepare("UPDATE 用户模式 SET 模式 = 1");
-  Startup* failing = nullptr;
-  WindowScreens spoilt({boxes, ports, files, texts}, [&](MainWindow&) {
-    failing->workspace().gConn.execute("test", "ALTER TABLE 历史记录 RENAME TO 别的表");
-  });
-  Startup starting(folders, boxes, spoilt, quick);
-  failing = &starting;
-  int splashes = -1;
-  boxes.onShow = [&] { splashes = topLevel(u"frmInitapp"_s) == nullptr ? 0 : 1; };
-  EXPECT_FALSE(starting.start());
-  EXPECT_EQ(ports.boxTexts().size(), 1) << ports.boxTexts().join(u'\n').toStdString();
-  EXPECT_EQ(splashes, 0);
+TEST_F(WindowScreensTest, AHistoryThatCannotBeReadForThePanelsEndsTheStart) {
+  expectPanelsEndTheStart("历史记录");
+}
+
+TEST_F(WindowScreensTest, NumbersThatCannotBeReadForThePanelsEndTheStart) {
+  expectPanelsEndTheStart("过滤条件");
 }
 
 /// Takes the place of the system's viewer.

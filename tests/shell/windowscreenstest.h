@@ -29,6 +29,13 @@ inline void inForms(std::deque<std::function<void(QWidget&)>> steps) {
   });
 }
 
+inline QWidget* topLevel(const QString& name) {
+  for (QWidget* widget : QApplication::topLevelWidgets())
+    if (widget->objectName() == name)
+      return widget;
+  return nullptr;
+}
+
 class WindowScreensTest : public ::testing::Test {
  protected:
   WindowScreensTest() { Workspace::create(folders, false, quick); }
@@ -58,6 +65,22 @@ class WindowScreensTest : public ::testing::Test {
         startup->quit();
       return result;
     });
+  }
+
+  /// A start whose panels find a table gone ends with one box that nothing lies over.
+  void expectPanelsEndTheStart(const std::string& table) {
+    prepare("UPDATE 用户模式 SET 模式 = 1");
+    Startup* failing = nullptr;
+    WindowScreens spoilt({boxes, ports, files, texts}, [&](MainWindow&) {
+      failing->workspace().gConn.execute("test", "ALTER TABLE " + table + " RENAME TO 别的表");
+    });
+    Startup starting(folders, boxes, spoilt, quick);
+    failing = &starting;
+    int splashes = -1;
+    boxes.onShow = [&] { splashes = topLevel(QStringLiteral("frmInitapp")) == nullptr ? 0 : 1; };
+    EXPECT_FALSE(starting.start());
+    EXPECT_EQ(ports.boxTexts().size(), 1) << ports.boxTexts().join(u'\n').toStdString();
+    EXPECT_EQ(splashes, 0);
   }
 
   QTemporaryDir folder;
