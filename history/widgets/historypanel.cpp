@@ -24,6 +24,7 @@
 #include "model/texts.h"
 #include "model/widgets/digitfield.h"
 #include "model/widgets/faultbox.h"
+#include "model/widgets/keptfocus.h"
 
 namespace elevenfive {
 
@@ -299,6 +300,7 @@ void HistoryPanel::addDraw() {
 }
 
 void HistoryPanel::importText() {
+  const KeptFocus focus(*window());
   bool shown = false;
   {
     const BusyScope busy(ports_.busy);  // over the dialog too: a wish to close from the clearing waits behind it
@@ -323,6 +325,7 @@ void HistoryPanel::importText() {
 }
 
 void HistoryPanel::exportText() {
+  const KeptFocus focus(*window());
   const QString path = programFolder_ + u"/daocuTemp.txt"_s;
   int rows = 0;
   {
@@ -342,6 +345,7 @@ void HistoryPanel::deletePeriod() {
 }
 
 void HistoryPanel::clearHistory() {
+  const KeptFocus focus(*window());
   const BusyScope busy(ports_.busy);
   if (!clearAskedHistory(gConn_, ports_.boxes, ports_.events, [this] { layoutHistoryGrid(); }))
     return;

@@ -2,7 +2,6 @@
 
 #include <QDesktopServices>
 #include <QDir>
-#include <QPointer>
 #include <QScopeGuard>
 #include <QWidget>
 
@@ -11,6 +10,7 @@
 #include "acquire/widgets/sourcesform.h"
 #include "history/widgets/historypanel.h"
 #include "model/widgets/faultbox.h"
+#include "model/widgets/keptfocus.h"
 
 namespace elevenfive {
 
@@ -44,25 +44,19 @@ HistoryUpdate::HistoryUpdate(Store& gConn, HistoryPanel& panel, const Ports& por
 void HistoryUpdate::updateHistory() {
   if (ports_.busy.isBusy())
     return;
-  const QPointer<QWidget> focused = window_->focusWidget();
+  const KeptFocus focus(*window_);
   withFaultBox(ports_.boxes, [this] { update_.updateHistory(); });
-  if (focused && focused->isVisible())  // a disabled button loses the focus
-    focused->setFocus();
 }
 
 void HistoryUpdate::showDetails() {
   if (ports_.busy.isBusy())
     return;
-  const QPointer<QWidget> focused = window_->focusWidget();
-  {
-    const BusyScope busy(ports_.busy);
-    withFaultBox(ports_.boxes, [this] {
-      showDetailPage(gConn_, details_,
-                     {ports_.boxes, ports_.inputs, ports_.panels, [this](const QUrl& page) { openInBrowser(page); }});
-    });
-  }
-  if (focused && focused->isVisible())  // a disabled button loses the focus
-    focused->setFocus();
+  const KeptFocus focus(*window_);
+  const BusyScope busy(ports_.busy);
+  withFaultBox(ports_.boxes, [this] {
+    showDetailPage(gConn_, details_,
+                   {ports_.boxes, ports_.inputs, ports_.panels, [this](const QUrl& page) { openInBrowser(page); }});
+  });
 }
 
 void HistoryUpdate::showSources() {

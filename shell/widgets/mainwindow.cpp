@@ -19,6 +19,7 @@
 #include "history/widgets/historypanel.h"
 #include "model/programtitle.h"
 #include "model/widgets/faultbox.h"
+#include "model/widgets/keptfocus.h"
 #include "model/workspace.h"
 #include "shell/widgets/conditionforms.h"
 #include "shell/widgets/historyupdate.h"
@@ -259,15 +260,11 @@ void MainWindow::updateHistory() {
 void MainWindow::runButton(int index) {
   if (busy_.isBusy())
     return;
-  QWidget* focused = focusWidget();
-  {
-    const BusyScope busy(busy_);
-    const KeptEnabled stopButton(controls_, ControlId::cmm_stop);
-    withFaultBox(ports_.boxes, [&] { driver_->cmmTouZhu_Click(index); });
-    driver_->state().userStop = false;  // a stop that came behind the last loop
-  }
-  if (focused != nullptr && focused->isVisible())  // a disabled panel loses the focus
-    focused->setFocus();
+  const KeptFocus focus(*this);
+  const BusyScope busy(busy_);
+  const KeptEnabled stopButton(controls_, ControlId::cmm_stop);
+  withFaultBox(ports_.boxes, [&] { driver_->cmmTouZhu_Click(index); });
+  driver_->state().userStop = false;  // a stop that came behind the last loop
 }
 
 void MainWindow::busyChanged(bool busy) {

@@ -254,6 +254,19 @@ TEST_F(HistoryButtonsTest, AnExportDisablesTheEntryStripAndOffersNoStop) {
   EXPECT_EQ(texts.texts.size(), 1);
 }
 
+TEST_F(HistoryButtonsTest, AButtonThatWasDisabledMeanwhileHasTheFocusAgain) {
+  data.addDraws(u"11031510 01 02 03 04 05"_s);
+  open();
+  ports.answers = {Answer::no, Answer::no};
+  for (const QString& name : {u"newBtnHistory_99"_s, u"cmm_Daocu"_s, u"newBtnHistory_3"_s}) {
+    auto& button = the<QPushButton>(name);
+    button.setFocus();
+    QTest::keyClick(&button, Qt::Key_Space);
+    EXPECT_TRUE(button.hasFocus()) << name.toStdString();
+  }
+  EXPECT_EQ(texts.texts.size(), 1);  // the export was made
+}
+
 TEST_F(HistoryButtonsTest, AnExportThatCannotWriteItsFileLeavesTheStripEnabled) {
   data.addDraws(u"11031510 01 02 03 04 05"_s);
   ASSERT_TRUE(QDir().mkpath(data.folders.program + u"/daocuTemp.txt"_s));
