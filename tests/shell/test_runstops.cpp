@@ -1,5 +1,6 @@
 // The stop button cmm_stop, clicked while rows are at work: a run and a scoring end softly, what was done so far stays, and
 // the panel is usable again.
+#include <QProgressBar>
 #include <QTimer>
 
 #include "model/store.h"
@@ -53,17 +54,19 @@ class RunStopsTest : public MainWindowTest {
   void slowDown(const QString& column) {
     data.store().executeScript("test",
                                u"CREATE TEMP TRIGGER slow AFTER UPDATE OF %1 ON 日志表 WHEN NEW.%1 > 0 BEGIN "
-                               "SELECT count(*) FROM 过滤条件, 号码特性; END"_s.arg(column)
+                               "SELECT count(*) FROM 过滤条件, 号码特性, (VALUES (1), (2)); END"_s.arg(column)
                                    .toStdString());
   }
 
   void endSlowness() { data.store().executeScript("test", "DROP TRIGGER slow"); }
 
-  /// Clicks the stop button once the status text ends so, after a few turns in which that text stands.
+  /// Clicks the stop button while the status text ends so, once the bar tells that some rows are done.
   void stopAtEnding(const QString& ending) {
     QObject::connect(&poll_, &QTimer::timeout, window.get(), [this, ending] {
       auto& stop = the<QPushButton>(u"cmm_stop"_s);
-      if (!stop.isEnabled() || !status().endsWith(ending) || ++turns_ < 3)
+      constexpr int someRows = 60;  // of 462; the first that passes is the 36th
+      if (!stop.isEnabled() || !status().endsWith(ending) ||
+          the<QProgressBar>(u"ProgressBar_TouZu"_s).value() < someRows)
         return;
       poll_.stop();
       EXPECT_FALSE(the<QWidget>(u"Pic_subTouZhu"_s).isEnabled());
@@ -86,7 +89,6 @@ class RunStopsTest : public MainWindowTest {
 
  private:
   QTimer poll_;
-  int turns_ = 0;
 };
 
 /// 连号 with one pair of neighbours, and AC值 with what no combination has.
