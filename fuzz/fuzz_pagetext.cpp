@@ -59,8 +59,10 @@ void checkScan(Store& store, const QString& text) {
     ++told;
     return true;
   });
+  const QString lines = scanText(text);
+  demand(counts.lines == CountStringLine(lines), "every line is seen");
   demand(counts.qualified == told && told <= counts.lines, "every line with the form is told");
-  if (const QString lines = scanText(text); lines.size() < longestReadTwice)
+  if (lines.size() < longestReadTwice)
     demand(counts.qualified == qualifiedLines(lines), "the scan walks the lines that the line helpers give");
   demand(counts.rowsDone <= counts.qualified, "a record is a line with the form");
   demand(countHistory(store) <= counts.rowsDone, "a row comes of a record");

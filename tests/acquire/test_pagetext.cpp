@@ -28,16 +28,6 @@ class PageText : public ::testing::Test {
     return scanPage(data.store(), text, today, lastQihao, ports);
   }
 
-  /// The periods of the lines that the scan of a text tells.
-  std::vector<Qihao> toldOf(const QString& text) {
-    std::vector<Qihao> told;
-    scanPage(data.store(), text, today, 2003001, ports, [&told](Qihao qihao) {
-      told.push_back(qihao);
-      return true;
-    });
-    return told;
-  }
-
   QStringList draws() {
     return data.rows("SELECT 期号, 号码1, 号码2, 号码3, 号码4, 号码5 FROM 历史记录 ORDER BY 期号");
   }
@@ -320,7 +310,14 @@ TEST_F(PageText, TheScanSeesTheLinesOfTheLineHelpers) {
     for (int n = 1; n <= CountStringLine(text); ++n)
       if (const std::optional<PageLine> line = readPageLine(ReadStringLine(text, n)))
         expected.push_back(line->qihao);
-    RC_ASSERT(toldOf(page) == expected);
+    std::vector<Qihao> told;
+    const PageCounts counts = scanPage(data.store(), page, today, 2003001, ports, [&told](Qihao qihao) {
+      told.push_back(qihao);
+      return true;
+    });
+    RC_ASSERT(told == expected);
+    RC_ASSERT(counts.qualified == static_cast<int>(expected.size()));
+    RC_ASSERT(counts.lines == CountStringLine(text));
   }));
 }
 
