@@ -13,6 +13,31 @@ inline QStringList withoutWrites(QStringList log) {
   return log;
 }
 
+/// How a start unpacks the packed data file into the temporary folder.
+inline QStringList unpackSteps() {
+  return {
+      QStringLiteral("create temp/elevenfive.dat.new"),
+      QStringLiteral("create temp/elevenfive.ico.new"),
+      QStringLiteral("remove temp/elevenfive.dat-journal"),
+      QStringLiteral("remove temp/elevenfive.dat-wal"),
+      QStringLiteral("remove temp/elevenfive.dat-shm"),
+      QStringLiteral("rename temp/elevenfive.ico.new -> temp/elevenfive.ico"),
+      QStringLiteral("rename temp/elevenfive.dat.new -> temp/elevenfive.dat"),
+  };
+}
+
+/// How a start takes the backup and compacts the working database.
+inline QStringList compactionSteps() {
+  return {
+      QStringLiteral("create program/elevenfive.bak.new"),
+      QStringLiteral("flush program/elevenfive.bak.new"),
+      QStringLiteral("rename program/elevenfive.bak.new -> program/elevenfive.bak"),
+      QStringLiteral("flush folder program"),
+      QStringLiteral("remove temp/Temp_fu.mdb"),
+      QStringLiteral("rename temp/Temp_fu.mdb -> temp/elevenfive.dat"),
+  };
+}
+
 /// How a close puts the working database back into the packed data file and leaves the temporary folder.
 inline QStringList putBackSteps() {
   return {
