@@ -15,7 +15,8 @@ struct Streams {
   std::ostream& err;
 };
 
-/// Runs one call; words are those behind the program's own name. Never throws.
+/// Runs one call; words are those behind the program's own name. Never throws. A call that has run a session leaves Ctrl-C
+/// ignored: the process is about to end.
 int runProgram(const QStringList& words, const Streams& streams);
 
 }  // namespace elevenfive

@@ -241,6 +241,7 @@ void DataFile::keepInterrupted() {
 
 /// The pack in Bak differs from the packed data file only where the last step of a close failed, or where someone has taken
 /// the packed data file away or damaged it: then it may be the newest work there is, also where it is not sound.
+/// Throws FileError before anything is moved where either cannot be read.
 void DataFile::keepStrayPack() {
   const QString stray = folders_.packInTransit();
   const bool strayStands = QFileInfo(stray).isFile();  // opening a pipe would wait for ever
